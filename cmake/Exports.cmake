@@ -1,0 +1,20 @@
+# brenu_export_only(TARGET): lets the shared library show the names in exports.txt and no others
+# (the standard library's templates would otherwise leave theirs).
+set(BRENU_EXPORTS ${CMAKE_CURRENT_LIST_DIR}/exports.txt)
+
+function(brenu_export_only target)
+  file(STRINGS ${BRENU_EXPORTS} names)
+  set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${BRENU_EXPORTS})
+  if(CMAKE_SYSTEM_NAME STREQUAL "Linux")
+    list(JOIN names ";\n    " body)
+    set(script ${CMAKE_CURRENT_BINARY_DIR}/exports.map)
+    file(WRITE ${script} "{\n  global:\n    ${body};\n  local:\n    *;\n};\n")
+    target_link_options(${target} PRIVATE "LINKER:--version-script=${script}")
+    set_property(TARGET ${target} APPEND PROPERTY LINK_DEPENDS ${script})
+  elseif(WIN32)
+    list(JOIN names "\n    " body)
+    set(script ${CMAKE_CURRENT_BINARY_DIR}/brenu.def)
+    file(WRITE ${script} "EXPORTS\n    ${body}\n")
+    target_sources(${target} PRIVATE ${script})
+  endif()
+endfunction()

@@ -1,0 +1,332 @@
+/* Brenu: adjustment of survey control networks.  This header is the whole contract of the library.
+ *
+ * Conventions
+ * - A host creates a context with StartAdjustment, hands it to every network function and frees it
+ *   with EndAdjustment.  Contexts are independent; one context is used by one thread at a time.
+ * - Points are addressed by an index >= 0 that the host chooses, observations by the index of the
+ *   station and the name of the target.  Names are byte strings of at most 127 bytes, compared
+ *   case-sensitively; the library copies them and keeps no pointer of the host's.
+ * - Lengths, heights and coordinates are metres, X is north, Y is east.  Angles in records and
+ *   results are packed sexagesimal degrees: 30.15205 is 30 degrees 15' 20.5" ("dd.mmss").
+ * - Absent values: -1.0 for a direction or azimuth, 0.0 for a distance, a height difference or a
+ *   coordinate.  A measured height difference of exactly 0.0 therefore cannot be used.
+ * - Failure: functions returning an index give -1, those returning bool false, those returning a
+ *   count or a 1/0 status 0.  A null context, name, path or output is such a failure.  No function
+ *   throws, prints or ends the process.  Outputs are written only on success.
+ * - Results stay readable until the next computation on the context. */
+#ifndef BRENU_BRENU_H_
+#define BRENU_BRENU_H_
+
+#include <stdbool.h>
+#include <stdint.h>
+
+#if defined(BRENU_STATIC)
+#define BRENU_API
+#elif defined(_WIN32) && defined(BRENU_BUILD)
+#define BRENU_API __declspec(dllexport)
+#elif defined(_WIN32)
+#define BRENU_API __declspec(dllimport)
+#else
+#define BRENU_API __attribute__((visibility("default")))
+#endif
+
+#ifdef __cplusplus
+extern "C" {
+#endif
+
+/* ---- Records: their layout is fixed, they are passed and returned byte for byte ---- */
+
+typedef struct AdjustmentContext AdjustmentContext; /* one job; opaque */
+
+typedef struct AdjParam { /* 48 bytes */
+  double MO;              /* a-priori standard error of a direction or azimuth, arc-seconds; 2.5 */
+  double MS;         /* constant part of that of a distance, in the unit of the distances; 5.0 */
+  double MR;         /* part of it proportional to the length; 5 mm + 5 ppm is MS 0.005, MR 5e-6 */
+  int32_t Lvl1;      /* levelling grade; 4 */
+  int32_t Lvl1Limit; /* limit of a levelling misclosure, mm per square root of kilometres; 20 */
+  int32_t Lvl2;      /* traverse grade; 4 */
+  int32_t Lvl2Limit; /* limit of an angular misclosure, " per square root of the angles; 5 */
+  int32_t Limit;     /* tolerance factor of the traverse check, times MO; 3 */
+  int32_t format;    /* 0 ordinary, 1 traverse without orientation, 3 distances only; 0 */
+} AdjParam;
+
+typedef struct PointData { /* 160 bytes */
+  char name[128];          /* NUL-terminated; the point's identity */
+  int32_t type;            /* tens digit 1: plane coordinates known; units digit 1: height known */
+  int32_t reserved;
+  double x, y, h; /* metres; 0.0 is "not given" */
+} PointData;
+
+typedef struct ObsData { /* 32 bytes: what was observed at one station towards one target */
+  double distance;   /* horizontal distance, or length of the levelling line, metres; 0.0 absent */
+  double direction;  /* direction reading, dd.mmss; -1.0 absent */
+  double heightDiff; /* target minus station, metres; 0.0 absent; needs a distance beside it */
+  double azimuth;    /* observed grid azimuth, dd.mmss; -1.0 absent */
+} ObsData;
+
+typedef struct CloseError {  /* 344 bytes: the closure error of a line, a loop or a traverse */
+  char route[256];           /* the point names joined by " - ", cut to the field */
+  double heightMisclosure;   /* mm; levelling only, like the next */
+  double heightLimit;        /* mm */
+  double angleMisclosure;    /* arc-seconds; traverses only, like the next two */
+  double angleLimit;         /* arc-seconds */
+  double lengthMisclosure;   /* metres */
+  double routeLength;        /* sum of the lines or sides, metres */
+  int32_t relativePrecision; /* N of 1:N; traverses only */
+  int32_t reserved1;
+  double lengthLimit;     /* metres; traverses only */
+  bool angleWithinLimit;  /* true for levelling records */
+  bool heightWithinLimit; /* traverses: both misclosures within the tolerance */
+  bool mark;              /* the record passes */
+  char reserved2[21];
+} CloseError;
+
+typedef struct PlaneResult { /* 64 bytes */
+  double x, y;               /* adjusted coordinates, metres */
+  double mx, my, mp;         /* their standard errors and that of the position, metres */
+  double e, f;               /* semi-axes of the error ellipse, metres; 0 for control points */
+  double t;                  /* azimuth of the major semi-axis, dd.mmss */
+} PlaneResult;
+
+typedef struct VerticalResult { /* 24 bytes */
+  double correction;            /* to the approximate height, metres */
+  double height;                /* adjusted height, metres */
+  double sigma;                 /* its standard error, metres */
+} VerticalResult;
+
+typedef struct CircleRecord { /* 32 bytes: what is measured from one placed point */
+  const char* name;           /* the centre */
+  double x, y, radius;        /* metres */
+} CircleRecord;
+
+/* ---- Life of a context, parameters ---- */
+
+/* A new context with the default parameters named at AdjParam; null when memory is exhausted. */
+BRENU_API AdjustmentContext* StartAdjustment(void);
+/* Frees the context and everything in it. */
+BRENU_API void EndAdjustment(AdjustmentContext* context);
+/* Copies the record as it stands: nothing is checked, no grade table applied. */
+BRENU_API void SetAdjParam(AdjustmentContext* context, AdjParam param);
+/* All fields zero for a null context. */
+BRENU_API AdjParam GetAdjParam(AdjustmentContext* context);
+
+/* ---- Files ---- */
+
+/* Reads a project file into the context, which should be fresh: points get the indices 0, 1, 2...
+ * False when the file cannot be read or at the first line that does not fit; what was read before
+ * that line stays in the context. */
+BRENU_API bool OpenBrenuAdjustFile(AdjustmentContext* context, const char* path);
+/* Writes parameters, points and observations, coordinates with 6 decimals.  1 once the file could
+ * be opened, 0 otherwise. */
+BRENU_API int32_t SaveBrenuAdjustFile(AdjustmentContext* context, const char* path);
+/* Reads a station and observation file like OpenBrenuAdjustFile; a project file is refused.  Every
+ * observation of this format carries a direction (0 where the field is empty) and no azimuth. */
+BRENU_API bool LoadKorvelAdjustFile(AdjustmentContext* context, const char* path);
+
+/* ---- Points ---- */
+
+BRENU_API uint32_t GetPointCount(AdjustmentContext* context);
+/* Returns index; -1 when it is negative or taken, or the name is taken. */
+BRENU_API int32_t AddPoint(AdjustmentContext* context, int32_t index, PointData point);
+/* Removes the point and every observation from and to it; the points of higher index each move down
+ * to the next lower index in use.  Returns index, -1 when there is no such point. */
+BRENU_API int32_t DeletePoint(AdjustmentContext* context, int32_t index);
+/* Returns index, -1 when there is no such point. */
+BRENU_API int32_t GetPoint(AdjustmentContext* context, int32_t index, PointData* out);
+/* Another name of GetPoint. */
+BRENU_API int32_t GetOriginalPoint(AdjustmentContext* context, int32_t index, PointData* out);
+/* Overwrites the point; a new name is carried through all observations.  Returns index; -1 when
+ * there is no such point, or when the new name already has observations as a station: then the
+ * record is overwritten all the same, and the observations keep the old name. */
+BRENU_API int32_t SetPoint(AdjustmentContext* context, int32_t index, PointData point);
+/* The lowest index of a point of this name, -1 when there is none. */
+BRENU_API int32_t GetPointNum(AdjustmentContext* context, const char* name);
+
+/* ---- Observations ---- */
+
+/* The number of targets stored for the station, 0 when there is no such point. */
+BRENU_API int32_t GetObsDataCount(AdjustmentContext* context, int32_t station);
+/* Returns station; -1 when station or target is no point, both are the same or the pair is stored.
+ */
+BRENU_API int32_t AddObsData(AdjustmentContext* context, int32_t station, const char* target,
+                             ObsData observation);
+/* Adds two targets at once and registers them as a pair.  With reconcile set and one of the targets
+ * stored already, the readings are first turned onto the stored direction.  1 or -1; with reconcile
+ * set, -1 also when the reading was added to the station of index 0. */
+BRENU_API int32_t AddObsData2(AdjustmentContext* context, int32_t station, const char* target1,
+                              const char* target2, ObsData observation1, ObsData observation2,
+                              uint8_t reconcile);
+/* These three return station, -1 when the pair is not stored. */
+BRENU_API int32_t DeleteObsData(AdjustmentContext* context, int32_t station, const char* target);
+BRENU_API int32_t GetObsData(AdjustmentContext* context, int32_t station, const char* target,
+                             ObsData* out);
+BRENU_API int32_t SetObsData(AdjustmentContext* context, int32_t station, const char* target,
+                             ObsData observation);
+
+/* ---- Computations: each begins by rebuilding the networks from points and observations ---- */
+
+/* 0 no control point, 1 levelling network, 2 plane network, 3 both. */
+BRENU_API int32_t GetNetType(AdjustmentContext* context);
+/* Approximate heights and coordinates of all new points.  False without control, or when a point
+ * cannot be reached. */
+BRENU_API bool ApproxCalc(AdjustmentContext* context);
+/* The point with its approximate values.  Take care: for network types 2 and 3 `number` is the
+ * number in the plane network, which counts the plane control points first (each in the order of
+ * the indices); for type 3 the height put into the record is that of the point stored under the
+ * index of the same value; for type 1 `number` is the point's index. */
+BRENU_API bool GetApproxResult(AdjustmentContext* context, int32_t number, PointData* out);
+/* Least-squares adjustment of heights (weights 1 km / L) and of coordinates (Gauss-Newton passes
+ * until the largest correction is at most 0.01 m, 99 at most).  With format 3 the plane network is
+ * adjusted as it stands, from distances only.  False without control, when a point cannot be
+ * reached, or for a singular network.  The standard error of unit weight of the heights divides by
+ * the number of new heights, that of the coordinates by the redundancy, which is not checked. */
+BRENU_API bool LeastSquareAdj(AdjustmentContext* context);
+/* Traverses without orientation at either end; false unless format is 1. */
+BRENU_API bool NonDirectionAdj(AdjustmentContext* context);
+/* Adjusts, takes out the observation with the largest standardised residual above the two-sided
+ * critical value and repeats until none is left above it.  kind must equal the network type;
+ * levelAlpha and planeAlpha are levels of significance, such as 0.001.  1 or 0. */
+BRENU_API int32_t DataSnooping(AdjustmentContext* context, uint32_t kind, double levelAlpha,
+                               double planeAlpha);
+
+/* ---- Results: station and index are those of the store; false when there is no such result ----
+ */
+
+BRENU_API bool GetPlaneResult(AdjustmentContext* context, int32_t index, PlaneResult* out);
+/* Residual in arc-seconds, adjusted direction in dd.mmss, a-priori standard error MO. */
+BRENU_API bool GetDirAngleResult(AdjustmentContext* context, int32_t station, const char* target,
+                                 double* residual, double* adjusted, double* apriori);
+/* Residual, adjusted length and a-priori standard error MS + MR * length, metres. */
+BRENU_API bool GetLengthResult(AdjustmentContext* context, int32_t station, const char* target,
+                               double* residual, double* adjusted, double* apriori);
+/* As GetDirAngleResult, for an observed azimuth. */
+BRENU_API bool GetAzimuthResult(AdjustmentContext* context, int32_t station, const char* target,
+                                double* residual, double* adjusted, double* apriori);
+/* Azimuth (dd.mmss) and length (metres) from adjusted coordinates, their standard errors
+ * (arc-seconds, metres) and N of the relative precision 1:N.  False for two plane control points.
+ */
+BRENU_API bool GetAzAndLenPrecision(AdjustmentContext* context, int32_t station, const char* target,
+                                    double* azimuth, double* azimuthError, double* length,
+                                    double* lengthError, int32_t* relativePrecision);
+/* Asking for an index without a point adds an empty point under it (and gives false). */
+BRENU_API bool GetVerticalResult(AdjustmentContext* context, int32_t index, VerticalResult* out);
+/* Residual, adjusted difference and its standard error in metres, weight 1000 / length.  An unknown
+ * station is added as an empty point, as above. */
+BRENU_API bool GetHeightObsResult(AdjustmentContext* context, int32_t station, const char* target,
+                                  double* residual, double* adjusted, double* sigma,
+                                  double* weight);
+
+/* ---- Closure errors and reports ---- */
+
+/* Levelling lines between bench marks, levelling loops and traverses, from freshly computed
+ * approximate values; false when those cannot be computed. */
+BRENU_API bool CalculateCloseError(AdjustmentContext* context);
+BRENU_API int32_t GetCloseErrorCount(AdjustmentContext* context);
+BRENU_API bool GetCloseError(AdjustmentContext* context, int32_t index, CloseError* out);
+/* 1 when every record passes (also when there is none), otherwise 0. */
+BRENU_API int32_t GetCloseErrorMark(AdjustmentContext* context);
+/* Text reports; labels are in code page 936.  False when the file cannot be opened, without closure
+ * records, or when the result of a row cannot be had: then the report ends before that row. */
+BRENU_API bool ExportResultFile(AdjustmentContext* context, const char* path);
+BRENU_API bool ExportCloseErrorFile(AdjustmentContext* context, const char* path);
+
+/* ---- Trilateration: new points of a distance-only network, placed one by one ---- */
+
+/* Builds the networks and puts every new point back to (0, 0), "not placed"; false unless format
+ * is 3. */
+BRENU_API bool JudgeTrilateration(AdjustmentContext* context);
+/* Prepares the plane network; false for network types other than 2 and 3. */
+BRENU_API bool InitializeDataTrilateration(AdjustmentContext* context);
+/* When all points are placed, sets the plane network up with their coordinates and derives the
+ * directions of the measured lines. */
+BRENU_API bool TrilaterationDirection(AdjustmentContext* context);
+/* The next point that can be placed (or the one named in `direction` on entry) and the two circles
+ * that meet in it; the names in them are valid until the next call on the context.  `direction`
+ * holds 255 bytes and receives a text that names the point and its two possible sides.  1 or 0. */
+BRENU_API int32_t GetTrilaterationDirection(AdjustmentContext* context, CircleRecord* first,
+                                            CircleRecord* second, char direction[255]);
+/* Places the point on the left (side 0) or on the right (side not 0) of the line from the first to
+ * the second centre, in the sense of the axes X north and Y east, and gives the number of points
+ * left to place. */
+BRENU_API bool CalcTrilaterationpPoint(AdjustmentContext* context, uint8_t side, CircleRecord first,
+                                       CircleRecord second, const char* name, uint32_t* remaining);
+
+/* ---- Traverses ---- */
+
+/* The row of a point in the traverse table; 1, or 0 for a point on no computed traverse. */
+BRENU_API int32_t
+GetTraverseResult(AdjustmentContext* context, int32_t index,
+                  double* angle, /* observed, from back sight to fore sight, clockwise, dd.mmss */
+                  double* angleCorrection, /* arc-seconds */
+                  double* azimuth,         /* adjusted azimuth to the next point, dd.mmss */
+                  double* length,          /* side to the next point, metres */
+                  double* dx, double* dy,  /* its coordinate increments as computed, metres */
+                  double* dxCorrection, double* dyCorrection, /* metres */
+                  double* x, double* y, /* the point after distribution of the misclosure, metres */
+                  double* angleMisclosure,  /* of the whole traverse, arc-seconds */
+                  double* lengthMisclosure, /* of the whole traverse, metres */
+                  int32_t* relativePrecision /* N of 1:N */);
+
+/* ---- Reductions of single observations: closed formulas, no context, nothing is checked ---- */
+
+/* Reduces a distance (metres) and a direction (radians) to the marks.  Eccentricities in metres,
+ * their angles in radians. */
+BRENU_API void CentreCorrect(double stationEccentricity, double stationAngle,
+                             double targetEccentricity, double targetAngle, double* distance,
+                             double* direction);
+/* Correction of a direction for the deflection of the vertical (xi north, eta east), in the unit of
+ * the components; azimuth and elevation angle in radians. */
+BRENU_API double DovCorrect(double xi, double eta, double azimuth, double elevation);
+/* Correction of a direction for the height of the target above the ellipsoid, arc-seconds. */
+BRENU_API double HeightMarkCorrect(double semiMajor, double semiMinor, double targetHeight,
+                                   double latitude, double azimuth);
+/* Correction of a direction from the normal section to the geodesic, arc-seconds. */
+BRENU_API double SectionCorrect(double semiMajor, double semiMinor, double distance,
+                                double latitude, double azimuth);
+/* Slope distance to the ellipsoid, metres; latitude and azimuth in radians. */
+BRENU_API double DistanceReduction(double stationHeight, double instrumentHeight,
+                                   double targetPointHeight, double targetHeight,
+                                   double slopeDistance, double latitude, double azimuth);
+/* Geodetic azimuth from an astronomical one; all angles in radians. */
+BRENU_API double AstronomicalAzimuthReduction(double astronomicalAzimuth,
+                                              double astronomicalLongitude, double latitude,
+                                              double geodeticLongitude);
+/* Arc-to-chord correction of a direction in the Gauss projection, arc-seconds. */
+BRENU_API double DirectionCorrect(double x1, double y1, double x2, double y2, double radius);
+/* Correction of a distance to the Gauss projection, metres. */
+BRENU_API double DistanceCorrect(double y1, double y2, double distance, double radius);
+/* Grid azimuth from a geodetic azimuth, radians. */
+BRENU_API double PlaneAzimuthCorrect(double azimuth, double latitude, double x1, double y1,
+                                     double x2, double y2, double semiMajor, double semiMinor,
+                                     double radius);
+/* Correction of a distance for the atmosphere at both ends, metres. */
+BRENU_API void MeteorologicalCorrect(double pressure1, double dry1, double wet1, double unused1,
+                                     double wavelength, double pressure2, double dry2, double wet2,
+                                     double unused2, double distance, double* correction);
+/* As above, with the relative humidity instead of the wet temperature. */
+BRENU_API void MeteorologicalCorrect2(double pressure1, double temperature1, double humidity1,
+                                      double wavelength, double pressure2, double temperature2,
+                                      double humidity2, double distance, double* correction);
+/* Additive constant (mm) and scale (mm/km) applied to a distance, metres. */
+BRENU_API void ConstAddMultiplyCorrect(double constant, double scale, double distance,
+                                       double* corrected);
+/* Distance at the reference surface (mode 0) or at another height (mode 1); any other mode leaves
+ * the output as it is. */
+BRENU_API void ProjectionCorrect(double height, double undulation, double radius, double lineHeight,
+                                 double mode, double distance, double* projected);
+/* As ProjectionCorrect, then the scale of the Gauss projection. */
+BRENU_API void GaussCorrect(double height, double undulation, double radius, double lineHeight,
+                            double mode, double distance, double y1, double y2, double meanRadius,
+                            double* projected, double* gridDistance);
+/* Radius of curvature in the meridian; latitude in degrees. */
+BRENU_API double GetRm(double latitude, double equatorRadius, double poleRadius,
+                       double secondEccentricity);
+/* Radius of curvature of the normal section with the given azimuth (radians). */
+BRENU_API double GetRn(double latitude, double equatorRadius, double poleRadius,
+                       double secondEccentricity, double azimuth);
+
+#ifdef __cplusplus
+}
+#endif
+
+#endif /* BRENU_BRENU_H_ */

@@ -1,0 +1,18 @@
+#pragma once
+
+#include <cstdint>
+
+#include "api/store.h"
+#include "core/records.h"
+#include "level/level_net.h"
+#include "plane/plane_net.h"
+
+// The whole state of one adjustment job, behind the opaque handle of the public header.
+struct AdjustmentContext {
+  AdjParam param = brenu::kDefaultParam;
+  brenu::Store store;
+  brenu::Store::PointMap originalPoints;     // the points as the last project file gave them
+  std::int32_t netType = brenu::kNoControl;  // as of the last build or classification
+  brenu::LevelNet levelNet;
+  brenu::PlaneNet planeNet;
+};

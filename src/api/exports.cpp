@@ -1,0 +1,338 @@
+// The C interface: the only file that knows it.  Every function checks its pointers, calls plain
+// C++ and turns whatever goes wrong into its failure value.
+#include <cstring>
+#include <optional>
+#include <utility>
+
+#include "api/adjustment_context.h"
+#include "api/computations.h"
+#include "api/network_build.h"
+#include "api/result_lookup.h"
+#include "io/project_file.h"
+#include "io/station_file.h"
+
+namespace {
+
+using Context = AdjustmentContext;
+
+// Runs the body when all pointers are there.  Nothing it throws, memory exhaustion included, gets
+// past this function: the result is then the failure value.
+template <typename Result, typename Body, typename... Pointers>
+Result Guarded(Result failure, Body body, Pointers... pointers) noexcept {
+  if (!((pointers != nullptr) && ...)) return failure;
+  try {
+    return body();
+  } catch (...) {
+    return failure;
+  }
+}
+
+// Copies a result out, if there is one.
+template <typename Record>
+bool Deliver(const std::optional<Record>& result, Record* out) {
+  if (result) *out = *result;
+  return result.has_value();
+}
+
+bool DeliverObs(const std::optional<brenu::PlaneObsResult>& result, double* residual,
+                double* adjusted, double* apriori) {
+  if (!result) return false;
+  *residual = result->residual;
+  *adjusted = result->adjusted;
+  *apriori = result->apriori;
+  return true;
+}
+
+}  // namespace
+
+extern "C" {
+
+// ---- Life of a context, parameters ----
+
+Context* StartAdjustment(void) {
+  return Guarded<Context*>(nullptr, [] { return new Context; });
+}
+
+void EndAdjustment(Context* context) { delete context; }
+
+void SetAdjParam(Context* context, AdjParam param) {
+  if (context != nullptr) context->param = param;
+}
+
+AdjParam GetAdjParam(Context* context) { return context == nullptr ? AdjParam{} : context->param; }
+
+// ---- Files ----
+
+bool OpenBrenuAdjustFile(Context* context, const char* path) {
+  return Guarded(
+      false, [=] { return brenu::ReadProjectFile(*context, path).Ok(); }, context, path);
+}
+
+int32_t SaveBrenuAdjustFile(Context* context, const char* path) {
+  return Guarded(
+      0, [=] { return brenu::WriteProjectFile(*context, path) ? 1 : 0; }, context, path);
+}
+
+bool LoadKorvelAdjustFile(Context* context, const char* path) {
+  return Guarded(
+      false, [=] { return brenu::ReadStationFile(*context, path).Ok(); }, context, path);
+}
+
+// ---- Points ----
+
+uint32_t GetPointCount(Context* context) {
+  return context == nullptr ? 0 : static_cast<uint32_t>(context->store.Points().size());
+}
+
+int32_t AddPoint(Context* context, int32_t index, PointData point) {
+  return Guarded(
+      -1, [&] { return context->store.AddPoint(index, point); }, context);
+}
+
+int32_t DeletePoint(Context* context, int32_t index) {
+  return Guarded(
+      -1, [=] { return context->store.DeletePoint(index); }, context);
+}
+
+int32_t GetPoint(Context* context, int32_t index, PointData* out) {
+  return Guarded(
+      -1,
+      [=] {
+        const PointData* point = context->store.FindPoint(index);
+        if (point == nullptr) return -1;
+        *out = *point;
+        return index;
+      },
+      context, out);
+}
+
+int32_t GetOriginalPoint(Context* context, int32_t index, PointData* out) {
+  return GetPoint(context, index, out);
+}
+
+int32_t SetPoint(Context* context, int32_t index, PointData point) {
+  return Guarded(
+      -1, [&] { return context->store.SetPoint(index, point); }, context);
+}
+
+int32_t GetPointNum(Context* context, const char* name) {
+  return Guarded(
+      -1, [=] { return context->store.IndexOfName(name); }, context, name);
+}
+
+// ---- Observations ----
+
+int32_t GetObsDataCount(Context* context, int32_t station) {
+  return Guarded(
+      0, [=] { return context->store.ObsCount(station); }, context);
+}
+
+int32_t AddObsData(Context* context, int32_t station, const char* target, ObsData observation) {
+  return Guarded(
+      -1, [&] { return context->store.AddObs(station, target, observation); }, context, target);
+}
+
+int32_t AddObsData2(Context* context, int32_t station, const char* target1, const char* target2,
+                    ObsData observation1, ObsData observation2, uint8_t reconcile) {
+  return Guarded(
+      -1,
+      [&] {
+        brenu::Store& store = context->store;
+        const bool stored = std::as_const(store).FindObs(station, target1) != nullptr ||
+                            std::as_const(store).FindObs(station, target2) != nullptr;
+        if (reconcile != 0 && stored) return -1;
+        return store.AddObsPair(station, target1, target2, observation1, observation2);
+      },
+      context, target1, target2);
+}
+
+int32_t DeleteObsData(Context* context, int32_t station, const char* target) {
+  return Guarded(
+      -1, [=] { return context->store.DeleteObs(station, target); }, context, target);
+}
+
+int32_t GetObsData(Context* context, int32_t station, const char* target, ObsData* out) {
+  return Guarded(
+      -1,
+      [=] {
+        const ObsData* obs = std::as_const(context->store).FindObs(station, target);
+        if (obs == nullptr) return -1;
+        *out = *obs;
+        return station;
+      },
+      context, target, out);
+}
+
+int32_t SetObsData(Context* context, int32_t station, const char* target, ObsData observation) {
+  return Guarded(
+      -1, [&] { return context->store.SetObs(station, target, observation); }, context, target);
+}
+
+// ---- Computations ----
+
+int32_t GetNetType(Context* context) {
+  return Guarded(
+      0, [=] { return brenu::ClassifyNetwork(*context); }, context);
+}
+
+bool ApproxCalc(Context* context) {
+  return Guarded(
+      false, [=] { return brenu::RunApproxCalc(*context); }, context);
+}
+
+bool GetApproxResult(Context* context, int32_t number, PointData* out) {
+  return Guarded(
+      false, [=] { return Deliver(brenu::ApproxResult(*context, number), out); }, context, out);
+}
+
+bool LeastSquareAdj(Context* context) {
+  return Guarded(
+      false, [=] { return brenu::RunLeastSquareAdj(*context); }, context);
+}
+
+bool NonDirectionAdj(Context* /*context*/) { return false; }
+
+int32_t DataSnooping(Context* /*context*/, uint32_t /*kind*/, double /*levelAlpha*/,
+                     double /*planeAlpha*/) {
+  return 0;
+}
+
+// ---- Results ----
+
+bool GetPlaneResult(Context* context, int32_t index, PlaneResult* out) {
+  return Guarded(
+      false, [=] { return Deliver(brenu::PlanePointResult(*context, index), out); }, context, out);
+}
+
+bool GetDirAngleResult(Context* context, int32_t station, const char* target, double* residual,
+                       double* adjusted, double* apriori) {
+  return Guarded(
+      false,
+      [=] {
+        const auto result = brenu::DirectionResult(*context, station, target);
+        return DeliverObs(result, residual, adjusted, apriori);
+      },
+      context, target, residual, adjusted, apriori);
+}
+
+bool GetLengthResult(Context* context, int32_t station, const char* target, double* residual,
+                     double* adjusted, double* apriori) {
+  return Guarded(
+      false,
+      [=] {
+        const auto result = brenu::DistanceResult(*context, station, target);
+        return DeliverObs(result, residual, adjusted, apriori);
+      },
+      context, target, residual, adjusted, apriori);
+}
+
+bool GetAzimuthResult(Context* context, int32_t station, const char* target, double* residual,
+                      double* adjusted, double* apriori) {
+  return Guarded(
+      false,
+      [=] {
+        const auto result = brenu::AzimuthResult(*context, station, target);
+        return DeliverObs(result, residual, adjusted, apriori);
+      },
+      context, target, residual, adjusted, apriori);
+}
+
+bool GetAzAndLenPrecision(Context* context, int32_t station, const char* target, double* azimuth,
+                          double* azimuthError, double* length, double* lengthError,
+                          int32_t* relativePrecision) {
+  return Guarded(
+      false,
+      [=] {
+        const auto line = brenu::LineResult(*context, station, target);
+        if (!line) return false;
+        *azimuth = line->azimuth;
+        *azimuthError = line->azimuthError;
+        *length = line->length;
+        *lengthError = line->lengthError;
+        *relativePrecision = line->relativePrecision;
+        return true;
+      },
+      context, target, azimuth, azimuthError, length, lengthError, relativePrecision);
+}
+
+bool GetVerticalResult(Context* context, int32_t index, VerticalResult* out) {
+  return Guarded(
+      false, [=] { return Deliver(brenu::HeightResult(*context, index), out); }, context, out);
+}
+
+bool GetHeightObsResult(Context* context, int32_t station, const char* target, double* residual,
+                        double* adjusted, double* sigma, double* weight) {
+  return Guarded(
+      false,
+      [=] {
+        const auto result = brenu::HeightDiffResult(*context, station, target);
+        if (!result) return false;
+        *residual = result->residual;
+        *adjusted = result->adjusted;
+        *sigma = result->sigma;
+        *weight = result->weight;
+        return true;
+      },
+      context, target, residual, adjusted, sigma, weight);
+}
+
+// ---- Closure errors and reports ----
+
+bool CalculateCloseError(Context* /*context*/) { return false; }
+int32_t GetCloseErrorCount(Context* /*context*/) { return 0; }
+bool GetCloseError(Context* /*context*/, int32_t /*index*/, CloseError* /*out*/) { return false; }
+int32_t GetCloseErrorMark(Context* /*context*/) { return 0; }
+bool ExportResultFile(Context* /*context*/, const char* /*path*/) { return false; }
+bool ExportCloseErrorFile(Context* /*context*/, const char* /*path*/) { return false; }
+
+// ---- Trilateration and traverses ----
+
+bool JudgeTrilateration(Context* /*context*/) { return false; }
+bool InitializeDataTrilateration(Context* /*context*/) { return false; }
+bool TrilaterationDirection(Context* /*context*/) { return false; }
+
+int32_t GetTrilaterationDirection(Context* /*context*/, CircleRecord* /*first*/,
+                                  CircleRecord* /*second*/, char* /*direction*/) {
+  return 0;
+}
+
+bool CalcTrilaterationpPoint(Context* /*context*/, uint8_t /*side*/, CircleRecord /*first*/,
+                             CircleRecord /*second*/, const char* /*name*/,
+                             uint32_t* /*remaining*/) {
+  return false;
+}
+
+int32_t GetTraverseResult(Context* /*context*/, int32_t /*index*/, double* /*angle*/,
+                          double* /*angleCorrection*/, double* /*azimuth*/, double* /*length*/,
+                          double* /*dx*/, double* /*dy*/, double* /*dxCorrection*/,
+                          double* /*dyCorrection*/, double* /*x*/, double* /*y*/,
+                          double* /*angleMisclosure*/, double* /*lengthMisclosure*/,
+                          int32_t* /*relativePrecision*/) {
+  return 0;
+}
+
+// ---- Reductions ----
+
+void CentreCorrect(double, double, double, double, double*, double*) {}
+double DovCorrect(double, double, double, double) { return 0.0; }
+double HeightMarkCorrect(double, double, double, double, double) { return 0.0; }
+double SectionCorrect(double, double, double, double, double) { return 0.0; }
+double DistanceReduction(double, double, double, double, double, double, double) { return 0.0; }
+double AstronomicalAzimuthReduction(double, double, double, double) { return 0.0; }
+double DirectionCorrect(double, double, double, double, double) { return 0.0; }
+double DistanceCorrect(double, double, double, double) { return 0.0; }
+double PlaneAzimuthCorrect(double, double, double, double, double, double, double, double, double) {
+  return 0.0;
+}
+void MeteorologicalCorrect(double, double, double, double, double, double, double, double, double,
+                           double, double*) {}
+void MeteorologicalCorrect2(double, double, double, double, double, double, double, double,
+                            double*) {}
+void ConstAddMultiplyCorrect(double, double, double, double*) {}
+void ProjectionCorrect(double, double, double, double, double, double, double*) {}
+void GaussCorrect(double, double, double, double, double, double, double, double, double, double*,
+                  double*) {}
+double GetRm(double, double, double, double) { return 0.0; }
+double GetRn(double, double, double, double, double) { return 0.0; }
+
+}  // extern "C"

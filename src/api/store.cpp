@@ -1,0 +1,145 @@
+#include "api/store.h"
+
+#include <string>
+#include <utility>
+
+namespace brenu {
+
+namespace {
+
+// A name that fills its field is cut to leave room for the NUL.
+PointData Terminated(PointData point) {
+  point.name[kMaxNameLength] = '\0';
+  return point;
+}
+
+}  // namespace
+
+void Store::Clear() {
+  m_points.clear();
+  m_names.Clear();
+  m_observations.clear();
+  m_anglePairs.clear();
+}
+
+std::int32_t Store::AddPoint(std::int32_t index, const PointData& point) {
+  if (index < 0 || m_points.contains(index) || m_names.Has(NameOf(point))) return -1;
+  const auto place = m_points.emplace(index, Terminated(point)).first;
+  m_names.Add(NameOf(place->second), index);
+  return index;
+}
+
+std::int32_t Store::DeletePoint(std::int32_t index) {
+  auto place = m_points.find(index);
+  if (place == m_points.end()) return -1;
+  const std::string name(NameOf(place->second));
+  m_observations.erase(name);
+  for (auto& [station, targets] : m_observations) targets.erase(name);
+
+  m_names.Remove(name, index);
+  for (auto next = std::next(place); next != m_points.end(); place = next++) {
+    m_names.Remove(NameOf(next->second), next->first);
+    m_names.Add(NameOf(next->second), place->first);
+    place->second = next->second;
+  }
+  m_points.erase(place);
+  return index;
+}
+
+std::int32_t Store::SetPoint(std::int32_t index, const PointData& point) {
+  const auto place = m_points.find(index);
+  if (place == m_points.end()) return -1;
+  const std::string oldName(NameOf(place->second));
+  place->second = Terminated(point);
+  const std::string newName(NameOf(point));
+  if (oldName == newName) return index;
+  m_names.Remove(oldName, index);
+  m_names.Add(newName, index);
+  return RenameInObservations(oldName, newName) ? index : -1;
+}
+
+bool Store::RenameInObservations(std::string_view from, std::string_view to) {
+  if (m_observations.contains(to)) return false;
+  if (const auto place = m_observations.find(from); place != m_observations.end()) {
+    auto station = m_observations.extract(place);
+    station.key() = to;
+    m_observations.insert(std::move(station));
+  }
+  for (auto& [station, targets] : m_observations) {
+    const auto old = targets.find(from);
+    if (old == targets.end()) continue;
+    targets.insert_or_assign(std::string(to), old->second);
+    targets.erase(old);
+  }
+  return true;
+}
+
+const PointData* Store::FindPoint(std::int32_t index) const {
+  const auto place = m_points.find(index);
+  return place == m_points.end() ? nullptr : &place->second;
+}
+
+const PointData& Store::PointOrEmpty(std::int32_t index) {
+  const auto [place, added] = m_points.try_emplace(index, PointData{});
+  if (added) m_names.Add({}, index);
+  return place->second;
+}
+
+const TargetMap* Store::TargetsOf(std::int32_t station) const {
+  const PointData* point = FindPoint(station);
+  if (point == nullptr) return nullptr;
+  const auto place = m_observations.find(NameOf(*point));
+  return place == m_observations.end() ? nullptr : &place->second;
+}
+
+std::int32_t Store::ObsCount(std::int32_t station) const {
+  const TargetMap* targets = TargetsOf(station);
+  return targets == nullptr ? 0 : static_cast<std::int32_t>(targets->size());
+}
+
+const ObsData* Store::FindObs(std::int32_t station, std::string_view target) const {
+  const TargetMap* targets = TargetsOf(station);
+  if (targets == nullptr) return nullptr;
+  const auto place = targets->find(target);
+  return place == targets->end() ? nullptr : &place->second;
+}
+
+ObsData* Store::FindObs(std::int32_t station, std::string_view target) {
+  return const_cast<ObsData*>(std::as_const(*this).FindObs(station, target));
+}
+
+std::int32_t Store::AddObs(std::int32_t station, std::string_view target, const ObsData& obs) {
+  const PointData* point = FindPoint(station);
+  if (point == nullptr || target == NameOf(*point) || !m_names.Has(target)) return -1;
+  if (FindObs(station, target) != nullptr) return -1;
+  m_observations[std::string(NameOf(*point))].emplace(target, obs);
+  return station;
+}
+
+std::int32_t Store::SetObs(std::int32_t station, std::string_view target, const ObsData& obs) {
+  ObsData* stored = FindObs(station, target);
+  if (stored == nullptr) return -1;
+  *stored = obs;
+  return station;
+}
+
+std::int32_t Store::DeleteObs(std::int32_t station, std::string_view target) {
+  const PointData* point = FindPoint(station);
+  if (point == nullptr) return -1;
+  const auto entry = m_observations.find(NameOf(*point));
+  if (entry == m_observations.end()) return -1;
+  const auto place = entry->second.find(target);
+  if (place == entry->second.end()) return -1;
+  entry->second.erase(place);
+  return station;
+}
+
+std::int32_t Store::AddObsPair(std::int32_t station, std::string_view target1,
+                               std::string_view target2, const ObsData& obs1, const ObsData& obs2) {
+  if (AddObs(station, target1, obs1) == -1) return -1;
+  if (AddObs(station, target2, obs2) == -1) return -1;
+  m_anglePairs[station].insert_or_assign(std::string(target2), std::string(target1));
+  return 1;
+}
+
+}  // namespace brenu

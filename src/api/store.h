@@ -1,0 +1,60 @@
+#pragma once
+
+#include <cstdint>
+#include <map>
+#include <string_view>
+
+#include "api/name_index.h"
+#include "core/records.h"
+
+namespace brenu {
+
+// The points and observations of a job: what the host entered, from which the networks are built
+// before every computation.  Functions returning an index give -1 on refusal, which leaves the
+// store as it was except where said otherwise.
+class Store {
+ public:
+  using PointMap = std::map<std::int32_t, PointData>;  // by index
+
+  const PointMap& Points() const { return m_points; }
+  const ObservationMap& Observations() const { return m_observations; }
+  void Clear();
+
+  std::int32_t AddPoint(std::int32_t index, const PointData& point);
+  // The points of higher index move down by one place in the set of indices in use.
+  std::int32_t DeletePoint(std::int32_t index);
+  // Overwrites first and refuses the renaming afterwards, when the new name is a station already.
+  std::int32_t SetPoint(std::int32_t index, const PointData& point);
+  // Null when there is no such point.
+  const PointData* FindPoint(std::int32_t index) const;
+  // Adds an empty point when there is none.
+  const PointData& PointOrEmpty(std::int32_t index);
+  // The lowest index of a point of that name.
+  std::int32_t IndexOfName(std::string_view name) const { return m_names.First(name); }
+
+  std::int32_t ObsCount(std::int32_t station) const;
+  std::int32_t AddObs(std::int32_t station, std::string_view target, const ObsData& obs);
+  std::int32_t DeleteObs(std::int32_t station, std::string_view target);
+  std::int32_t SetObs(std::int32_t station, std::string_view target, const ObsData& obs);
+  // Null when the pair is not stored.
+  const ObsData* FindObs(std::int32_t station, std::string_view target) const;
+
+  // Adds the observations of a station to two targets and registers the pair.  1 or -1; a first
+  // target that could be added stays when the second is refused.
+  std::int32_t AddObsPair(std::int32_t station, std::string_view target1, std::string_view target2,
+                          const ObsData& obs1, const ObsData& obs2);
+
+ private:
+  // The targets of a station; null when it is no point or has no entry.
+  const TargetMap* TargetsOf(std::int32_t station) const;
+  ObsData* FindObs(std::int32_t station, std::string_view target);
+  bool RenameInObservations(std::string_view from, std::string_view to);
+
+  PointMap m_points;
+  NameIndex m_names;  // of m_points
+  ObservationMap m_observations;
+  // Station index -> second target -> first target, of the pairs added at once.
+  std::map<std::int32_t, std::map<std::string, std::string, std::less<>>> m_anglePairs;
+};
+
+}  // namespace brenu

@@ -1,0 +1,98 @@
+#include "core/text_number.h"
+
+#include <charconv>
+#include <limits>
+
+namespace brenu {
+
+namespace {
+
+std::string_view SkipBlanks(std::string_view text) {
+  const std::size_t start = text.find_first_not_of(" \t\n\v\f\r");
+  return start == std::string_view::npos ? std::string_view{} : text.substr(start);
+}
+
+// Takes a sign off the front.
+bool TakeMinus(std::string_view& text) {
+  if (text.empty() || (text.front() != '-' && text.front() != '+')) return false;
+  const bool minus = text.front() == '-';
+  text.remove_prefix(1);
+  return minus;
+}
+
+bool IsDigit(char c) { return c >= '0' && c <= '9'; }
+
+// Whether a decimal number that does not fit a double is too large, not too small: the exponent of
+// its leading digit decides.
+bool IsTooLarge(std::string_view number) {
+  std::int64_t leading = 0;  // power of ten of the first nonzero digit, plus one
+  bool point = false;
+  bool nonzero = false;
+  std::size_t i = 0;
+  for (; i < number.size() && (IsDigit(number[i]) || number[i] == '.'); ++i) {
+    if (number[i] == '.') {
+      point = true;
+      continue;
+    }
+    nonzero = nonzero || number[i] != '0';
+    if (!point && nonzero) ++leading;
+    if (point && !nonzero) --leading;
+  }
+  const std::string_view exponent = i < number.size() ? number.substr(i + 1) : std::string_view{};
+  return leading + ParseInt(exponent) > 0;
+}
+
+}  // namespace
+
+double ParseDouble(std::string_view text) {
+  text = SkipBlanks(text);
+  const bool minus = TakeMinus(text);
+  if (text.empty() || text.front() == '-') return 0.0;
+  double value = 0.0;
+  const auto result = std::from_chars(text.data(), text.data() + text.size(), value);
+  if (result.ec == std::errc::result_out_of_range) {
+    const auto length = static_cast<std::size_t>(result.ptr - text.data());
+    const bool large = IsTooLarge(text.substr(0, length));
+    value = large ? std::numeric_limits<double>::infinity() : 0.0;
+  }
+  return minus ? -value : value;
+}
+
+std::int32_t ParseInt(std::string_view text) {
+  text = SkipBlanks(text);
+  const bool minus = TakeMinus(text);
+  std::int64_t value = 0;
+  constexpr std::int64_t kLimit = std::numeric_limits<std::int32_t>::max();
+  for (const char c : text) {
+    if (!IsDigit(c)) break;
+    value = value * 10 + (c - '0');
+    if (value > kLimit + 1) value = kLimit + 1;
+  }
+  if (minus) return static_cast<std::int32_t>(-value);
+  return static_cast<std::int32_t>(value > kLimit ? kLimit : value);
+}
+
+namespace {
+
+// Room for the longest double in fixed notation.
+constexpr std::size_t kNumberRoom = 512;
+
+void Append(std::string& out, double value, std::chars_format format, int precision) {
+  char buffer[kNumberRoom];
+  const auto end = std::to_chars(buffer, buffer + kNumberRoom, value, format, precision);
+  out.append(buffer, end.ptr);
+}
+
+}  // namespace
+
+void AppendFixed(std::string& out, double value, int decimals) {
+  Append(out, value, std::chars_format::fixed, decimals);
+}
+
+void AppendGeneral(std::string& out, double value) {
+  Append(out, value, std::chars_format::general, 6);
+}
+
+void AppendInt(std::string& out, std::int32_t value) { out += std::to_string(value); }
+
+}  // namespace brenu

@@ -1,0 +1,19 @@
+// Entering the pieces of a line into the store, as both readers do it.
+#pragma once
+
+#include <cstdint>
+#include <span>
+#include <string_view>
+
+#include "api/store.h"
+
+namespace brenu {
+
+// Pieces: name, type, x, y, h.  Null on success, otherwise what is wrong.
+const char* EnterPoint(Store& store, std::int32_t index, std::span<const std::string_view> pieces);
+
+// Null on success, otherwise what is wrong.
+const char* EnterObs(Store& store, std::string_view station, std::string_view target,
+                     const ObsData& obs);
+
+}  // namespace brenu

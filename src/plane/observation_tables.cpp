@@ -1,0 +1,35 @@
+#include "plane/observation_tables.h"
+
+#include <algorithm>
+
+#include "core/angles.h"
+
+namespace brenu {
+
+ObservationTables::ObservationTables(const NetworkLayout& layout) {
+  const auto sights = layout.Sights();
+  for (std::size_t k = 0; k < sights.size(); ++k) {
+    const Sight& s = sights[k];
+    const auto sight = static_cast<std::int32_t>(k);
+    if (HasDirection(s.obs)) {
+      const auto place = static_cast<std::int32_t>(directions.size());
+      const bool newSet = directions.empty() || directions.back().from != s.station;
+      if (newSet) sets.push_back({place, place});
+      directions.push_back({sight, s.station, s.target, DmsToRad(s.obs.direction)});
+      sets.back().end = place + 1;
+    }
+    if (HasDistance(s.obs)) distances.push_back({sight, s.station, s.target, s.obs.distance});
+    if (HasAzimuth(s.obs)) {
+      azimuths.push_back({sight, s.station, s.target, DmsToRad(s.obs.azimuth)});
+    }
+  }
+}
+
+const PlaneObs* FindObs(const std::vector<PlaneObs>& table, std::int32_t sight) {
+  const auto found =
+      std::lower_bound(table.begin(), table.end(), sight,
+                       [](const PlaneObs& o, std::int32_t wanted) { return o.sight < wanted; });
+  return found != table.end() && found->sight == sight ? &*found : nullptr;
+}
+
+}  // namespace brenu

@@ -1,0 +1,39 @@
+#pragma once
+
+#include <cstdint>
+#include <vector>
+
+#include "core/network_layout.h"
+
+namespace brenu {
+
+// One observation of the plane network.
+struct PlaneObs {
+  std::int32_t sight;     // its sight in the layout
+  std::int32_t from, to;  // slots of station and target
+  double observed;        // radians, or metres for a distance
+  double residual = 0.0;  // reduced observation, later residual: arc-seconds, or metres
+  bool inUse = true;      // cleared when data snooping takes the observation out
+};
+
+// The directions of one station, which share an orientation.
+struct DirectionSet {
+  std::int32_t first, end;        // its part of the direction table
+  std::int32_t orientation = -1;  // its orientation unknown; -1 when no direction is in use
+};
+
+// The observations of a plane network, each kind in walk order (ascending sights).
+struct ObservationTables {
+  ObservationTables() = default;
+  explicit ObservationTables(const NetworkLayout& layout);
+
+  std::vector<PlaneObs> directions;
+  std::vector<PlaneObs> distances;
+  std::vector<PlaneObs> azimuths;
+  std::vector<DirectionSet> sets;
+};
+
+// The entry of a sight in one of the tables; null when it has none.
+const PlaneObs* FindObs(const std::vector<PlaneObs>& table, std::int32_t sight);
+
+}  // namespace brenu

@@ -1,0 +1,44 @@
+#include <cmath>
+
+#include "core/angles.h"
+#include "plane/plane_net.h"
+
+namespace brenu {
+
+namespace {
+
+// Below this the point is taken as held, and no ellipse is computed (metres).
+constexpr double kHeldPoint = 0.0001;
+
+// Standard errors and error ellipse from the covariances of X and Y (square metres).
+void SetPrecision(PlaneResult& point, double sxx, double syy, double sxy) {
+  point.mx = std::sqrt(sxx);
+  point.my = std::sqrt(syy);
+  point.mp = std::sqrt(sxx + syy);
+  if (point.mp < kHeldPoint) return;
+  const double k = std::sqrt(4.0 * sxy * sxy + (sxx - syy) * (sxx - syy));
+  point.e = std::sqrt((sxx + syy + k) / 2.0);
+  point.f = std::sqrt((sxx + syy - k) / 2.0);
+  double t = sxx > syy ? 0.0 : kPi / 2.0;
+  if (!(std::fabs(sxy) < 1e-14)) {
+    t = std::atan((point.e * point.e - sxx) / sxy);
+    if (t < 0.0) t += kPi;
+  }
+  point.t = RadToDms(t);
+}
+
+}  // namespace
+
+void PlaneNet::CalcPointPrecision() {
+  const double variance = m_sigma0 * m_sigma0;
+  for (std::int32_t slot = 0; slot < m_net->SlotCount(); ++slot) {
+    const std::int32_t point = m_net->PointOf(slot);
+    if (point < m_firstUnknownPoint) continue;  // no unknown, or a name without a point
+    const std::int32_t x = 2 * (point - m_firstUnknownPoint);
+    SetPrecision(m_coords[static_cast<std::size_t>(slot)], variance * m_normal.Cofactor(x, x),
+                 variance * m_normal.Cofactor(x + 1, x + 1),
+                 variance * m_normal.Cofactor(x, x + 1));
+  }
+}
+
+}  // namespace brenu

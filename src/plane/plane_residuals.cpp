@@ -1,0 +1,59 @@
+#include <cmath>
+
+#include "core/angles.h"
+#include "plane/plane_net.h"
+
+namespace brenu {
+
+// Residuals of all observations from the coordinates after the last pass, and [pvv] of those in
+// use.
+double PlaneNet::CalcResiduals() {
+  const auto x = m_normal.Solution();
+  const double angleWeight = 1.0 / (m_param.MO * m_param.MO);
+  double sum = 0.0;
+
+  for (const DirectionSet& set : m_obs.sets) {
+    const double orientation =
+        set.orientation < 0 ? 0.0 : x[static_cast<std::size_t>(set.orientation)];
+    for (std::int32_t k = set.first; k < set.end; ++k) {
+      PlaneObs& o = m_obs.directions[static_cast<std::size_t>(k)];
+      // v = l + sum a x: l is that of the last pass, the coefficients are of the new coordinates.
+      double v = o.residual - orientation;
+      const LineEquation line = DirectionCoefficients(o.from, o.to);
+      for (const Term& t : line.Terms()) {
+        v += t.coefficient * x[static_cast<std::size_t>(t.unknown)];
+      }
+      o.residual = v;
+      if (o.inUse) sum += v * v * angleWeight;
+    }
+  }
+  sum += CalcDistanceResiduals();
+  for (PlaneObs& o : m_obs.azimuths) {
+    o.residual = (DirectionCoefficients(o.from, o.to).value - o.observed) * kRho;
+    if (o.inUse) sum += o.residual * o.residual * angleWeight;
+  }
+  return sum;
+}
+
+double PlaneNet::CalcDistanceResiduals() {
+  double sum = 0.0;
+  for (PlaneObs& o : m_obs.distances) {
+    o.residual = DistanceCoefficients(o.from, o.to).value - o.observed;
+    const double error = DistanceError(o.observed);
+    if (o.inUse) sum += o.residual * o.residual / (error * error);
+  }
+  return sum;
+}
+
+// Observations minus unknowns.  Observations taken out by data snooping still count, an orientation
+// counts only where a direction is in use.
+std::int32_t PlaneNet::Redundancy() const {
+  const std::size_t observations =
+      m_obs.directions.size() + m_obs.distances.size() + m_obs.azimuths.size();
+  std::int32_t orientations = 0;
+  for (const DirectionSet& set : m_obs.sets) orientations += set.orientation < 0 ? 0 : 1;
+  return static_cast<std::int32_t>(observations) -
+         2 * (m_net->PointCount() - m_net->ControlCount()) - orientations;
+}
+
+}  // namespace brenu
