@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <vector>
 
 #include "api/store.h"
 #include "core/records.h"
@@ -15,4 +16,5 @@ struct AdjustmentContext {
   std::int32_t netType = brenu::kNoControl;  // as of the last build or classification
   brenu::LevelNet levelNet;
   brenu::PlaneNet planeNet;
+  std::vector<CloseError> closeErrors;  // levelling records, then traverses
 };

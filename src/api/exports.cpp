@@ -5,10 +5,13 @@
 #include <utility>
 
 #include "api/adjustment_context.h"
+#include "api/closure_list.h"
 #include "api/computations.h"
 #include "api/network_build.h"
 #include "api/result_lookup.h"
+#include "io/closure_report.h"
 #include "io/project_file.h"
+#include "io/result_report.h"
 #include "io/station_file.h"
 
 namespace {
@@ -192,9 +195,10 @@ bool LeastSquareAdj(Context* context) {
 
 bool NonDirectionAdj(Context* /*context*/) { return false; }
 
-int32_t DataSnooping(Context* /*context*/, uint32_t /*kind*/, double /*levelAlpha*/,
-                     double /*planeAlpha*/) {
-  return 0;
+int32_t DataSnooping(Context* context, uint32_t kind, double levelAlpha, double planeAlpha) {
+  return Guarded(
+      0, [=] { return brenu::RunDataSnooping(*context, kind, levelAlpha, planeAlpha) ? 1 : 0; },
+      context);
 }
 
 // ---- Results ----
@@ -278,12 +282,40 @@ bool GetHeightObsResult(Context* context, int32_t station, const char* target, d
 
 // ---- Closure errors and reports ----
 
-bool CalculateCloseError(Context* /*context*/) { return false; }
-int32_t GetCloseErrorCount(Context* /*context*/) { return 0; }
-bool GetCloseError(Context* /*context*/, int32_t /*index*/, CloseError* /*out*/) { return false; }
-int32_t GetCloseErrorMark(Context* /*context*/) { return 0; }
-bool ExportResultFile(Context* /*context*/, const char* /*path*/) { return false; }
-bool ExportCloseErrorFile(Context* /*context*/, const char* /*path*/) { return false; }
+bool CalculateCloseError(Context* context) {
+  return Guarded(
+      false, [=] { return brenu::CalculateClosures(*context); }, context);
+}
+
+int32_t GetCloseErrorCount(Context* context) {
+  return context == nullptr ? 0 : static_cast<int32_t>(context->closeErrors.size());
+}
+
+bool GetCloseError(Context* context, int32_t index, CloseError* out) {
+  return Guarded(
+      false,
+      [=] {
+        if (index < 0 || index >= GetCloseErrorCount(context)) return false;
+        *out = context->closeErrors[static_cast<std::size_t>(index)];
+        return true;
+      },
+      context, out);
+}
+
+int32_t GetCloseErrorMark(Context* context) {
+  return Guarded(
+      0, [=] { return brenu::AllClosuresPass(*context) ? 1 : 0; }, context);
+}
+
+bool ExportResultFile(Context* context, const char* path) {
+  return Guarded(
+      false, [=] { return brenu::WriteResultReport(*context, path); }, context, path);
+}
+
+bool ExportCloseErrorFile(Context* context, const char* path) {
+  return Guarded(
+      false, [=] { return brenu::WriteClosureReport(context->closeErrors, path); }, context, path);
+}
 
 // ---- Trilateration and traverses ----
 

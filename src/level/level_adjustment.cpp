@@ -14,8 +14,7 @@ bool LevelNet::LevelAdjust() {
   if (!FormNormalEquation()) return false;
   HoldKnownHeights();
   if (!SolveHeight()) return false;
-  // The divisor is the number of new heights, not the redundancy.
-  m_sigma0 = std::sqrt(CalcVtPV() / (m_net->PointCount() - m_net->ControlCount()));
+  SetSigma0(CalcVtPV());
   CalcLevelPrecision();
   return true;
 }
@@ -68,17 +67,24 @@ double LevelNet::CalcVtPV() {
   return sum;
 }
 
+// The divisor is the number of new heights, not the redundancy.
+void LevelNet::SetSigma0(double vtpv) {
+  m_sigma0 = std::sqrt(vtpv / (m_net->PointCount() - m_net->ControlCount()));
+}
+
+double LevelNet::CofactorOfDifference(const Sight& sight) const {
+  const std::int32_t i = m_net->PointOf(sight.station);
+  const std::int32_t j = m_net->PointOf(sight.target);
+  return m_normal.Cofactor(j, j) + m_normal.Cofactor(i, i) - 2.0 * m_normal.Cofactor(i, j);
+}
+
 void LevelNet::CalcLevelPrecision() {
   for (std::int32_t i = 0; i < m_net->PointCount(); ++i) {
     m_pointSigma[static_cast<std::size_t>(i)] = m_sigma0 * std::sqrt(m_normal.Cofactor(i, i));
   }
   const auto sights = m_net->Sights();
   for (std::size_t k = 0; k < sights.size(); ++k) {
-    const std::int32_t i = m_net->PointOf(sights[k].station);
-    const std::int32_t j = m_net->PointOf(sights[k].target);
-    const double cofactor =
-        m_normal.Cofactor(j, j) + m_normal.Cofactor(i, i) - 2.0 * m_normal.Cofactor(i, j);
-    m_obsSigma[k] = m_sigma0 * std::sqrt(cofactor);
+    m_obsSigma[k] = m_sigma0 * std::sqrt(CofactorOfDifference(sights[k]));
   }
 }
 

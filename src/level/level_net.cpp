@@ -46,7 +46,8 @@ std::optional<HeightObsResult> LevelNet::ResultOfObs(std::string_view station,
   const auto k = static_cast<std::size_t>(sight);
   if (sight < 0 || k >= m_residual.size()) return std::nullopt;
   const double observed = m_net->Sights()[k].obs.heightDiff;
-  return HeightObsResult{m_residual[k], observed + m_residual[k], m_obsSigma[k], m_weight[k]};
+  return HeightObsResult{m_residual[k], observed + m_residual[k], m_obsSigma[k], m_weight[k],
+                         IsRemoved(k)};
 }
 
 }  // namespace brenu

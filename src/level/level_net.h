@@ -15,6 +15,7 @@ namespace brenu {
 // What the adjustment found for one levelled height difference, metres.
 struct HeightObsResult {
   double residual, adjusted, sigma, weight;
+  bool removed;  // taken out by data snooping
 };
 
 // The height network: bench marks, new points and levelled height differences.
@@ -38,6 +39,18 @@ class LevelNet {
   // Least-squares adjustment of the heights with weights 1 km / L.
   bool LevelAdjust();
 
+  // The same, taking out one observation a round as long as the largest standardised residual
+  // exceeds the two-sided critical value of the level of significance; the a-priori standard error
+  // is 1 mm for 1 km.  What is taken out has weight 0.
+  bool LevelDataSnooping(double alpha);
+
+  // Closure errors from the approximate heights, appended as records without flags: of the shortest
+  // lines between any two bench marks, and of loops, in which each observation starts one loop at
+  // most.  False when there can be none (fewer than two bench marks; a tree), for negative or
+  // infinite line lengths, and for observations to names without a point.
+  bool CalcLineCloseError(std::vector<CloseError>& records) const;
+  bool CalcLoopCloseError(std::vector<CloseError>& records) const;
+
   // -1 when the network has no such point.
   std::int32_t IndexOfPoint(std::string_view name) const { return m_layout->IndexOfPoint(name); }
   const PointData& Point(std::int32_t number) const {
@@ -48,6 +61,8 @@ class LevelNet {
   std::optional<VerticalResult> ResultOfPoint(std::string_view name) const;
   std::optional<HeightObsResult> ResultOfObs(std::string_view station,
                                              std::string_view target) const;
+  // The standard error of 1 km of levelling, metres, from the last adjustment.
+  double Sigma0() const { return m_sigma0; }
   // False for a point whose height the last computation could not reach.
   bool IsReached(std::string_view name) const;
 
@@ -57,7 +72,17 @@ class LevelNet {
   void HoldKnownHeights();
   bool SolveHeight();
   double CalcVtPV();
+  void SetSigma0(double vtpv);
   void CalcLevelPrecision();
+  // The cofactor of the adjusted height difference.
+  double CofactorOfDifference(const Sight& sight) const;
+
+  struct WorstObs {
+    std::int32_t observation = -1;
+    double value = 0.0;
+  };
+  WorstObs FindWorst() const;
+  bool IsRemoved(std::size_t observation) const;
 
   // As filled by the network build.
   std::shared_ptr<const NetworkLayout> m_layout = std::make_shared<NetworkLayout>();

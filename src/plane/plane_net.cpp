@@ -49,6 +49,11 @@ bool PlaneNet::IsReached(std::string_view name) const {
   return slot >= 0 && static_cast<std::size_t>(slot) < m_coords.size() && HasCoordinates(slot);
 }
 
+bool PlaneNet::IsControl(std::string_view name) const {
+  const std::int32_t point = m_net->IndexOfPoint(name);
+  return point >= 0 && point < m_net->ControlCount();
+}
+
 const PointData* PlaneNet::FindPoint(std::int32_t number) const {
   const auto i = static_cast<std::size_t>(number);
   return number >= 0 && i < m_points.size() ? &m_points[i] : nullptr;

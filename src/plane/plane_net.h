@@ -17,6 +17,7 @@ namespace brenu {
 // What the adjustment found for one observation, in the units of the public getters.
 struct PlaneObsResult {
   double residual, adjusted, apriori;
+  bool removed;  // taken out by data snooping
 };
 
 // Azimuth and length between two points from their adjusted coordinates.
@@ -47,7 +48,11 @@ class PlaneNet {
   // Least-squares adjustment of coordinates and orientation unknowns.
   bool Adjust();
 
-  // The same from distances alone, on the working coordinates as they are: known points are no
+  // The same with one Gauss-Newton step a round, taking out the observation with the largest test
+  // value as long as it exceeds the two-sided critical value of the level of significance.
+  bool DataSnooping(double alpha);
+
+  // Adjusts distances alone, on the working coordinates as they are: known points are no
   // unknowns, and neither directions nor azimuths take part.
   bool AdjustDistances();
 
@@ -66,6 +71,9 @@ class PlaneNet {
                                                 std::string_view target) const;
   std::optional<LinePrecision> PrecisionOfLine(std::string_view station,
                                                std::string_view target) const;
+  // Whether the last computation held the point as a control point.
+  bool IsControl(std::string_view name) const;
+  const AdjParam& Param() const { return m_param; }
   // The a-posteriori standard error of unit weight of the last adjustment.
   double Sigma0() const { return m_sigma0; }
   // False for a point whose coordinates the last computation could not reach.
@@ -93,6 +101,7 @@ class PlaneNet {
   double CalcDistanceResiduals();
   std::int32_t Redundancy() const;
   void CalcPointPrecision();
+  PlaneObs* FindWorst(double critical);
 
   bool BuildDistanceNormals();
 

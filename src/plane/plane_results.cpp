@@ -17,7 +17,7 @@ namespace {
 // hundreds count as minutes.  The getters have always answered so.
 PlaneObsResult AngleResult(const PlaneObs& o, double apriori) {
   const double adjusted = o.observed + DmsToRad(o.residual / 10000.0);
-  return {o.residual, RadToDms(adjusted), apriori};
+  return {o.residual, RadToDms(adjusted), apriori, !o.inUse};
 }
 
 }  // namespace
@@ -40,7 +40,8 @@ std::optional<PlaneObsResult> PlaneNet::ResultOfDistance(std::string_view statio
                                                          std::string_view target) const {
   const PlaneObs* o = FindObs(m_obs.distances, m_net->FindSight(station, target));
   if (o == nullptr) return std::nullopt;
-  return PlaneObsResult{o->residual, o->observed + o->residual, DistanceError(o->observed)};
+  return PlaneObsResult{o->residual, o->observed + o->residual, DistanceError(o->observed),
+                        !o->inUse};
 }
 
 std::optional<LinePrecision> PlaneNet::PrecisionOfLine(std::string_view station,

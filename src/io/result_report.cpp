@@ -1,0 +1,216 @@
+#include "io/result_report.h"
+
+#include <cmath>
+#include <span>
+#include <string>
+#include <utility>
+
+#include "core/text_number.h"
+#include "io/gbk_labels.h"
+#include "io/result_tables.h"
+#include "io/table_text.h"
+#include "io/text_file.h"
+
+namespace brenu {
+
+namespace {
+
+constexpr double kMillimetres = 1000.0;
+
+constexpr Column kApproximateColumns[] = {
+    {"Name", 12}, {"X(m)", 12, 4}, {"Y(m)", 12, 4}, {"H(m)", 12, 4}};
+constexpr Column kPlaneColumns[] = {{"Name", 12},     {"X(m)", 12, 4},  {"Y(m)", 12, 4},
+                                    {"Mx(mm)", 6, 2}, {"My(mm)", 6, 2}, {"Mp(mm)", 6, 2},
+                                    {"E(mm)", 6, 2},  {"F(mm)", 6, 2},  {"T(dms)", 10, 6}};
+constexpr Column kVerticalColumns[] = {
+    {"Name", 12}, {"H(m)", 12, 4}, {"V(mm)", 10, 2}, {"Mh(mm)", 10, 2}};
+constexpr Column kHeightColumns[] = {{"From", 12},     {"To", 12},      {"dh(m)", 8, 4},
+                                     {"Weight", 8, 4}, {"V(mm)", 8, 2}, {"Vdh(m)", 8, 4},
+                                     {"Mdh(mm)", 8, 2}};
+constexpr Column kAngleColumns[] = {{"From", 12},   {"To", 12},     {"Value(dms)", 12, 6},
+                                    {"M(s)", 4, 1}, {"V(s)", 6, 2}, {"Result(dms)", 12, 6}};
+constexpr Column kLengthColumns[] = {{"From", 12},    {"To", 12},      {"Value(m)", 10, 4},
+                                     {"M(mm)", 6, 2}, {"V(mm)", 6, 2}, {"Result(m)", 10, 4}};
+constexpr Column kPrecisionColumns[] = {{"From", 12},    {"To", 12},      {"AZ(dms)", 12, 6},
+                                        {"Ma(s)", 6, 2}, {"S(m)", 10, 4}, {"Ms(mm)", 6, 2},
+                                        {"S/Ms", 8}};
+constexpr Column kPointColumns[] = {
+    {"Name", 12}, {"X(m)", 12, 4}, {"Y(m)", 12, 4}, {"H(m)", 12, 4}, {"Attr", 12}};
+
+const char* Remark(bool removed) { return removed ? "  gross error" : ""; }
+
+class ReportWriter {
+ public:
+  explicit ReportWriter(const AdjustmentContext& context)
+      : m_context(context), m_tables(MakeResultTables(context)) {}
+
+  bool IsComplete() const { return !m_tables.failedIn; }
+
+  std::string Write() {
+    const bool done = WriteTables();
+    if (done) WriteSummary();
+    return std::move(m_out.Text());
+  }
+
+ private:
+  // False when the report has to stop in this table.
+  template <typename Row, typename WriteCells>
+  bool Table(ResultTable table, const char* keyword, std::span<const Column> columns,
+             const std::vector<Row>& rows, WriteCells writeCells) {
+    const bool stops = m_tables.failedIn == table;
+    m_out.Begin(keyword, columns);
+    for (const Row& row : rows) writeCells(row);
+    if (!stops) m_out.End();
+    return !stops;
+  }
+
+  // Tables of observations are left out when they have no rows.
+  template <typename Row, typename WriteCells>
+  bool ObsTable(ResultTable table, const char* keyword, std::span<const Column> columns,
+                const std::vector<Row>& rows, WriteCells writeCells) {
+    if (rows.empty() && m_tables.failedIn != table) return true;
+    return Table(table, keyword, columns, rows, writeCells);
+  }
+
+  bool WriteTables() {
+    const bool plane = HasPlane(m_context.netType);
+    const bool level = HasLevelling(m_context.netType);
+    return WriteApproximate() && (!plane || WritePlane()) &&
+           (!level || (WriteVertical() && WriteHeights())) &&
+           (!plane || (WriteObservations() && WritePrecision())) &&
+           WritePoints(ResultTable::kStartPoint, "[STARTPOINT]", m_tables.start) &&
+           WritePoints(ResultTable::kControlPoint, "[CONTROLPOINT]", m_tables.control);
+  }
+
+  bool WriteApproximate() {
+    return Table(ResultTable::kApproximate, "[APPROXIMATE]", kApproximateColumns,
+                 m_tables.approximate, [this](const PointRow& r) {
+                   m_out.Cell(r.name);
+                   for (const double v : {r.x, r.y, r.h}) m_out.Cell(v);
+                   m_out.EndRow();
+                 });
+  }
+
+  bool WritePlane() {
+    return Table(ResultTable::kPlane, "[PLANE]", kPlaneColumns, m_tables.plane,
+                 [this](const PlaneRow& r) {
+                   m_out.Cell(r.name);
+                   const PlaneResult& p = r.result;
+                   for (const double v : {p.x, p.y}) m_out.Cell(v);
+                   for (const double v : {p.mx, p.my, p.mp, p.e, p.f}) {
+                     m_out.Cell(v * kMillimetres);
+                   }
+                   m_out.Cell(p.t);
+                   m_out.EndRow();
+                 });
+  }
+
+  bool WriteVertical() {
+    return Table(ResultTable::kVertical, "[VERTICAL]", kVerticalColumns, m_tables.vertical,
+                 [this](const VerticalRow& r) {
+                   m_out.Cell(r.name);
+                   m_out.Cell(r.result.height);
+                   // Compared in metres: corrections that would print as -0.00 or 0.00.
+                   if (std::fabs(r.result.correction) < 5e-06) {
+                     m_out.Cell("0.00");
+                   } else {
+                     m_out.Cell(r.result.correction * kMillimetres);
+                   }
+                   m_out.Cell(r.result.sigma * kMillimetres);
+                   m_out.EndRow();
+                 });
+  }
+
+  bool WriteHeights() {
+    return ObsTable(ResultTable::kHeight, "[HEIGHT]", kHeightColumns, m_tables.heights,
+                    [this](const HeightRow& r) {
+                      m_out.Cell(r.from);
+                      m_out.Cell(r.to);
+                      m_out.Cell(r.observed);
+                      m_out.Cell(r.result.weight);
+                      m_out.Cell(r.result.residual * kMillimetres);
+                      m_out.Cell(r.result.adjusted);
+                      m_out.Cell(r.result.sigma * kMillimetres);
+                      m_out.EndRow(Remark(r.result.removed));
+                    });
+  }
+
+  // `scale` brings errors and residuals to the unit of their columns.
+  void WriteObsRow(const PlaneObsRow& r, double scale) {
+    m_out.Cell(r.from);
+    m_out.Cell(r.to);
+    m_out.Cell(r.observed);
+    m_out.Cell(r.result.apriori * scale);
+    m_out.Cell(r.result.residual * scale);
+    m_out.Cell(r.result.adjusted);
+    m_out.EndRow(Remark(r.result.removed));
+  }
+
+  bool WriteObservations() {
+    const auto angle = [this](const PlaneObsRow& r) { WriteObsRow(r, 1.0); };
+    const auto length = [this](const PlaneObsRow& r) { WriteObsRow(r, kMillimetres); };
+    return ObsTable(ResultTable::kDirection, "[DIRANGLE]", kAngleColumns, m_tables.directions,
+                    angle) &&
+           ObsTable(ResultTable::kLength, "[LENGTH]", kLengthColumns, m_tables.lengths, length) &&
+           ObsTable(ResultTable::kAzimuth, "[AZIMUTH]", kAngleColumns, m_tables.azimuths, angle);
+  }
+
+  bool WritePrecision() {
+    return ObsTable(ResultTable::kPrecision, "[PRECISION]", kPrecisionColumns, m_tables.precision,
+                    [this](const PrecisionRow& r) {
+                      m_out.Cell(r.from);
+                      m_out.Cell(r.to);
+                      m_out.Cell(r.result.azimuth);
+                      m_out.Cell(r.result.azimuthError);
+                      m_out.Cell(r.result.length);
+                      m_out.Cell(r.result.lengthError * kMillimetres);
+                      m_out.Cell(r.result.relativePrecision);
+                      m_out.EndRow();
+                    });
+  }
+
+  bool WritePoints(ResultTable table, const char* keyword, const std::vector<PointRow>& rows) {
+    return Table(table, keyword, kPointColumns, rows, [this](const PointRow& r) {
+      m_out.Cell(r.name);
+      for (const double v : {r.x, r.y, r.h}) m_out.Cell(v);
+      m_out.Cell(r.type);
+      m_out.EndRow();
+    });
+  }
+
+  void WriteSummary() {
+    std::string& out = m_out.Text();
+    if (HasLevelling(m_context.netType)) {
+      out += '\n';
+      out += label::kLevelNet;
+      out += '\n';
+      out += label::kErrorPerKilometre;
+      AppendFixed(out, m_context.levelNet.Sigma0() * kMillimetres, 3);
+      out += "(mm)\n";
+    }
+    if (HasPlane(m_context.netType)) {
+      out += '\n';
+      out += label::kPlaneNet;
+      out += '\n';
+      out += label::kAprioriError;
+      AppendFixed(out, m_context.planeNet.Param().MO, 2);
+      out += "(s)      ";
+      out += label::kPosteriorError;
+      AppendFixed(out, m_context.planeNet.Sigma0(), 2);
+      out += "(s)\n";
+    }
+  }
+
+  const AdjustmentContext& m_context;
+  ResultTables m_tables;
+  TableText m_out;
+};
+
+}  // namespace
+
+bool WriteResultReport(const AdjustmentContext& context, const char* path) {
+  ReportWriter writer(context);
+  return ReplaceFile(path, writer.Write()) && writer.IsComplete();
+}
+
+}  // namespace brenu

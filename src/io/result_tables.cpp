@@ -1,0 +1,150 @@
+#include "io/result_tables.h"
+
+#include <utility>
+
+namespace brenu {
+
+namespace {
+
+// Builds the tables one after the other until a row fails.
+class TableBuilder {
+ public:
+  explicit TableBuilder(const AdjustmentContext& context) : m_context(context) {}
+
+  ResultTables Build() {
+    const bool plane = HasPlane(m_context.netType);
+    const bool level = HasLevelling(m_context.netType);
+    const PlaneNet& planeNet = m_context.planeNet;
+    const LevelNet& levelNet = m_context.levelNet;
+
+    Points(ResultTable::kApproximate, m_tables.approximate,
+           [&](const PointData& p) { return Approximate(p); });
+    if (plane) {
+      Points(ResultTable::kPlane, m_tables.plane, [&](const PointData& p) {
+        return Named<PlaneRow>(p, planeNet.ResultOfPoint(NameOf(p)));
+      });
+    }
+    if (level) {
+      Points(ResultTable::kVertical, m_tables.vertical, [&](const PointData& p) {
+        return Named<VerticalRow>(p, levelNet.ResultOfPoint(NameOf(p)));
+      });
+      Lines(ResultTable::kHeight, m_tables.heights, IsLevelled, &ObsData::heightDiff,
+            [&](auto from, auto to) { return levelNet.ResultOfObs(from, to); });
+    }
+    if (plane) {
+      Lines(ResultTable::kDirection, m_tables.directions, HasDirection, &ObsData::direction,
+            [&](auto from, auto to) { return planeNet.ResultOfDirection(from, to); });
+      Lines(ResultTable::kLength, m_tables.lengths, HasDistance, &ObsData::distance,
+            [&](auto from, auto to) { return planeNet.ResultOfDistance(from, to); });
+      Lines(ResultTable::kAzimuth, m_tables.azimuths, HasAzimuth, &ObsData::azimuth,
+            [&](auto from, auto to) { return planeNet.ResultOfAzimuth(from, to); });
+      Precision();
+    }
+    Points(ResultTable::kStartPoint, m_tables.start, [](const PointData& p) {
+      return std::optional(PointRow{NameOf(p), p.x, p.y, p.h, p.type});
+    });
+    Points(ResultTable::kControlPoint, m_tables.control,
+           [&](const PointData& p) { return Control(p); });
+    return std::move(m_tables);
+  }
+
+ private:
+  template <typename Row, typename Result>
+  static std::optional<Row> Named(const PointData& p, const std::optional<Result>& result) {
+    if (!result) return std::nullopt;
+    return Row{NameOf(p), *result};
+  }
+
+  template <typename Row, typename MakeRow>
+  void Points(ResultTable table, std::vector<Row>& rows, MakeRow makeRow) {
+    if (m_tables.failedIn) return;
+    rows.reserve(m_context.store.Points().size());
+    for (const auto& [index, point] : m_context.store.Points()) {
+      std::optional<Row> row = makeRow(point);
+      if (!row) {
+        m_tables.failedIn = table;
+        return;
+      }
+      rows.push_back(*row);
+    }
+  }
+
+  template <typename Row, typename LookUp>
+  void Lines(ResultTable table, std::vector<Row>& rows, bool (*has)(const ObsData&),
+             double ObsData::*observed, LookUp lookUp) {
+    if (m_tables.failedIn) return;
+    for (const auto& [from, targets] : m_context.store.Observations()) {
+      for (const auto& [to, obs] : targets) {
+        if (!has(obs)) continue;
+        const auto result = lookUp(std::string_view(from), std::string_view(to));
+        if (!result) {
+          m_tables.failedIn = table;
+          return;
+        }
+        rows.push_back({from, to, obs.*observed, *result});
+      }
+    }
+  }
+
+  void Precision() {
+    const PlaneNet& net = m_context.planeNet;
+    if (m_tables.failedIn) return;
+    for (const auto& [from, targets] : m_context.store.Observations()) {
+      for (const auto& entry : targets) {
+        const std::string& to = entry.first;
+        if (net.IsControl(from) && net.IsControl(to)) continue;
+        const auto result = net.PrecisionOfLine(from, to);
+        if (!result) {
+          m_tables.failedIn = ResultTable::kPrecision;
+          return;
+        }
+        m_tables.precision.push_back({from, to, 0.0, *result});
+      }
+    }
+  }
+
+  std::optional<PointRow> Approximate(const PointData& p) const {
+    PointRow row{NameOf(p), p.x, p.y, p.h, p.type};
+    if (HasPlane(m_context.netType)) {
+      const PointData* point =
+          m_context.planeNet.FindPoint(m_context.planeNet.IndexOfPoint(row.name));
+      if (point == nullptr) return std::nullopt;
+      row.x = point->x;
+      row.y = point->y;
+    }
+    if (HasLevelling(m_context.netType)) {
+      const std::int32_t number = m_context.levelNet.IndexOfPoint(row.name);
+      if (number < 0) return std::nullopt;
+      row.h = m_context.levelNet.Point(number).h;
+    }
+    if (m_context.netType == kNoControl) return std::nullopt;
+    return row;
+  }
+
+  std::optional<PointRow> Control(const PointData& p) const {
+    PointRow row{NameOf(p), p.x, p.y, p.h, p.type};
+    if (HasPlane(m_context.netType)) {
+      const auto plane = m_context.planeNet.ResultOfPoint(row.name);
+      if (!plane) return std::nullopt;
+      row.x = plane->x;
+      row.y = plane->y;
+    }
+    if (HasLevelling(m_context.netType)) {
+      const auto level = m_context.levelNet.ResultOfPoint(row.name);
+      if (!level) return std::nullopt;
+      row.h = level->height;
+    }
+    return row;
+  }
+
+  const AdjustmentContext& m_context;
+  ResultTables m_tables;
+};
+
+}  // namespace
+
+ResultTables MakeResultTables(const AdjustmentContext& context) {
+  return TableBuilder(context).Build();
+}
+
+}  // namespace brenu
