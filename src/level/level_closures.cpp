@@ -1,23 +1,32 @@
 #include <algorithm>
 #include <cmath>
+#include <optional>
 #include <string>
 #include <vector>
 
-#include "level/bridges.h"
+#include "core/closure_record.h"
+#include "core/loops.h"
 #include "level/level_net.h"
-#include "level/route_search.h"
 
 namespace brenu {
 
 namespace {
 
-constexpr std::int32_t kNone = RouteSearch::kNone;
+// The levelled lines; empty when there are names without a point, or lengths that are negative or
+// not finite: there are no shortest routes then.
+std::optional<RouteGraph> MakeGraph(const NetworkLayout& net) {
+  std::vector<RouteLine> lines;
+  for (const Sight& s : net.Sights()) {
+    const bool named = net.PointOf(s.station) >= 0 && net.PointOf(s.target) >= 0;
+    if (!named || !(s.obs.distance >= 0.0) || !std::isfinite(s.obs.distance)) return std::nullopt;
+    lines.push_back({s.station, s.target, s.obs.distance, s.obs.heightDiff});
+  }
+  return RouteGraph(net.SlotCount(), std::move(lines));
+}
 
-// Fills a cleared record for a route found by the search, which runs from its source to `end`.
 CloseError MakeRecord(std::string_view route, double misclosure, double length, double limit) {
   CloseError record{};
-  const std::size_t size = std::min(route.size(), sizeof(record.route) - 1);
-  std::copy_n(route.data(), size, record.route);
+  SetRoute(record, route);
   record.heightMisclosure = misclosure * 1000.0;
   record.heightLimit = limit * std::sqrt(length / 1000.0);
   record.routeLength = length;
@@ -26,37 +35,31 @@ CloseError MakeRecord(std::string_view route, double misclosure, double length, 
 
 // The names from `start` back to the source, as far as a record can hold them.
 std::string RouteText(const NetworkLayout& net, const RouteSearch& search, std::int32_t start) {
-  std::string text;
+  std::string text = net.Names().NameAt(start);
   std::int32_t slot = start;
   while (search.Predecessor(slot) != slot && text.size() < sizeof(CloseError::route)) {
-    text += net.Names().NameAt(slot);
-    text += " - ";
     slot = search.Predecessor(slot);
+    text += kRouteJoint + net.Names().NameAt(slot);
   }
-  return text += net.Names().NameAt(slot);
-}
-
-// Whether the route found to `slot` has two observations or more.
-bool HasTwoObservations(const RouteSearch& search, std::int32_t slot) {
-  const std::int32_t before = search.Predecessor(slot);
-  return before != slot && search.Predecessor(before) != before;
+  return text;
 }
 
 }  // namespace
 
 bool LevelNet::CalcLineCloseError(std::vector<CloseError>& records) const {
   if (m_net->ControlCount() < 2) return false;
-  RouteSearch search(*m_net);
-  if (!search.CanSearch()) return false;
+  const std::optional<RouteGraph> graph = MakeGraph(*m_net);
+  if (!graph) return false;
+  RouteSearch search(*graph);
   for (std::int32_t s = 0; s < m_net->ControlCount(); ++s) {
     const std::int32_t source = m_net->SlotOf(s);
-    search.Run(source, kNone, kNone);
+    search.Run(source, RouteSearch::kNone, RouteSearch::kNone);
     for (std::int32_t t = s + 1; t < m_net->ControlCount(); ++t) {
       const std::int32_t end = m_net->SlotOf(t);
-      if (!search.IsReached(end) || !HasTwoObservations(search, end)) continue;
+      if (!search.IsReached(end) || !search.HasTwoLines(end)) continue;
       const double known =
           m_heights[static_cast<std::size_t>(end)] - m_heights[static_cast<std::size_t>(source)];
-      records.push_back(MakeRecord(RouteText(*m_net, search, end), known - search.HeightDiff(end),
+      records.push_back(MakeRecord(RouteText(*m_net, search, end), known - search.Rise(end),
                                    search.Length(end), m_param.Lvl1Limit));
     }
   }
@@ -64,32 +67,18 @@ bool LevelNet::CalcLineCloseError(std::vector<CloseError>& records) const {
 }
 
 bool LevelNet::CalcLoopCloseError(std::vector<CloseError>& records) const {
-  const auto sights = m_net->Sights();
-  if (static_cast<std::int64_t>(sights.size()) - m_net->PointCount() + 1 < 1) return false;
-  RouteSearch search(*m_net);
-  if (!search.CanSearch()) return false;
-  // A bridge lies on no loop: it is passed over like an observation on a loop found before.
-  std::vector<char> isMarked = FindBridges(*m_net);
-  const auto mark = [&isMarked](std::int32_t k) { isMarked[static_cast<std::size_t>(k)] = 1; };
-  for (std::size_t k = 0; k < sights.size(); ++k) {
-    if (isMarked[k] != 0) continue;
-    const Sight& s = sights[k];
-    search.Run(s.target, static_cast<std::int32_t>(k), s.station);
-    if (!search.IsReached(s.station)) continue;
-    mark(static_cast<std::int32_t>(k));
-    for (std::int32_t slot = s.station; slot != s.target; slot = search.Predecessor(slot)) {
-      // Of two observations between the same points the first is marked, whichever the route took.
-      const std::int32_t before = search.Predecessor(slot);
-      const std::int32_t there = m_net->FindSight(slot, before);
-      const std::int32_t back = m_net->FindSight(before, slot);
-      mark(there < 0 || (back >= 0 && back < there) ? back : there);
-    }
-    if (!HasTwoObservations(search, s.station)) continue;
+  const auto lineCount = static_cast<std::int64_t>(m_net->Sights().size());
+  if (lineCount - m_net->PointCount() + 1 < 1) return false;
+  const std::optional<RouteGraph> graph = MakeGraph(*m_net);
+  if (!graph) return false;
+  ForEachLoop(*graph, [&](std::int32_t k, const RouteSearch& search) {
+    const RouteLine& line = graph->Line(k);
+    if (!search.HasTwoLines(line.from)) return;
     const std::string route =
-        RouteText(*m_net, search, s.station) + " - " + m_net->Names().NameAt(s.station);
-    records.push_back(MakeRecord(route, -(search.HeightDiff(s.station) + s.obs.heightDiff),
-                                 search.Length(s.station) + s.obs.distance, m_param.Lvl1Limit));
-  }
+        RouteText(*m_net, search, line.from) + kRouteJoint + m_net->Names().NameAt(line.from);
+    records.push_back(MakeRecord(route, -(search.Rise(line.from) + line.rise),
+                                 search.Length(line.from) + line.length, m_param.Lvl1Limit));
+  });
   return true;
 }
 

@@ -1,0 +1,68 @@
+#pragma once
+
+#include <compare>
+#include <cstdint>
+#include <functional>
+#include <queue>
+#include <vector>
+
+#include "core/route_graph.h"
+
+namespace brenu {
+
+// Shortest routes from one node.
+//
+// The routes are those of the classical search in passes over all lines in ascending order, in
+// which a route is replaced only by a strictly shorter one: of routes of equal length the one found
+// first stays.  Here a heap settles the nodes in order of their length (Dijkstra, A note on two
+// problems in connexion with graphs), and ties are decided by the moment, pass and line, at which
+// the passes would have found the route.  Lengths must be finite and not negative.
+class RouteSearch {
+ public:
+  static constexpr std::int32_t kNone = -1;
+
+  // The graph must outlive the search.
+  explicit RouteSearch(const RouteGraph& graph);
+
+  // Finds the routes from `source` that do not use the line `excluded`; stops as soon as the route
+  // to `target` is known.  kNone excludes nothing, and finds all routes.
+  void Run(std::int32_t source, std::int32_t excluded, std::int32_t target);
+
+  bool IsReached(std::int32_t node) const { return At(node).run == m_run; }
+  // For nodes reached:
+  double Length(std::int32_t node) const { return At(node).length; }
+  double Rise(std::int32_t node) const { return At(node).rise; }
+  std::int32_t Predecessor(std::int32_t node) const { return At(node).predecessor; }
+  // Whether the route has two lines or more.
+  bool HasTwoLines(std::int32_t node) const;
+
+ private:
+  // When the passes would have found a route.
+  struct Moment {
+    std::int32_t pass, line;
+    auto operator<=>(const Moment&) const = default;
+  };
+  struct Node {
+    double length = 0.0;            // of the route from the source
+    double rise = 0.0;              // summed along it
+    std::int32_t predecessor = -1;  // the node before this one; the source is its own
+    Moment found{};
+    std::int32_t run = 0;  // the run that wrote this node
+  };
+  struct Candidate {
+    double length;
+    Moment found;
+    std::int32_t node;
+    auto operator<=>(const Candidate&) const = default;
+  };
+
+  const Node& At(std::int32_t node) const { return m_nodes[static_cast<std::size_t>(node)]; }
+  void Offer(std::int32_t from, std::int32_t line);
+
+  const RouteGraph& m_graph;
+  std::int32_t m_run = 0;
+  std::vector<Node> m_nodes;
+  std::priority_queue<Candidate, std::vector<Candidate>, std::greater<>> m_queue;
+};
+
+}  // namespace brenu
