@@ -26,16 +26,27 @@ bool AddLevellingClosures(AdjustmentContext& context) {
   return lines || loops;
 }
 
+// False when the network has no traverses.
+bool AddTraverseClosures(AdjustmentContext& context) {
+  std::vector<CloseError> records;
+  const bool found = context.planeNet.CalcTraverseCloseErrors(records);
+  for (CloseError& record : records) {
+    record.angleWithinLimit = std::fabs(record.angleMisclosure) <= std::fabs(record.angleLimit);
+    record.mark = record.angleWithinLimit;
+  }
+  context.closeErrors.insert(context.closeErrors.end(), records.begin(), records.end());
+  return found;
+}
+
 }  // namespace
 
 bool CalculateClosures(AdjustmentContext& context) {
   if (!RunApproxCalc(context)) return false;
   context.closeErrors.clear();
-  bool levelling = true;
-  if (HasLevelling(context.netType)) levelling = AddLevellingClosures(context);
+  const bool levelling = !HasLevelling(context.netType) || AddLevellingClosures(context);
   // A levelling network without lines and loops is no failure.
-  if (context.netType == kLevelling) return true;
-  return levelling;
+  if (!HasPlane(context.netType)) return true;
+  return AddTraverseClosures(context) || levelling;
 }
 
 bool AllClosuresPass(const AdjustmentContext& context) {

@@ -31,6 +31,12 @@ bool RunLeastSquareAdj(AdjustmentContext& context) {
       [](PlaneNet& net) { return net.Adjust(); });
 }
 
+bool RunNonDirectionAdj(AdjustmentContext& context) {
+  BuildNetworks(context);
+  return context.param.format == kFormatNoOrientation && HasPlane(context.netType) &&
+         context.planeNet.AdjustWithoutOrientation();
+}
+
 bool RunDataSnooping(AdjustmentContext& context, std::uint32_t kind, double levelAlpha,
                      double planeAlpha) {
   BuildNetworks(context);

@@ -9,6 +9,8 @@
 #include "api/computations.h"
 #include "api/network_build.h"
 #include "api/result_lookup.h"
+#include "api/trilateration_dialogue.h"
+#include "core/angles.h"
 #include "io/closure_report.h"
 #include "io/project_file.h"
 #include "io/result_report.h"
@@ -143,8 +145,13 @@ int32_t AddObsData2(Context* context, int32_t station, const char* target1, cons
         brenu::Store& store = context->store;
         const bool stored = std::as_const(store).FindObs(station, target1) != nullptr ||
                             std::as_const(store).FindObs(station, target2) != nullptr;
-        if (reconcile != 0 && stored) return -1;
-        return store.AddObsPair(station, target1, target2, observation1, observation2);
+        if (reconcile == 0 || !stored) {
+          return store.AddObsPair(station, target1, target2, observation1, observation2);
+        }
+        const auto added =
+            store.AddReconciledObs(station, target1, target2, observation1, observation2);
+        // Any result but 0 counts as success, a refusal too; station 0 counts as failure.
+        return added && *added != 0 ? 1 : -1;
       },
       context, target1, target2);
 }
@@ -193,7 +200,10 @@ bool LeastSquareAdj(Context* context) {
       false, [=] { return brenu::RunLeastSquareAdj(*context); }, context);
 }
 
-bool NonDirectionAdj(Context* /*context*/) { return false; }
+bool NonDirectionAdj(Context* context) {
+  return Guarded(
+      false, [=] { return brenu::RunNonDirectionAdj(*context); }, context);
+}
 
 int32_t DataSnooping(Context* context, uint32_t kind, double levelAlpha, double planeAlpha) {
   return Guarded(
@@ -319,28 +329,82 @@ bool ExportCloseErrorFile(Context* context, const char* path) {
 
 // ---- Trilateration and traverses ----
 
-bool JudgeTrilateration(Context* /*context*/) { return false; }
-bool InitializeDataTrilateration(Context* /*context*/) { return false; }
-bool TrilaterationDirection(Context* /*context*/) { return false; }
-
-int32_t GetTrilaterationDirection(Context* /*context*/, CircleRecord* /*first*/,
-                                  CircleRecord* /*second*/, char* /*direction*/) {
-  return 0;
+bool JudgeTrilateration(Context* context) {
+  return Guarded(
+      false, [=] { return brenu::BeginTrilateration(*context); }, context);
 }
 
-bool CalcTrilaterationpPoint(Context* /*context*/, uint8_t /*side*/, CircleRecord /*first*/,
-                             CircleRecord /*second*/, const char* /*name*/,
-                             uint32_t* /*remaining*/) {
-  return false;
+bool InitializeDataTrilateration(Context* context) {
+  return Guarded(
+      false, [=] { return brenu::HasPlane(context->netType) && context->planeNet.PrepareAdj(); },
+      context);
 }
 
-int32_t GetTraverseResult(Context* /*context*/, int32_t /*index*/, double* /*angle*/,
-                          double* /*angleCorrection*/, double* /*azimuth*/, double* /*length*/,
-                          double* /*dx*/, double* /*dy*/, double* /*dxCorrection*/,
-                          double* /*dyCorrection*/, double* /*x*/, double* /*y*/,
-                          double* /*angleMisclosure*/, double* /*lengthMisclosure*/,
-                          int32_t* /*relativePrecision*/) {
-  return 0;
+bool TrilaterationDirection(Context* context) {
+  return Guarded(
+      false,
+      [=] { return brenu::HasPlane(context->netType) && context->planeNet.FinishTrilateration(); },
+      context);
+}
+
+int32_t GetTrilaterationDirection(Context* context, CircleRecord* first, CircleRecord* second,
+                                  char direction[255]) {
+  return Guarded(
+      0,
+      [=] {
+        constexpr std::size_t kRoom = 254;
+        const std::string_view name(direction, strnlen(direction, kRoom));
+        const auto step = brenu::NextTrilaterationStep(*context, name);
+        if (!step) return 0;
+        *first = step->first;
+        *second = step->second;
+        std::memset(direction, 0, kRoom + 1);
+        step->text.copy(direction, kRoom);
+        return 1;
+      },
+      context, first, second, direction);
+}
+
+bool CalcTrilaterationpPoint(Context* context, uint8_t side, CircleRecord first,
+                             CircleRecord second, const char* name, uint32_t* remaining) {
+  return Guarded(
+      false,
+      [=] {
+        const auto left = brenu::PlaceByTrilateration(*context, side != 0, first, second, name);
+        if (left) *remaining = *left;
+        return true;
+      },
+      context, first.name, second.name, name, remaining);
+}
+
+int32_t GetTraverseResult(Context* context, int32_t index, double* angle, double* angleCorrection,
+                          double* azimuth, double* length, double* dx, double* dy,
+                          double* dxCorrection, double* dyCorrection, double* x, double* y,
+                          double* angleMisclosure, double* lengthMisclosure,
+                          int32_t* relativePrecision) {
+  return Guarded(
+      0,
+      [=] {
+        const auto row = brenu::TraverseRow(*context, index);
+        if (row.point == nullptr) return 0;
+        const auto toDms = [](double rad) { return rad < 0.0 ? -1.0 : brenu::RadToDms(rad); };
+        *angle = toDms(row.point->angle);
+        *angleCorrection = row.point->angleCorrection;
+        *azimuth = toDms(row.point->azimuth);
+        *length = row.point->length;
+        *dx = row.point->dx;
+        *dy = row.point->dy;
+        *dxCorrection = row.point->dxCorrection;
+        *dyCorrection = row.point->dyCorrection;
+        *x = row.point->x;
+        *y = row.point->y;
+        *angleMisclosure = row.traverse->angleMisclosure;
+        *lengthMisclosure = row.traverse->lengthMisclosure;
+        *relativePrecision = row.traverse->relativePrecision;
+        return 1;
+      },
+      context, angle, angleCorrection, azimuth, length, dx, dy, dxCorrection, dyCorrection, x, y,
+      angleMisclosure, lengthMisclosure, relativePrecision);
 }
 
 // ---- Reductions ----

@@ -67,6 +67,12 @@ std::optional<LinePrecision> LineResult(const AdjustmentContext& context, std::i
   return name ? context.planeNet.PrecisionOfLine(*name, target) : std::nullopt;
 }
 
+TraverseTable::Row TraverseRow(const AdjustmentContext& context, std::int32_t index) {
+  const auto name = PlaneName(context, index);
+  if (!name || context.planeNet.IndexOfPoint(*name) < 0) return {nullptr, nullptr};
+  return context.planeNet.TraverseRow(*name);
+}
+
 std::optional<VerticalResult> HeightResult(AdjustmentContext& context, std::int32_t index) {
   if (!HasLevelling(context.netType)) return std::nullopt;
   return context.levelNet.ResultOfPoint(NameOf(context.store.PointOrEmpty(index)));

@@ -23,6 +23,9 @@ std::optional<PlaneObsResult> AzimuthResult(const AdjustmentContext& context, st
 std::optional<LinePrecision> LineResult(const AdjustmentContext& context, std::int32_t station,
                                         std::string_view target);
 
+// Null pointers for a point on no computed traverse.
+TraverseTable::Row TraverseRow(const AdjustmentContext& context, std::int32_t index);
+
 // These two add an empty point to the store when it has none under the index.
 std::optional<VerticalResult> HeightResult(AdjustmentContext& context, std::int32_t index);
 std::optional<HeightObsResult> HeightDiffResult(AdjustmentContext& context, std::int32_t station,

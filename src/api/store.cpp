@@ -1,7 +1,10 @@
 #include "api/store.h"
 
+#include <cmath>
 #include <string>
 #include <utility>
+
+#include "core/angles.h"
 
 namespace brenu {
 
@@ -140,6 +143,41 @@ std::int32_t Store::AddObsPair(std::int32_t station, std::string_view target1,
   if (AddObs(station, target2, obs2) == -1) return -1;
   m_anglePairs[station].insert_or_assign(std::string(target2), std::string(target1));
   return 1;
+}
+
+// The stored direction (dd.mmss) of a target or, where it has none, of the other target of a
+// registered pair that it belongs to.
+std::optional<double> Store::StoredDirection(std::int32_t station, std::string_view target) const {
+  const auto directionTo = [&](std::string_view name) -> std::optional<double> {
+    const ObsData* obs = FindObs(station, name);
+    if (obs == nullptr || !HasDirection(*obs)) return std::nullopt;
+    return obs->direction;
+  };
+  if (const auto direction = directionTo(target)) return direction;
+  const auto pairs = m_anglePairs.find(station);
+  if (pairs == m_anglePairs.end()) return std::nullopt;
+  for (const auto& [second, first] : pairs->second) {
+    const bool linked = second == target || first == target;
+    const auto direction = linked ? directionTo(second == target ? first : second) : std::nullopt;
+    if (direction) return direction;
+  }
+  return std::nullopt;
+}
+
+std::optional<std::int32_t> Store::AddReconciledObs(std::int32_t station, std::string_view target1,
+                                                    std::string_view target2, const ObsData& obs1,
+                                                    const ObsData& obs2) {
+  const bool firstStored = FindObs(station, target1) != nullptr;
+  const auto stored = StoredDirection(station, firstStored ? target1 : target2);
+  const double reading = firstStored ? obs1.direction : obs2.direction;
+  if (!stored || reading == kAbsentAngle) return std::nullopt;
+  ObsData added = firstStored ? obs2 : obs1;
+  constexpr double kAgreement = 1e-5;  // of dd.mmss values: a tenth of a second
+  if (HasDirection(added) && !(std::fabs(*stored - reading) < kAgreement)) {
+    const double turned = DmsToRad(added.direction) + DmsToRad(*stored) - DmsToRad(reading);
+    added.direction = RadToDms(FullCircle(turned));
+  }
+  return AddObs(station, firstStored ? target2 : target1, added);
 }
 
 }  // namespace brenu

@@ -2,6 +2,8 @@
 
 #include <cstdint>
 #include <map>
+#include <optional>
+#include <string>
 #include <string_view>
 
 #include "api/name_index.h"
@@ -43,8 +45,15 @@ class Store {
   // target that could be added stays when the second is refused.
   std::int32_t AddObsPair(std::int32_t station, std::string_view target1, std::string_view target2,
                           const ObsData& obs1, const ObsData& obs2);
+  // The same with one of the targets stored already: the new readings are turned onto the stored
+  // directions and the other target is added.  The result of that addition; empty when no stored
+  // direction can serve as reference.
+  std::optional<std::int32_t> AddReconciledObs(std::int32_t station, std::string_view target1,
+                                               std::string_view target2, const ObsData& obs1,
+                                               const ObsData& obs2);
 
  private:
+  std::optional<double> StoredDirection(std::int32_t station, std::string_view target) const;
   // The targets of a station; null when it is no point or has no entry.
   const TargetMap* TargetsOf(std::int32_t station) const;
   ObsData* FindObs(std::int32_t station, std::string_view target);

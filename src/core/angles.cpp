@@ -39,6 +39,8 @@ double RadToDms(double rad) {
   return sign * (seconds / 10000.0 + (minutes / 100.0 + degrees));
 }
 
+double FullCircle(double rad) { return PositiveAngle(std::fmod(rad, kTwoPi)); }
+
 double CalcAzimuth(double x1, double y1, double x2, double y2) {
   return PositiveAngle(std::atan2(y2 - y1, x2 - x1));
 }

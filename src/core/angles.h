@@ -20,7 +20,11 @@ double DmsToRad(double dms);
 // up to it, so that the seconds are never negative.
 double RadToDms(double rad);
 
+// Brings the result of an atan2, or a difference of two positive angles, into [0, 2 pi).
 inline double PositiveAngle(double rad) { return rad < 0.0 ? rad + kTwoPi : rad; }
+
+// The same angle in [0, 2 pi), whatever its size.
+double FullCircle(double rad);
 
 // In [0, 2 pi); 0 for coincident points.
 double CalcAzimuth(double x1, double y1, double x2, double y2);

@@ -136,11 +136,7 @@ class PlacingPoints {
 bool PlaneNet::CalcApproxCoordinates() {
   if (!PrepareAdj()) return false;
   if (!PlacingPoints(*m_net, m_coords).Run()) return false;
-  for (std::size_t i = 0; i < m_points.size(); ++i) {
-    const std::int32_t slot = m_net->SlotOf(static_cast<std::int32_t>(i));
-    m_points[i].x = m_coords[static_cast<std::size_t>(slot)].x;
-    m_points[i].y = m_coords[static_cast<std::size_t>(slot)].y;
-  }
+  WriteBackCoordinates();
   return true;
 }
 

@@ -15,7 +15,8 @@ bool PlaneNet::AdjustDistances() {
       [this] { return BuildDistanceNormals() ? SolveAndUpdate() : kPassFailed; });
   if (!solved) return false;
 
-  m_sigma0 = std::sqrt(CalcDistanceResiduals() / Redundancy());
+  // The redundancy is that of all observations stored, though only distances take part.
+  m_sigma0 = std::sqrt(CalcDistanceResiduals() / Redundancy(m_obs.storedSetCount));
   CalcPointPrecision();
   return true;
 }

@@ -23,6 +23,8 @@ ObservationTables::ObservationTables(const NetworkLayout& layout) {
       azimuths.push_back({sight, s.station, s.target, DmsToRad(s.obs.azimuth)});
     }
   }
+  storedCount = static_cast<std::int32_t>(directions.size() + distances.size() + azimuths.size());
+  storedSetCount = static_cast<std::int32_t>(sets.size());
 }
 
 const PlaneObs* FindObs(const std::vector<PlaneObs>& table, std::int32_t sight) {

@@ -31,6 +31,8 @@ struct ObservationTables {
   std::vector<PlaneObs> distances;
   std::vector<PlaneObs> azimuths;
   std::vector<DirectionSet> sets;
+  std::int32_t storedCount = 0;     // observations of all kinds in the layout
+  std::int32_t storedSetCount = 0;  // stations with a direction in the layout
 };
 
 // The entry of a sight in one of the tables; null when it has none.

@@ -20,7 +20,7 @@ bool PlaneNet::Adjust() {
     return SolveAndUpdate();
   });
   if (!solved) return false;
-  m_sigma0 = std::sqrt(CalcResiduals() / Redundancy());
+  m_sigma0 = std::sqrt(CalcResiduals() / Redundancy(OrientationCount()));
   CalcPointPrecision();
   return true;
 }

@@ -18,6 +18,8 @@ void PlaneNet::Fill(std::vector<PointData> points, std::int32_t knownPointCount,
   m_points = std::move(points);
   m_orientationCount = static_cast<std::int32_t>(observations.size());
   m_param = param;
+  m_unplacedCount = m_layout->PointCount() - knownPointCount;
+  m_strayPoint.reset();
 }
 
 bool PlaneNet::PrepareAdj() {
@@ -44,6 +46,16 @@ bool PlaneNet::HasCoordinates(std::int32_t slot) const {
   return m_coords[static_cast<std::size_t>(slot)].x < kNoCoordinateLimit;
 }
 
+void PlaneNet::WriteBackCoordinates() {
+  for (std::size_t i = 0; i < m_points.size(); ++i) {
+    const std::int32_t slot = m_net->SlotOf(static_cast<std::int32_t>(i));
+    const PlaneResult& working = m_coords[static_cast<std::size_t>(slot)];
+    if (working.x >= kNoCoordinateLimit) continue;
+    m_points[i].x = working.x;
+    m_points[i].y = working.y;
+  }
+}
+
 bool PlaneNet::IsReached(std::string_view name) const {
   const std::int32_t slot = m_net->Names().Find(name);
   return slot >= 0 && static_cast<std::size_t>(slot) < m_coords.size() && HasCoordinates(slot);
@@ -55,6 +67,7 @@ bool PlaneNet::IsControl(std::string_view name) const {
 }
 
 const PointData* PlaneNet::FindPoint(std::int32_t number) const {
+  if (number == -1 && m_strayPoint) return &*m_strayPoint;
   const auto i = static_cast<std::size_t>(number);
   return number >= 0 && i < m_points.size() ? &m_points[i] : nullptr;
 }

@@ -3,14 +3,17 @@
 #include <cstdint>
 #include <memory>
 #include <optional>
+#include <string>
 #include <string_view>
 #include <vector>
 
 #include "core/network_layout.h"
 #include "core/normal_equations.h"
 #include "core/records.h"
+#include "plane/circles.h"
 #include "plane/line_equation.h"
 #include "plane/observation_tables.h"
+#include "plane/traverse_table.h"
 
 namespace brenu {
 
@@ -27,6 +30,19 @@ struct LinePrecision {
   double length;        // metres
   double lengthError;   // metres
   std::int32_t relativePrecision;
+};
+
+// What is measured from one placed point.
+struct NamedCircle {
+  const char* name;
+  Circle circle;
+};
+
+// A point that can be placed by trilateration.
+struct Placement {
+  std::string name;
+  NamedCircle first, second;  // names live as long as the filled network
+  double quality;             // sine of the angle at which the circles meet
 };
 
 // The horizontal network: control points, new points, directions, distances and azimuths.
@@ -56,9 +72,38 @@ class PlaneNet {
   // unknowns, and neither directions nor azimuths take part.
   bool AdjustDistances();
 
+  // Closure errors of connecting and closed traverses from the approximate coordinates, appended as
+  // records whose flag `heightWithinLimit` tells whether both misclosures are within the tolerance.
+  // False when there are none.
+  bool CalcTraverseCloseErrors(std::vector<CloseError>& records);
+
+  // Coordinates of connecting traverses from angles and sides alone, without orientation at either
+  // end.  False without such a traverse, or when it leaves a point with measured sides out.
+  bool AdjustWithoutOrientation();
+
+  // Trilateration: the new points of a distance-only network are placed one by one, each where two
+  // circles around placed points meet; a point with X within 1e-7 of 0 is not placed.
+  // Takes all new points back to (0, 0).
+  void UnplacePoints();
+  // The set-up step alone.
+  bool PrepareAdj();
+  // Places a point on the right or left of the line from the first to the second centre and
+  // returns how many are left to place; places nothing when the circles do not meet there.
+  std::uint32_t PlacePoint(bool right, const NamedCircle& first, const NamedCircle& second,
+                           std::string_view name);
+  // The named point, or without name the one whose circles meet nearest to a right angle (then
+  // name order), with the best two of its circles.  Empty when there is none.
+  std::optional<Placement> NextPlacement(std::string_view name) const;
+  // With all points placed, sets the network up with their coordinates and derives the directions
+  // of the measured lines, as grid azimuths.
+  bool FinishTrilateration();
+
+  // The row of a point in the traverses of the last of these two; null pointers when it has none.
+  TraverseTable::Row TraverseRow(std::string_view name) const { return m_traverses.Find(name); }
+
   // -1 when the network has no such point.
   std::int32_t IndexOfPoint(std::string_view name) const { return m_layout->IndexOfPoint(name); }
-  // Null when the network has no point of that number.
+  // Null when the network has no point of that number; -1 is what was placed under no point's name.
   const PointData* FindPoint(std::int32_t number) const;
 
   // Results of the last computation; empty when it had no such point or observation.
@@ -80,8 +125,8 @@ class PlaneNet {
   bool IsReached(std::string_view name) const;
 
  private:
-  bool PrepareAdj();
   bool HasCoordinates(std::int32_t slot) const;
+  void WriteBackCoordinates();
   // The X unknown of the point of that name; negative when the point is held, or there is none.
   std::int32_t UnknownOf(std::int32_t slot) const;
 
@@ -99,17 +144,25 @@ class PlaneNet {
   double SolveAndUpdate();
   double CalcResiduals();
   double CalcDistanceResiduals();
-  std::int32_t Redundancy() const;
+  std::int32_t OrientationCount() const;
+  std::int32_t Redundancy(std::int32_t orientations) const;
   void CalcPointPrecision();
   PlaneObs* FindWorst(double critical);
 
   bool BuildDistanceNormals();
+
+  bool IsPlaced(std::int32_t point) const;
+  std::vector<NamedCircle> CirclesThrough(std::int32_t slot) const;
+  std::optional<Placement> BestPlacement(std::int32_t slot) const;
+  void DeriveDirections();
 
   // As filled by the network build.
   std::shared_ptr<const NetworkLayout> m_layout = std::make_shared<NetworkLayout>();
   std::vector<PointData> m_points;      // by point number
   std::int32_t m_orientationCount = 0;  // stations in the store, with directions or without
   AdjParam m_param = kDefaultParam;
+  std::int32_t m_unplacedCount = 0;       // new points not yet placed by trilateration
+  std::optional<PointData> m_strayPoint;  // what was placed under a name that no point has
 
   // As made by the set-up step and the computations after it.
   std::shared_ptr<const NetworkLayout> m_net = m_layout;  // the layout that the rest refers to
@@ -118,6 +171,9 @@ class PlaneNet {
   NormalEquations m_normal;
   std::int32_t m_firstUnknownPoint = 0;  // the point that owns the unknowns 0 and 1
   double m_sigma0 = 0.0;
+
+  // As made by the last traverse computation; stays through the others.
+  TraverseTable m_traverses;
 };
 
 }  // namespace brenu

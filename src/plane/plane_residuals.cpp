@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <cmath>
 
 #include "core/angles.h"
@@ -45,15 +46,16 @@ double PlaneNet::CalcDistanceResiduals() {
   return sum;
 }
 
-// Observations minus unknowns.  Observations taken out by data snooping still count, an orientation
-// counts only where a direction is in use.
-std::int32_t PlaneNet::Redundancy() const {
-  const std::size_t observations =
-      m_obs.directions.size() + m_obs.distances.size() + m_obs.azimuths.size();
-  std::int32_t orientations = 0;
-  for (const DirectionSet& set : m_obs.sets) orientations += set.orientation < 0 ? 0 : 1;
-  return static_cast<std::int32_t>(observations) -
-         2 * (m_net->PointCount() - m_net->ControlCount()) - orientations;
+// The orientation unknowns of the last normal equations.
+std::int32_t PlaneNet::OrientationCount() const {
+  return static_cast<std::int32_t>(
+      std::count_if(m_obs.sets.begin(), m_obs.sets.end(),
+                    [](const DirectionSet& set) { return set.orientation >= 0; }));
+}
+
+// Observations minus unknowns.  Observations taken out by data snooping still count.
+std::int32_t PlaneNet::Redundancy(std::int32_t orientations) const {
+  return m_obs.storedCount - 2 * (m_net->PointCount() - m_net->ControlCount()) - orientations;
 }
 
 }  // namespace brenu

@@ -60,7 +60,7 @@ bool PlaneNet::DataSnooping(double alpha) {
     PlaneObs* worst = FindWorst(critical);
     if (worst == nullptr) {
       // The removed observations are counted twice, as the system defines it.
-      m_sigma0 = std::sqrt(pvv / (Redundancy() - 2 * removed));
+      m_sigma0 = std::sqrt(pvv / (Redundancy(OrientationCount()) - 2 * removed));
       CalcPointPrecision();
       return true;
     }

@@ -1,0 +1,32 @@
+// Trilateration as the host leads it: one point after the other.
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "api/adjustment_context.h"
+
+namespace brenu {
+
+// Builds the networks and takes all new points back; false unless the parameters say that only
+// distances are used.
+bool BeginTrilateration(AdjustmentContext& context);
+
+// The point to place next (the named one, if a name is given) with its two circles, and a line of
+// text about it.
+struct TrilaterationStep {
+  CircleRecord first, second;
+  std::string text;
+};
+std::optional<TrilaterationStep> NextTrilaterationStep(const AdjustmentContext& context,
+                                                       std::string_view name);
+
+// Places a point and returns how many are left; empty for networks without a plane part.
+std::optional<std::uint32_t> PlaceByTrilateration(AdjustmentContext& context, bool right,
+                                                  const CircleRecord& first,
+                                                  const CircleRecord& second,
+                                                  std::string_view name);
+
+}  // namespace brenu

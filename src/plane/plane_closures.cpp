@@ -1,0 +1,100 @@
+#include <cmath>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "core/closure_record.h"
+#include "plane/marker.h"
+#include "plane/plane_net.h"
+#include "plane/traverse_finder.h"
+
+namespace brenu {
+
+namespace {
+
+// N of the limit 1:N of the relative linear misclosure customary for a grade of traverse.  Grade 2
+// is that of high-speed railway control, grades 3 to 7 are third and fourth order and first to
+// third class of engineering surveying, grade 8 is mapping control (Code for engineering surveying
+// GB 50026; Code for high-speed railway engineering survey TB 10601).
+double RelativeLimitOfGrade(std::int32_t grade) {
+  switch (grade) {
+    case 2:
+      return 100000.0;
+    case 3:
+      return 55000.0;
+    case 4:
+      return 35000.0;
+    case 5:
+      return 15000.0;
+    case 6:
+      return 10000.0;
+    case 8:
+      return 2000.0;
+    default:
+      return 5000.0;
+  }
+}
+
+std::string RouteText(const Traverse& traverse) {
+  std::string text;
+  for (const TraversePoint& point : traverse.points) {
+    if (!text.empty()) text += kRouteJoint;
+    text += point.name;
+    if (text.size() >= sizeof(CloseError::route)) break;
+  }
+  return text;
+}
+
+CloseError MakeRecord(const Traverse& traverse, const AdjParam& param) {
+  CloseError record{};
+  SetRoute(record, RouteText(traverse));
+  const double rootOfAngles = std::sqrt(traverse.angleCount);
+  record.angleMisclosure = traverse.angleMisclosure;
+  record.angleLimit = param.Lvl2Limit * rootOfAngles;
+  record.lengthMisclosure = traverse.lengthMisclosure;
+  record.routeLength = traverse.length;
+  record.relativePrecision = traverse.relativePrecision;
+  record.lengthLimit = traverse.length / RelativeLimitOfGrade(param.Lvl2);
+  const double tolerance = std::fabs(param.Limit * param.MO * rootOfAngles);
+  record.heightWithinLimit = !(std::fabs(record.angleMisclosure) > tolerance) &&
+                             !(record.lengthMisclosure > record.lengthLimit);
+  return record;
+}
+
+}  // namespace
+
+bool PlaneNet::CalcTraverseCloseErrors(std::vector<CloseError>& records) {
+  const TraverseFinder finder(*m_net, m_coords);
+  std::vector<Traverse> traverses;
+  for (const MeasuredTraverse& measured : finder.ConnectingTraverses()) {
+    // Without orientation at either end there is nothing to check.
+    if (measured.start || measured.end) traverses.push_back(ComputeTraverse(measured));
+  }
+  for (Traverse& closed : finder.ClosedTraverses()) traverses.push_back(std::move(closed));
+  for (const Traverse& traverse : traverses) records.push_back(MakeRecord(traverse, m_param));
+  m_traverses = TraverseTable(std::move(traverses));
+  return !records.empty();
+}
+
+bool PlaneNet::AdjustWithoutOrientation() {
+  if (!PrepareAdj()) return false;
+  const TraverseFinder finder(*m_net, m_coords);
+  std::vector<Traverse> traverses;
+  for (MeasuredTraverse& measured : finder.ConnectingTraverses()) {
+    measured.start.reset();
+    measured.end.reset();
+    traverses.push_back(ComputeTraverse(measured));
+    for (const TraversePoint& point : traverses.back().points) {
+      const std::int32_t slot = m_net->Names().Find(point.name);
+      if (HasCoordinates(slot)) continue;  // known, or on a traverse before
+      m_coords[static_cast<std::size_t>(slot)].x = point.x;
+      m_coords[static_cast<std::size_t>(slot)].y = point.y;
+    }
+  }
+  const bool complete = !traverses.empty() && finder.AllSidesReached();
+  m_traverses = TraverseTable(std::move(traverses));
+  if (complete) WriteBackCoordinates();
+  return complete;
+}
+
+}  // namespace brenu
