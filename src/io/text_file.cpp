@@ -6,7 +6,10 @@ namespace {
 using FilePtr = std::unique_ptr<std::FILE, CloseFile>;
 }  // namespace
 
-LineReader::LineReader(const char* path) : m_file(std::fopen(path, "r")) {}
+LineReader::LineReader(const char* path) : m_file(std::fopen(path, "r")) {
+  // Some systems open a folder as if it were a file; only the first read tells.
+  if (IsOpen() && !Refill() && std::ferror(m_file.get()) != 0) m_file.reset();
+}
 
 bool LineReader::Refill() {
   const std::size_t count = std::fread(m_buffer, 1, sizeof(m_buffer), m_file.get());
