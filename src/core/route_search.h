@@ -1,9 +1,9 @@
 #pragma once
 
-#include <compare>
 #include <cstdint>
 #include <functional>
 #include <queue>
+#include <tuple>
 #include <vector>
 
 #include "core/route_graph.h"
@@ -40,7 +40,10 @@ class RouteSearch {
   // When the passes would have found a route.
   struct Moment {
     std::int32_t pass, line;
-    auto operator<=>(const Moment&) const = default;
+    bool operator==(const Moment&) const = default;
+    bool operator<(const Moment& other) const {
+      return std::tie(pass, line) < std::tie(other.pass, other.line);
+    }
   };
   struct Node {
     double length = 0.0;            // of the route from the source
@@ -53,7 +56,9 @@ class RouteSearch {
     double length;
     Moment found;
     std::int32_t node;
-    auto operator<=>(const Candidate&) const = default;
+    bool operator>(const Candidate& other) const {
+      return std::tie(other.length, other.found, other.node) < std::tie(length, found, node);
+    }
   };
 
   const Node& At(std::int32_t node) const { return m_nodes[static_cast<std::size_t>(node)]; }

@@ -34,12 +34,15 @@ bool TraverseFinder::AllSidesReached() const {
 }
 
 double TraverseFinder::SideLength(std::int32_t a, std::int32_t b) const {
-  const ObsData* there = Find(a, b);
-  const ObsData* back = Find(b, a);
-  const bool hasThere = there != nullptr && HasDistance(*there);
-  const bool hasBack = back != nullptr && HasDistance(*back);
-  if (hasThere && hasBack) return (there->distance + back->distance) / 2.0;
-  return hasThere ? there->distance : back->distance;
+  const auto measured = [this](std::int32_t from, std::int32_t to) {
+    const ObsData* obs = Find(from, to);
+    return obs == nullptr ? kAbsentLength : obs->distance;
+  };
+  const double there = measured(a, b);
+  const double back = measured(b, a);
+  if (back == kAbsentLength) return there;
+  if (there == kAbsentLength) return back;
+  return (there + back) / 2.0;
 }
 
 const ObsData* TraverseFinder::Find(std::int32_t station, std::int32_t target) const {
