@@ -267,62 +267,112 @@ GetTraverseResult(AdjustmentContext* context, int32_t index,
                   double* lengthMisclosure, /* of the whole traverse, metres */
                   int32_t* relativePrecision /* N of 1:N */);
 
-/* ---- Reductions of single observations: closed formulas, no context, nothing is checked ---- */
+/* ---- Reductions of single observations: closed formulas, no context, nothing is checked ----
+ *
+ * Metres and radians unless said otherwise; corrections are to be added.  Azimuths run clockwise
+ * from north, a and b are the semi-axes of the ellipsoid, e and e' its first and second
+ * eccentricity, M and N its radii of curvature in the meridian and in the prime vertical.  Grid
+ * coordinates are those of the Gauss projection with y from the central meridian (no false easting)
+ * and scale 1 there; ym is the mean of y1 and y2.  Input outside the domain of a formula gives NaN
+ * or infinity; a null output makes the call do nothing.  docs/reductions.md has worked examples.
+ * Sources: Torge, "Geodesy"; Jordan, Eggert, Kneissl, "Handbuch der Vermessungskunde"; Grossmann,
+ * "Geodaetische Rechnungen und Abbildungen in der Landesvermessung"; Rueeger, "Electronic Distance
+ * Measurement".  Where a formula departs from its source, the comment says so. */
 
-/* Reduces a distance (metres) and a direction (radians) to the marks.  Eccentricities in metres,
- * their angles in radians. */
+/* Centring (Jordan): reduces the distance S and the direction r from instrument and signal to their
+ * marks.  An eccentricity is the length from mark to instrument (signal); its angle plus r is the
+ * clockwise angle there from the mark to the other end of the line.
+ * S' = S - (e1 cos t1 + e2 cos t2) + (e1 sin t1 + e2 sin t2) / (2 S)
+ * r' = r + e1 sin(r + t1) / S' + e2 sin(r + t2) / S'
+ * Take care: S' uses t1 and t2 without r, so the two agree for r = 0 only, and in its last term the
+ * bracket is not squared as in the source (an error of the order of e / (2 S)). */
 BRENU_API void CentreCorrect(double stationEccentricity, double stationAngle,
                              double targetEccentricity, double targetAngle, double* distance,
                              double* direction);
-/* Correction of a direction for the deflection of the vertical (xi north, eta east), in the unit of
- * the components; azimuth and elevation angle in radians. */
+/* Correction of a direction for the deflection of the vertical (Torge), in the unit of xi (north)
+ * and eta (east): (eta cos A - xi sin A) tan(elevation). */
 BRENU_API double DovCorrect(double xi, double eta, double azimuth, double elevation);
-/* Correction of a direction for the height of the target above the ellipsoid, arc-seconds. */
+/* Correction of a direction for the height of the target above the ellipsoid (Torge), arc-seconds:
+ * rho e^2 H cos^2 B sin 2A / (2 M), with the latitude of the target. */
 BRENU_API double HeightMarkCorrect(double semiMajor, double semiMinor, double targetHeight,
                                    double latitude, double azimuth);
-/* Correction of a direction from the normal section to the geodesic, arc-seconds. */
+/* Correction of a direction from the normal section to the geodesic, arc-seconds:
+ * -rho e'^2 (S / 1000)^2 cos^2 B sin 2A / (12 N).  Take care: the source (Torge) divides S^2, not
+ * (S / 1000)^2, by N^2; with all lengths in metres this is N / 10^6, about 6.4 times, as much. */
 BRENU_API double SectionCorrect(double semiMajor, double semiMinor, double distance,
                                 double latitude, double azimuth);
-/* Slope distance to the ellipsoid, metres; latitude and azimuth in radians. */
+/* Slope distance S to the ellipsoid, metres.  The heights are those of the points, and of the
+ * instrument and the target above them; dH is the difference with both, Hm the mean with both, R
+ * 6371 km:  sqrt(S^2 - dH^2) R / (R + (stationHeight + targetPointHeight) / 2) + S^3 / (24 R^2)
+ * + 1.25e-15 Hm S^2 sin 2B cos A.  The first two terms as in Rueeger; the last, below a millimetre
+ * for 10 km and Hm = 2000 m, has no source named here. */
 BRENU_API double DistanceReduction(double stationHeight, double instrumentHeight,
                                    double targetPointHeight, double targetHeight,
                                    double slopeDistance, double latitude, double azimuth);
-/* Geodetic azimuth from an astronomical one; all angles in radians. */
+/* Geodetic azimuth from an astronomical one, Laplace's equation (Torge), longitudes positive east:
+ * astronomicalAzimuth - (astronomicalLongitude - geodeticLongitude) sin B. */
 BRENU_API double AstronomicalAzimuthReduction(double astronomicalAzimuth,
                                               double astronomicalLongitude, double latitude,
                                               double geodeticLongitude);
-/* Arc-to-chord correction of a direction in the Gauss projection, arc-seconds. */
+/* Arc-to-chord (t-T) reduction of a direction from point 1 to point 2 (Grossmann), arc-seconds:
+ * rho ym (x2 - x1) / (2 R^2).  Take care: this is T - t, direction of the projected geodesic minus
+ * that of the chord, so it is to be subtracted from the direction at point 1. */
 BRENU_API double DirectionCorrect(double x1, double y1, double x2, double y2, double radius);
-/* Correction of a distance to the Gauss projection, metres. */
+/* Correction of a distance on the ellipsoid to the grid (Grossmann), metres; R is the mean radius
+ * of curvature: S (ym^2 / (2 R^2) + (y1 - y2)^2 / (24 R^2) + ym^4 / (24 R^4)). */
 BRENU_API double DistanceCorrect(double y1, double y2, double distance, double radius);
-/* Grid azimuth from a geodetic azimuth, radians. */
+/* Grid azimuth of the line from point 1 to point 2 from its geodetic azimuth at point 1
+ * (Grossmann): A - gamma + delta.  The latitude is that of the foot point, with the meridian arc
+ * x1; t = tan B, h = e' cos B, R the mean radius of curvature:
+ * gamma = t / N (y1 - y1^3 (1 + t^2 - h^2 - 2 h^4) / (3 N^2) + y1^5 (2 + 5 t^2 + 3 t^4) / (15 N^4))
+ * delta = -(x2 - x1) (2 y1 + y2 - ym^3 / R^2) / (6 R^2) - h^2 t (y2 - y1) ym^2 / R^3 */
 BRENU_API double PlaneAzimuthCorrect(double azimuth, double latitude, double x1, double y1,
                                      double x2, double y2, double semiMajor, double semiMinor,
                                      double radius);
-/* Correction of a distance for the atmosphere at both ends, metres. */
+/* (Q2 - Q1) times the distance, from pressure (hPa), dry and wet temperature (Celsius) at both ends
+ * and the wavelength (micrometres).  Take care: Q has the form of an index of refraction (see
+ * MeteorologicalCorrect2), but is formed with G = (2876.04 + 48.8664 / l^2 + 0.68 / l^4) 1e10 - 7
+ * where the index has 1e-7, so that the result is no correction in metres and the vapour pressure
+ * is lost in its rounding at ordinary pressures.  The vapour pressure (hPa) is that of the
+ * psychrometer for dry temperatures between -10 and 50, a polynomial in the dry temperature and the
+ * pressure when dry1 (for both ends) is between -15 and 10, and otherwise the number of the
+ * wavelength. */
 BRENU_API void MeteorologicalCorrect(double pressure1, double dry1, double wet1, double unused1,
                                      double wavelength, double pressure2, double dry2, double wet2,
                                      double unused2, double distance, double* correction);
-/* As above, with the relative humidity instead of the wet temperature. */
+/* (n2 - n1) times the distance, metres: the first velocity correction (Rueeger) when 1 is the air
+ * along the line and 2 the reference air of the instrument.  Pressure in hPa, temperature in
+ * Celsius, absolute humidity a (density of the vapour) in g/m^3, wavelength l in micrometres.
+ * n = 1 + G p / (760 k) - 5.5e-8 e / k, with p and e = (t + 273.15) a / 289 in torr,
+ * k = 1 + t / 273.16 and G = (2876.04 + 48.8664 / l^2 + 0.68 / l^4) 1e-7 (Barrell and Sears). */
 BRENU_API void MeteorologicalCorrect2(double pressure1, double temperature1, double humidity1,
                                       double wavelength, double pressure2, double temperature2,
                                       double humidity2, double distance, double* correction);
-/* Additive constant (mm) and scale (mm/km) applied to a distance, metres. */
+/* The distance plus additive constant (mm) and scale correction (mm/km), metres (Rueeger). */
 BRENU_API void ConstAddMultiplyCorrect(double constant, double scale, double distance,
                                        double* corrected);
-/* Distance at the reference surface (mode 0) or at another height (mode 1); any other mode leaves
- * the output as it is. */
+/* Horizontal distance S moved to another height, metres (Rueeger).  R is the radius of curvature
+ * along the line.  Mode 0, to the ellipsoid: S (1 - h / R + h^2 / R^2), with h the height of the
+ * line plus the undulation of the geoid.  Mode 1, from lineHeight to a reference surface at height:
+ * S - S (lineHeight - height) / R.  Any other mode leaves the output as it is.  Take care: height
+ * is the line's in mode 0 and the surface's in mode 1. */
 BRENU_API void ProjectionCorrect(double height, double undulation, double radius, double lineHeight,
                                  double mode, double distance, double* projected);
-/* As ProjectionCorrect, then the scale of the Gauss projection. */
+/* As ProjectionCorrect, then to the grid (Grossmann): gridDistance is (1 + ym^2 / (2 R^2)
+ * + (y1 - y2)^2 / (24 R^2)) times what projected holds, also where the mode left that alone. */
 BRENU_API void GaussCorrect(double height, double undulation, double radius, double lineHeight,
                             double mode, double distance, double y1, double y2, double meanRadius,
                             double* projected, double* gridDistance);
-/* Radius of curvature in the meridian; latitude in degrees. */
-BRENU_API double GetRm(double latitude, double equatorRadius, double poleRadius,
+/* Mean radius of curvature c / V^2 with V = sqrt(1 + e'^2 cos^2 u) (Torge), metres; polarRadius is
+ * c = a^2 / b.  Take care: the latitude (degrees) only picks the equator, where equatorRadius is
+ * returned, and the north pole, where c is (both within 1e-7).  Everywhere else u is the number c
+ * taken as radians, and the result lies between c / (1 + e'^2) and c. */
+BRENU_API double GetRm(double latitude, double equatorRadius, double polarRadius,
                        double secondEccentricity);
-/* Radius of curvature of the normal section with the given azimuth (radians). */
-BRENU_API double GetRn(double latitude, double equatorRadius, double poleRadius,
+/* Radius of curvature of the normal section of this azimuth, Euler's formula (Torge), metres:
+ * M N / (M sin^2 A + N cos^2 A) with M = c / V^3, N = c / V and V as in GetRm, u included.
+ * Latitude and equatorRadius are not used. */
+BRENU_API double GetRn(double latitude, double equatorRadius, double polarRadius,
                        double secondEccentricity, double azimuth);
 
 #ifdef __cplusplus
