@@ -68,6 +68,8 @@ class PlaneNet {
                                                std::string_view target) const;
   // The a-posteriori standard error of unit weight of the last adjustment.
   double Sigma0() const { return m_sigma0; }
+  // Observations minus unknowns, of the last adjustment.
+  std::int32_t Redundancy() const;
   // False for a point whose coordinates the last computation could not reach.
   bool IsReached(std::string_view name) const;
 
@@ -91,7 +93,6 @@ class PlaneNet {
   double SolveAndUpdate();
   double CalcResiduals();
   double CalcDistanceResiduals();
-  std::int32_t Redundancy() const;
   void CalcPointPrecision();
 
   bool BuildDistanceNormals();
