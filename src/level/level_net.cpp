@@ -32,6 +32,11 @@ bool LevelNet::PrepareLevel() {
   return points > 0 && !sights.empty();
 }
 
+std::int32_t LevelNet::Redundancy() const {
+  return static_cast<std::int32_t>(m_net->Sights().size()) -
+         (m_net->PointCount() - m_net->ControlCount());
+}
+
 std::optional<VerticalResult> LevelNet::ResultOfPoint(std::string_view name) const {
   const std::int32_t point = m_net->IndexOfPoint(name);
   const auto i = static_cast<std::size_t>(point);

@@ -61,8 +61,10 @@ class LevelNet {
   std::optional<VerticalResult> ResultOfPoint(std::string_view name) const;
   std::optional<HeightObsResult> ResultOfObs(std::string_view station,
                                              std::string_view target) const;
-  // The standard error of 1 km of levelling, metres, from the last adjustment.
+  // The standard error of unit weight of the last adjustment: that of 1 km of levelling, metres.
   double Sigma0() const { return m_sigma0; }
+  // Observations minus new heights, of the last computation.
+  std::int32_t Redundancy() const;
   // False for a point whose height the last computation could not reach.
   bool IsReached(std::string_view name) const;
 

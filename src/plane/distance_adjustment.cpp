@@ -16,7 +16,8 @@ bool PlaneNet::AdjustDistances() {
   if (!solved) return false;
 
   // The redundancy is that of all observations stored, though only distances take part.
-  m_sigma0 = std::sqrt(CalcDistanceResiduals() / Redundancy(m_obs.storedSetCount));
+  CountRedundancy(m_obs.storedSetCount);
+  m_sigma0 = std::sqrt(CalcDistanceResiduals() / m_redundancy);
   CalcPointPrecision();
   return true;
 }

@@ -20,7 +20,8 @@ bool PlaneNet::Adjust() {
     return SolveAndUpdate();
   });
   if (!solved) return false;
-  m_sigma0 = std::sqrt(CalcResiduals() / Redundancy(OrientationCount()));
+  CountRedundancy(OrientationCount());
+  m_sigma0 = std::sqrt(CalcResiduals() / m_redundancy);
   CalcPointPrecision();
   return true;
 }

@@ -27,6 +27,7 @@ bool PlaneNet::PrepareAdj() {
   m_obs = {};
   m_normal = {};
   m_firstUnknownPoint = 0;
+  m_redundancy = 0;
   m_sigma0 = 0.0;
   constexpr PlaneResult kUnreached = {kNoCoordinate, kNoCoordinate, 0, 0, 0, 0, 0, 0};
   m_coords.assign(static_cast<std::size_t>(m_net->SlotCount()), kUnreached);

@@ -121,6 +121,8 @@ class PlaneNet {
   const AdjParam& Param() const { return m_param; }
   // The a-posteriori standard error of unit weight of the last adjustment.
   double Sigma0() const { return m_sigma0; }
+  // Observations minus unknowns, of the last adjustment.
+  std::int32_t Redundancy() const { return m_redundancy; }
   // False for a point whose coordinates the last computation could not reach.
   bool IsReached(std::string_view name) const;
 
@@ -145,7 +147,7 @@ class PlaneNet {
   double CalcResiduals();
   double CalcDistanceResiduals();
   std::int32_t OrientationCount() const;
-  std::int32_t Redundancy(std::int32_t orientations) const;
+  void CountRedundancy(std::int32_t orientations);
   void CalcPointPrecision();
   PlaneObs* FindWorst(double critical);
 
@@ -170,6 +172,7 @@ class PlaneNet {
   ObservationTables m_obs;            // with use flags and residuals
   NormalEquations m_normal;
   std::int32_t m_firstUnknownPoint = 0;  // the point that owns the unknowns 0 and 1
+  std::int32_t m_redundancy = 0;
   double m_sigma0 = 0.0;
 
   // As made by the last traverse computation; stays through the others.

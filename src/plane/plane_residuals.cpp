@@ -53,9 +53,10 @@ std::int32_t PlaneNet::OrientationCount() const {
                     [](const DirectionSet& set) { return set.orientation >= 0; }));
 }
 
-// Observations minus unknowns.  Observations taken out by data snooping still count.
-std::int32_t PlaneNet::Redundancy(std::int32_t orientations) const {
-  return m_obs.storedCount - 2 * (m_net->PointCount() - m_net->ControlCount()) - orientations;
+// Observations taken out by data snooping still count.
+void PlaneNet::CountRedundancy(std::int32_t orientations) {
+  const std::int32_t newPoints = m_net->PointCount() - m_net->ControlCount();
+  m_redundancy = m_obs.storedCount - 2 * newPoints - orientations;
 }
 
 }  // namespace brenu

@@ -59,8 +59,10 @@ bool PlaneNet::DataSnooping(double alpha) {
     const double pvv = CalcResiduals();
     PlaneObs* worst = FindWorst(critical);
     if (worst == nullptr) {
-      // The removed observations are counted twice, as the system defines it.
-      m_sigma0 = std::sqrt(pvv / (Redundancy(OrientationCount()) - 2 * removed));
+      // The removed observations are taken off twice, as the system defines it.
+      CountRedundancy(OrientationCount());
+      m_redundancy -= 2 * removed;
+      m_sigma0 = std::sqrt(pvv / m_redundancy);
       CalcPointPrecision();
       return true;
     }

@@ -1,0 +1,69 @@
+// Runs the built program as a process on files in a folder of the test's own.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <random>
+#include <string>
+#ifndef _WIN32
+#include <sys/wait.h>
+#endif
+
+namespace brenu::testing {
+
+struct Outcome {
+  int status;
+  std::string out, err;
+};
+
+class ProgramTest : public ::testing::Test {
+ protected:
+  void SetUp() override { std::filesystem::create_directories(m_folder); }
+  void TearDown() override { std::filesystem::remove_all(m_folder); }
+
+  // Writes the text byte for byte and gives the path.
+  std::string Write(const std::string& text) const {
+    std::ofstream(m_folder / "net.txt", std::ios::binary) << text;
+    return (m_folder / "net.txt").string();
+  }
+  std::string Folder() const { return m_folder.string(); }
+
+  Outcome Execute(const std::string& arguments) const {
+    const auto out = m_folder / "out";
+    const auto err = m_folder / "err";
+    std::string command = "\"" BRENU_PROGRAM "\" " + arguments + " > \"" + out.string() +
+                          "\" 2> \"" + err.string() + '"';
+#ifdef _WIN32
+    const int status = std::system(('"' + command + '"').c_str());
+#else
+    const int raw = std::system(command.c_str());
+    const int status = WIFEXITED(raw) ? WEXITSTATUS(raw) : -1;
+#endif
+    return {status, Read(out), Read(err)};
+  }
+  Outcome Adjust(const std::string& text) const { return Execute("adjust \"" + Write(text) + '"'); }
+
+  // That the adjustment ends with this status, one sentence that holds the text, and no output.
+  void ExpectFailure(const std::string& text, int status, const std::string& telling) const {
+    const Outcome run = Adjust(text);
+    EXPECT_EQ(run.status, status) << telling;
+    EXPECT_NE(run.err.find(telling), std::string::npos) << run.err;
+    EXPECT_EQ(run.err.find('\n') + 1, run.err.size()) << run.err;
+    EXPECT_EQ(run.out, "");
+  }
+
+ private:
+  static std::string Read(const std::filesystem::path& path) {
+    std::ifstream file(path);
+    return {std::istreambuf_iterator<char>(file), {}};
+  }
+
+  std::filesystem::path m_folder =
+      std::filesystem::temp_directory_path() / ("brenu-" + std::to_string(std::random_device{}()));
+};
+
+}  // namespace brenu::testing

@@ -1,0 +1,73 @@
+#include "data_check.h"
+
+#include <cmath>
+
+#include "api/adjustment_context.h"
+#include "format.h"
+#include "network_view.h"
+
+namespace brenu::tool {
+
+namespace {
+
+bool IsPositive(double value) { return std::isfinite(value) && value > 0.0; }
+
+bool AreFinite(const ObsData& o) {
+  return std::isfinite(o.direction) && std::isfinite(o.distance) && std::isfinite(o.heightDiff) &&
+         std::isfinite(o.azimuth);
+}
+
+std::optional<std::string> ObservationFault(const AdjParam& param, bool inPlane,
+                                            const Observation& o) {
+  const std::string line = Line(o.stationName, o.target);
+  const ObsData& data = o.data;
+  if (!AreFinite(data)) {
+    return "an observation of the line " + line + " is no finite number; correct it";
+  }
+  if (data.distance < 0.0) return "the distance " + line + " is negative; correct it";
+  if (!inPlane) return std::nullopt;
+  if (HasDistance(data) && !IsPositive(param.MS + param.MR * data.distance)) {
+    return "the a-priori error MS + MR * S of the distance " + line +
+           " is not positive; correct MS and MR";
+  }
+  if ((HasDirection(data) || HasAzimuth(data)) && !IsPositive(param.MO)) {
+    return std::string("the a-priori error of the directions is not positive; correct MO");
+  }
+  return std::nullopt;
+}
+
+}  // namespace
+
+std::optional<std::string> FindDataFault(AdjustmentContext& context) {
+  for (const auto& [index, point] : context.store.Points()) {
+    if (std::isfinite(point.x) && std::isfinite(point.y) && std::isfinite(point.h)) continue;
+    return "a coordinate of the point " + Printable(NameOf(point)) +
+           " is no finite number; correct it";
+  }
+  const bool inPlane = HasPlane(GetNetType(&context));
+  for (const Observation& o : ObservationsOf(context)) {
+    if (auto fault = ObservationFault(context.param, inPlane, o)) return fault;
+  }
+  return std::nullopt;
+}
+
+std::optional<std::string> DoubtAboutDistanceErrors(AdjustmentContext& context) {
+  if (!HasPlane(GetNetType(&context))) return std::nullopt;
+  double sum = 0.0;
+  int count = 0;
+  for (const Observation& o : ObservationsOf(context)) {
+    if (!HasDistance(o.data)) continue;
+    sum += o.data.distance;
+    ++count;
+  }
+  if (count == 0) return std::nullopt;
+  const double mean = sum / count;
+  const double error = context.param.MS + context.param.MR * mean;
+  if (!(error > mean / 10.0)) return std::nullopt;
+  return "MS and MR give a distance of " + Fixed(mean, 0) + " m a standard error of " +
+         Fixed(error, 0) +
+         " m, so that distances hardly count; they are in metres, 5 mm + 5 ppm is MS:0.005 and "
+         "MR:0.000005";
+}
+
+}  // namespace brenu::tool

@@ -1,0 +1,159 @@
+#include "diagnosis.h"
+
+#include <algorithm>
+#include <cmath>
+#include <new>
+#include <string_view>
+#include <vector>
+
+#include "api/adjustment_context.h"
+#include "api/computations.h"
+#include "format.h"
+#include "network_view.h"
+
+namespace brenu::tool {
+
+namespace {
+
+const char* const kNoMemory = "there is not enough memory for this network; split it";
+
+const char* TitleOf(Network network) {
+  return network == Network::kHeights ? "levelling network" : "plane network";
+}
+
+bool HasLevelledDifference(const AdjustmentContext& context) {
+  const auto observations = ObservationsOf(context);
+  return std::any_of(observations.begin(), observations.end(),
+                     [](const Observation& o) { return IsLevelled(o.data); });
+}
+
+// The new points that the last computation could not reach.
+template <typename Net>
+std::vector<std::string_view> UnreachedPoints(const AdjustmentContext& context, const Net& net) {
+  std::vector<std::string_view> names;
+  for (const auto& [index, point] : context.store.Points()) {
+    if (!net.IsReached(NameOf(point))) names.push_back(NameOf(point));
+  }
+  return names;
+}
+
+std::string HintOfFormat(const AdjustmentContext& context) {
+  if (context.param.format == kFormatNoOrientation) {
+    return " (format 1, traverses without orientation, is not computed by this program)";
+  }
+  if (IsDistancesOnly(context)) {
+    return " (format 3, distances only, needs approximate coordinates that this program cannot "
+           "compute)";
+  }
+  return "";
+}
+
+std::string ExplainUnreached(const std::vector<std::string_view>& names, const char* values,
+                             const char* remedy) {
+  const char* const points = names.size() == 1 ? "the point " : "the points ";
+  return std::string(values) + " cannot be computed for " + points + ListOfNames(names) + "; " +
+         remedy;
+}
+
+// Whether the adjustment fails for want of memory: it runs once more, past the barrier of the
+// interface.
+bool RunsOutOfMemory(AdjustmentContext& context) {
+  try {
+    RunLeastSquareAdj(context);
+    return false;
+  } catch (const std::bad_alloc&) {
+    return true;
+  }
+}
+
+bool IsFiniteResult(AdjustmentContext& context, Network network, std::int32_t index) {
+  PlaneResult plane{};
+  VerticalResult vertical{};
+  if (network == Network::kHeights) {
+    return GetVerticalResult(&context, index, &vertical) && std::isfinite(vertical.height);
+  }
+  return GetPlaneResult(&context, index, &plane) && std::isfinite(plane.x) &&
+         std::isfinite(plane.y);
+}
+
+// The first observed line whose ends have the same approximate coordinates.
+std::optional<Observation> FindLineWithoutLength(AdjustmentContext& context) {
+  if (!ApproxCalc(&context)) return std::nullopt;
+  for (const Observation& o : ObservationsOf(context)) {
+    const std::int32_t target = GetPointNum(&context, o.target);
+    PlaneResult from{};
+    PlaneResult to{};
+    if (!GetPlaneResult(&context, o.station, &from) || !GetPlaneResult(&context, target, &to)) {
+      continue;
+    }
+    if (std::hypot(to.x - from.x, to.y - from.y) == 0.0) return o;
+  }
+  return std::nullopt;
+}
+
+}  // namespace
+
+std::string ExplainNoApproximation(AdjustmentContext& context) {
+  const auto& points = context.store.Points();
+  if (points.empty()) return "the file holds no points; add them and their observations";
+  if (context.netType == kNoControl) {
+    return "no control point is among the points; give one or more the type 01 (height known), 10 "
+           "(X and Y known) or 11 (both)";
+  }
+  if (context.store.Observations().empty()) {
+    return "the file holds points but no observations; add observations";
+  }
+  if (HasLevelling(context.netType)) {
+    if (!HasLevelledDifference(context)) {
+      return "bench marks are there but no levelled height difference; give each height difference "
+             "the length of its line";
+    }
+    const auto names = UnreachedPoints(context, context.levelNet);
+    if (!names.empty()) {
+      return ExplainUnreached(names, "heights",
+                              "connect them with a bench mark by height differences that have a "
+                              "line length");
+    }
+  }
+  if (HasPlane(context.netType)) {
+    const auto names = UnreachedPoints(context, context.planeNet);
+    if (!names.empty()) {
+      return ExplainUnreached(names, "approximate coordinates",
+                              "observe each with direction and distance, or by intersection, from "
+                              "oriented known stations") +
+             HintOfFormat(context);
+    }
+  }
+  return kNoMemory;
+}
+
+std::string ExplainNoSolution(AdjustmentContext& context) {
+  if (IsDistancesOnly(context) && !HasPlane(context.netType)) {
+    return "format 3 (distances only) needs points with known X and Y; correct the format or the "
+           "types of the points";
+  }
+  if (RunsOutOfMemory(context)) return kNoMemory;
+  // Levelling equations are regular once every height is reached.
+  const Network network = HasPlane(context.netType) ? Network::kPlane : Network::kHeights;
+  return std::string("the normal equations of the ") + TitleOf(network) +
+         " are singular; look for points that its observations do not determine, and for a-priori "
+         "errors that leave them no weight";
+}
+
+std::optional<std::string> FindSenselessResult(AdjustmentContext& context) {
+  for (const Network network : AdjustedNetworks(context)) {
+    const auto count = static_cast<std::int32_t>(GetPointCount(&context));
+    for (std::int32_t i = 0; i < count; ++i) {
+      if (IsFiniteResult(context, network, i)) continue;
+      if (const auto line = FindLineWithoutLength(context)) {
+        return "the points of the observed line " + Line(line->stationName, line->target) +
+               " lie at the same place; correct their coordinates or the observation";
+      }
+      return std::string("the adjusted values of the ") + TitleOf(network) +
+             " are no finite numbers; look for gross errors in coordinates and observations";
+    }
+  }
+  return std::nullopt;
+}
+
+}  // namespace brenu::tool

@@ -1,0 +1,51 @@
+#include "format.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "core/angles.h"
+#include "core/text_number.h"
+
+namespace brenu::tool {
+
+std::string Fixed(double value, int decimals) {
+  if (!std::isfinite(value)) return "-";
+  std::string text;
+  AppendFixed(text, value, decimals);
+  if (text.starts_with('-') && text.find_first_of("123456789") == std::string::npos)
+    text.erase(0, 1);
+  return text;
+}
+
+std::string DegreesMinutes(double dms) {
+  if (!std::isfinite(dms)) return "-";
+  const auto minutes = static_cast<int>(std::lround(DmsToRad(dms) * 60.0 * 180.0 / kPi));
+  const int rest = minutes % 60;
+  return std::to_string(minutes / 60) + (rest < 10 ? " 0" : " ") + std::to_string(rest);
+}
+
+std::string Printable(std::string_view text) {
+  std::string shown(text);
+  std::replace_if(
+      shown.begin(), shown.end(), [](unsigned char c) { return c < 0x20 || c == 0x7f; }, '?');
+  return shown;
+}
+
+std::string Line(std::string_view station, std::string_view target) {
+  return Printable(station) + " - " + Printable(target);
+}
+
+std::string ListOfNames(std::span<const std::string_view> names) {
+  constexpr std::size_t kMost = 10;
+  const std::size_t shown = std::min(names.size(), kMost);
+  std::string list;
+  for (std::size_t i = 0; i < shown; ++i) {
+    const bool isLast = i + 1 == names.size();
+    if (i > 0) list += isLast ? " and " : ", ";
+    list += Printable(names[i]);
+  }
+  if (shown < names.size()) list += " and " + std::to_string(names.size() - shown) + " more";
+  return list;
+}
+
+}  // namespace brenu::tool

@@ -1,0 +1,86 @@
+#include "summary.h"
+
+#include <cmath>
+
+#include "format.h"
+#include "observation_kinds.h"
+#include "text_table.h"
+
+namespace brenu::tool {
+
+namespace {
+
+// Columns: label, value, unit, remark.
+void AddCount(TextTable& table, const char* label, int count) {
+  table.AddRow({label, std::to_string(count)});
+}
+
+void AddUnitWeight(TextTable& table, const NetworkFigures& figures, Network network, double mo) {
+  const char* const label = "standard error of unit weight";
+  if (figures.newPoints == 0) {
+    table.AddRow({label, "-", "", "warning: there is no new point, so it cannot be computed"});
+  } else if (!figures.HasPrecision()) {
+    table.AddRow({label, "-", "",
+                  "warning: the redundancy is 0, so neither it nor the precision can be computed"});
+  } else if (network == Network::kHeights) {
+    table.AddRow({label, Fixed(figures.sigma0 * 1000.0, 2), "mm", "for 1 km of levelling"});
+  } else {
+    table.AddRow(
+        {label, Fixed(figures.sigma0 * mo, 2), "\"",
+         "m0 = " + Fixed(figures.sigma0, 3) + " times the a-priori MO = " + Fixed(mo, 2) + "\""});
+  }
+}
+
+// Metres; not a number when there is no such result.
+double PointError(AdjustmentContext* context, Network network, std::int32_t index) {
+  VerticalResult vertical{};
+  PlaneResult plane{};
+  if (network == Network::kHeights) {
+    return GetVerticalResult(context, index, &vertical) ? vertical.sigma : std::nan("");
+  }
+  return GetPlaneResult(context, index, &plane) ? plane.mp : std::nan("");
+}
+
+void AddLargestError(TextTable& table, AdjustmentContext* context, Network network) {
+  double largest = 0.0;
+  std::string name;
+  std::int32_t index = 0;
+  for (const PointData& point : PointsOf(*context)) {
+    const double error = PointError(context, network, index++);
+    if (IsControl(point, network) || !std::isfinite(error)) continue;
+    if (!name.empty() && error <= largest) continue;
+    largest = error;
+    name = Printable(point.name);
+  }
+  if (name.empty()) return;
+  table.AddRow({"largest point error", Fixed(largest * 1000.0, 2), "mm", name});
+}
+
+}  // namespace
+
+std::string Summary(AdjustmentContext* context, Network network,
+                    const std::vector<Observation>& observations) {
+  const NetworkFigures figures = FiguresOf(*context, network);
+  const auto kinds = KindsOf(*context, network);
+  TextTable table("lrll");
+  AddCount(table, "control points", figures.controlPoints);
+  AddCount(table, "new points", figures.newPoints);
+  AddCount(table, "stations", CountStations(context, kinds, observations));
+  std::vector<ResidualSummary> residuals;
+  for (const ObservationKind& kind : kinds) {
+    residuals.push_back(SummariseResiduals(context, kind, observations));
+    AddCount(table, kind.plural, residuals.back().count);
+  }
+  AddCount(table, "redundancy", figures.redundancy);
+  AddUnitWeight(table, figures, network, GetAdjParam(context).MO);
+  if (figures.HasPrecision()) AddLargestError(table, context, network);
+  for (std::size_t i = 0; i < kinds.size(); ++i) {
+    const ResidualSummary& r = residuals[i];
+    if (r.at == nullptr) continue;
+    table.AddRow({std::string("worst residual of a ") + kinds[i].singular, Fixed(r.worst, 2),
+                  kinds[i].unit, Line(r.at->stationName, r.at->target)});
+  }
+  return table.Text();
+}
+
+}  // namespace brenu::tool
