@@ -36,10 +36,10 @@ Names GrossErrors(const Job& job, const std::string& keyword) {
   for (std::string row; std::getline(rows, row);) {
     if (row.find("gross error") == std::string::npos) continue;
     std::istringstream cells(row);
-    std::string from;
+    std::string line;
     std::string to;
-    cells >> from >> to;
-    found.push_back(from + " " + to);
+    cells >> line >> to;
+    found.push_back(line.append(" ").append(to));
   }
   return found;
 }
@@ -178,6 +178,24 @@ TEST(PlaneSnooping, CountsRemovedObservationsTwice) {
   }
 }
 
+// A round of directions to three control points, the first 9" off: the residuals are 6", -3", -3",
+// one direction has the cofactor MO^2 / 3, and so the largest test value is 6 / (2.5 sqrt(2/3)) =
+// 2.939.  The critical values are 2.878 for 0.004 and 2.968 for 0.003.
+TEST(PlaneSnooping, ComparesTheStandardisedResidual) {
+  Job job;
+  job.Add("A", 10, 1000, 1000);
+  job.Add("B", 10, 2000, 1000);
+  job.Add("C", 10, 1000, 2000);
+  job.Add("D", 10, 500, 1000);
+  job.Observe("A", "B", Direction(39.5954));
+  job.Observe("A", "C", Direction(130.0003));
+  job.Observe("A", "D", Direction(220.0003));
+  ASSERT_EQ(DataSnooping(job, 2, 0.001, 0.003), 1);
+  EXPECT_EQ(GrossErrors(job, "[DIRANGLE]"), Names{});
+  ASSERT_EQ(DataSnooping(job, 2, 0.001, 0.004), 1);
+  EXPECT_EQ(GrossErrors(job, "[DIRANGLE]"), Names{"A B"});
+}
+
 TEST(PlaneSnooping, WithoutBlunderIsTheAdjustment) {
   Job snooped;
   Job adjusted;
@@ -216,7 +234,8 @@ TEST(CombinedSnooping, NeedsBothNetworks) {
   EXPECT_EQ(DataSnooping(noPlaceOfR, 3, 0.001, 0.001), 0);
 }
 
-// Above 1 the critical value is negative, and nothing but the number of observations ends it.
+// Above 1 the critical value is negative, and nothing but the number of observations ends the
+// rounds; whether the last of them can still be solved is left open.
 TEST(Snooping, EndsWhenEveryObservationFails) {
   Job level;
   AddLevelNet(level);
