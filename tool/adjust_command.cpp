@@ -8,6 +8,7 @@
 #include "brenu/brenu.h"
 #include "data_check.h"
 #include "diagnosis.h"
+#include "direction_check.h"
 #include "format.h"
 #include "load.h"
 #include "network_view.h"
@@ -30,8 +31,10 @@ void Say(const std::string& path, const std::string& sentence) {
 std::optional<Fault> Adjust(AdjustmentContext* context) {
   if (auto sentence = FindDataFault(*context)) return Fault{kFileOrUsage, *sentence};
   if (!ApproxCalc(context)) return Fault{kComputationFailed, ExplainNoApproximation(*context)};
+  if (auto sentence = FindTurnedDirection(*context)) return Fault{kComputationFailed, *sentence};
   if (!LeastSquareAdj(context)) return Fault{kComputationFailed, ExplainNoSolution(*context)};
   if (auto sentence = FindSenselessResult(*context)) return Fault{kComputationFailed, *sentence};
+  if (auto sentence = FindTurnedDirection(*context)) return Fault{kComputationFailed, *sentence};
   return std::nullopt;
 }
 

@@ -10,7 +10,7 @@ using ::testing::HasSubstr;
 using ::testing::Not;
 
 // The text with one place of it changed.
-std::string With(std::string text, const std::string& from, const std::string& to) {
+std::string With(const std::string& text, const std::string& from, const std::string& to) {
   const std::size_t place = text.find(from);
   return text.substr(0, place) + to + text.substr(place + from.size());
 }
@@ -128,6 +128,14 @@ TEST_F(AdjustCommand, SaysWhyANetworkCannotBeComputed) {
       "[PARAM]\nMS:0.005\nMR:0\n\n[PT]\nA,10,1000,1000,\nB,10,1000,1000,\n\n"
       "[OBS]\nA,B,0,10,,\n",
       1, "line A - B lie at the same place");
+}
+
+// Zero north, and the reading to P a second more than its azimuth: reduced to -1" or 359 59 59.
+TEST_F(AdjustCommand, SaysThatDirectionsComeOutAFullCircleOff) {
+  ExpectFailure(
+      "[PARAM]\nMS:0.005\nMR:0\n\n[PT]\nA,10,1000,1000,\nB,10,1200,1000,\nP,00,,,\n\n"
+      "[OBS]\nA,B,0,,,\nA,P,90.0001,100,,\nB,A,0,,,\nB,P,333.2606,223.607,,\n",
+      1, "puts the direction A - P a full circle off");
 }
 
 TEST_F(AdjustCommand, SaysThatANetworkIsSingular) {

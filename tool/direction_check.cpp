@@ -1,0 +1,50 @@
+#include "direction_check.h"
+
+#include <cmath>
+
+#include "core/angles.h"
+#include "core/records.h"
+#include "format.h"
+#include "network_view.h"
+
+namespace brenu::tool {
+
+namespace {
+
+// Orientations of one station agree within this, unless the coordinates are still too poor to tell.
+constexpr double kAgreement = kPi / 180.0;
+
+// The azimuth of the circle's zero that a direction gives, as the adjustment reduces it.
+std::optional<double> OrientationOf(AdjustmentContext& context, const Observation& o) {
+  PlaneResult from{};
+  PlaneResult to{};
+  if (!HasDirection(o.data) || !GetPlaneResult(&context, o.station, &from) ||
+      !GetPlaneResult(&context, GetPointNum(&context, o.target), &to)) {
+    return std::nullopt;
+  }
+  return PositiveAngle(CalcAzimuth(from.x, from.y, to.x, to.y) - DmsToRad(o.data.direction));
+}
+
+}  // namespace
+
+std::optional<std::string> FindTurnedDirection(AdjustmentContext& context) {
+  if (IsDistancesOnly(context)) return std::nullopt;
+  std::int32_t station = -1;
+  double first = 0.0;  // the orientation from the station's first direction
+  for (const Observation& o : ObservationsOf(context)) {
+    const std::optional<double> orientation = OrientationOf(context, o);
+    if (!orientation) continue;
+    if (o.station != station) {
+      station = o.station;
+      first = *orientation;
+    }
+    if (std::fabs(std::fabs(*orientation - first) - kTwoPi) < kAgreement) {
+      return "the zero of the directions at " + Printable(o.stationName) +
+             " lies too close to north, which puts the direction " + Line(o.stationName, o.target) +
+             " a full circle off; add the same angle, 90 degrees say, to all its directions";
+    }
+  }
+  return std::nullopt;
+}
+
+}  // namespace brenu::tool
