@@ -98,8 +98,8 @@ TEST(NullPointers, AreRefused) {
   job.Add("A", 11, 0, 0, 10);
   job.Add("B", 11, 100, 0, 11);
   job.Add("P");
-  job.Observe("A", "B", Direction(0));
-  job.Observe("A", "P", {100.0, 45.0, 1.0, 45.0});
+  job.Observe("A", "B", Direction(10));
+  job.Observe("A", "P", {100.0, 55.0, 1.0, 45.0});
   ASSERT_TRUE(LeastSquareAdj(job));
   double d = 0;
   int32_t n = 0;
