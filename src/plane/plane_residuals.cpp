@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <cmath>
 
 #include "core/angles.h"
@@ -50,10 +51,12 @@ double PlaneNet::CalcDistanceResiduals() {
 std::int32_t PlaneNet::Redundancy() const {
   const std::size_t observations =
       m_obs.directions.size() + m_obs.distances.size() + m_obs.azimuths.size();
-  std::int32_t orientations = 0;
-  for (const DirectionSet& set : m_obs.sets) orientations += set.orientation < 0 ? 0 : 1;
+  const auto orientations =
+      std::count_if(m_obs.sets.begin(), m_obs.sets.end(),
+                    [this](const DirectionSet& set) { return m_obs.HasDirectionInUse(set); });
   return static_cast<std::int32_t>(observations) -
-         2 * (m_net->PointCount() - m_net->ControlCount()) - orientations;
+         2 * (m_net->PointCount() - m_net->ControlCount()) -
+         static_cast<std::int32_t>(orientations);
 }
 
 }  // namespace brenu
