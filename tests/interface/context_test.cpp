@@ -1,7 +1,6 @@
 // Parameters, null arguments, independence of contexts.
 #include <gtest/gtest.h>
 
-#include <cstring>
 #include <limits>
 
 #include "support/job.h"
@@ -9,16 +8,14 @@
 namespace brenu::testing {
 namespace {
 
-bool SameBytes(const AdjParam& a, const AdjParam& b) { return std::memcmp(&a, &b, sizeof a) == 0; }
-
 TEST(Parameters, FreshContextHoldsTheDefaultsAndKeepsWhatIsSet) {
   const Job job;
-  EXPECT_TRUE(SameBytes(GetAdjParam(job), AdjParam{2.5, 5.0, 5.0, 4, 20, 4, 5, 3, 0}));
+  EXPECT_EQ(Bytes(GetAdjParam(job)), Bytes(AdjParam{2.5, 5.0, 5.0, 4, 20, 4, 5, 3, 0}));
   // No check, and no grade table: the limits stay as given.
   const AdjParam odd = {-1.0, 1e308, 0.0, 3, -7, 99, std::numeric_limits<int32_t>::min(), 0, 12};
   SetAdjParam(job, odd);
-  EXPECT_TRUE(SameBytes(GetAdjParam(job), odd));
-  EXPECT_TRUE(SameBytes(GetAdjParam(nullptr), AdjParam{}));
+  EXPECT_EQ(Bytes(GetAdjParam(job)), Bytes(odd));
+  EXPECT_EQ(Bytes(GetAdjParam(nullptr)), Bytes(AdjParam{}));
 }
 
 TEST(Contexts, AreIndependent) {

@@ -52,17 +52,11 @@ TEST(DistanceAdjustment, HasOnlyTheNewPointsAsUnknowns) {
   const PlaneResult n = ReadPlane(job, "N");
   EXPECT_EQ(n.x, 100);
   EXPECT_EQ(n.mx, 0);
-  double azimuth = 0;
-  double error = 0;
-  double length = 0;
-  double lengthError = 0;
-  int32_t relative = 0;
-  ASSERT_TRUE(
-      GetAzAndLenPrecision(job, 1, "P", &azimuth, &error, &length, &lengthError, &relative));
-  EXPECT_NEAR(azimuth, 270, 1e-6);
-  EXPECT_NEAR(lengthError, ReadPlane(job, "P").my, 1e-9);
-  EXPECT_FALSE(
-      GetAzAndLenPrecision(job, 0, "S", &azimuth, &error, &length, &lengthError, &relative));
+  const auto line = ReadLine(job, "E", "P");
+  ASSERT_TRUE(line);
+  EXPECT_NEAR(line->azimuth, 270, 1e-6);
+  EXPECT_NEAR(line->lengthError, ReadPlane(job, "P").my, 1e-9);
+  EXPECT_FALSE(ReadLine(job, "N", "S"));
 }
 
 TEST(DistanceAdjustment, TakesTheNetworkAsItStands) {

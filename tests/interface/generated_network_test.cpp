@@ -22,15 +22,17 @@ long double Norm(long double angle) { return std::remainder(angle, 2 * kPi); }
 
 // Packed sexagesimal notation of an angle in whole hundredths of arc-seconds.
 double Packed(long long hundredths) {
-  const auto whole = static_cast<double>(hundredths / 360000);
-  const auto minutes = static_cast<double>(hundredths / 6000 % 60);
-  return whole + minutes / 100 + static_cast<double>(hundredths % 6000) / 1e6;
+  const long long degrees = hundredths / 360000;
+  const long long minutes = hundredths / 6000 % 60;
+  const long long rest = hundredths % 6000;
+  return static_cast<double>(degrees * 1000000 + minutes * 10000 + rest) / 1e6;
 }
 long double Unpacked(double dms) {
-  const auto units = std::llround(dms * 1e6L);
-  return static_cast<long double>(units / 1000000 * 360000 + units / 10000 % 100 * 6000 +
-                                  units % 10000) /
-         (100 * kRho);
+  const long long units = std::llround(dms * 1e6);
+  const long long degrees = units / 1000000;
+  const long long minutes = units / 10000 % 100;
+  const long long hundredths = degrees * 360000 + minutes * 6000 + units % 10000;
+  return static_cast<long double>(hundredths) / (100 * kRho);
 }
 
 struct Obs {
@@ -46,7 +48,7 @@ struct Network {
   std::vector<std::pair<long double, long double>> points;
   std::vector<Obs> observations;
 
-  static std::string Name(std::size_t i) { return std::string(1, static_cast<char>('A' + i)); }
+  static std::string Name(std::size_t i) { return {static_cast<char>('A' + i)}; }
   // X of point i, Y one after it; orientations of the stations after all points.
   std::size_t Unknown(std::size_t i) const { return 2 * (i - kControl); }
   std::size_t Orientation(std::size_t i) const { return Unknown(points.size()) + i; }
@@ -56,8 +58,10 @@ struct Network {
     SetAdjParam(job, Errors(2.5, 0.003, 2e-6));
     Random random(7);
     for (std::size_t i = 0; i < 16; ++i) {
-      const double x = static_cast<double>(i / 4) * 400 + random.Uniform(-60, 60);
-      const double y = static_cast<double>(i % 4) * 400 + random.Uniform(-60, 60);
+      const std::size_t row = i / 4;
+      const std::size_t column = i % 4;
+      const double x = static_cast<double>(row) * 400 + random.Uniform(-60, 60);
+      const double y = static_cast<double>(column) * 400 + random.Uniform(-60, 60);
       points.emplace_back(x, y);
       const bool known = i < kControl;
       job.Add(Name(i), known ? 10 : 0, known ? x : 0, known ? y : 0);
@@ -181,20 +185,16 @@ TEST(GeneratedNetwork, AgreesWithAnIndependentAdjustment) {
     EXPECT_NEAR(r.residual, static_cast<double>(residuals[k]), o.isDirection ? 1e-3 : 1e-6);
     EXPECT_NEAR(r.apriori, static_cast<double>(o.error), 1e-12);
     if (!o.isDirection || o.to < kControl) continue;
-    double azimuth = 0;
-    double error = 0;
-    double length = 0;
-    double lengthError = 0;
-    int32_t relative = 0;
-    ASSERT_TRUE(GetAzAndLenPrecision(net.job, net.job.Index(Network::Name(o.from)),
-                                     Network::Name(o.to).c_str(), &azimuth, &error, &length,
-                                     &lengthError, &relative));
+    const auto line = ReadLine(net.job, Network::Name(o.from), Network::Name(o.to));
+    ASSERT_TRUE(line);
     const Vector a = net.Gradient(o.from, o.to, true);
     const Vector s = net.Gradient(o.from, o.to, false);
-    EXPECT_NEAR(error, m0 * std::sqrt(static_cast<double>(solution.Covariance(a, a))), 1e-4);
-    EXPECT_NEAR(lengthError, m0 * std::sqrt(static_cast<double>(solution.Covariance(s, s))), 1e-7);
-    EXPECT_NEAR(length, static_cast<double>(net.Length(o.from, o.to)), 1e-6);
-    EXPECT_EQ(relative, static_cast<int32_t>(length / lengthError));
+    EXPECT_NEAR(line->azimuthError, m0 * std::sqrt(static_cast<double>(solution.Covariance(a, a))),
+                1e-4);
+    EXPECT_NEAR(line->lengthError, m0 * std::sqrt(static_cast<double>(solution.Covariance(s, s))),
+                1e-7);
+    EXPECT_NEAR(line->length, static_cast<double>(net.Length(o.from, o.to)), 1e-6);
+    EXPECT_EQ(line->relative, static_cast<int32_t>(line->length / line->lengthError));
   }
 }
 

@@ -59,18 +59,13 @@ TEST(PlaneAdjustment, WeightsOfDistancesGrowWithTheirLength) {
   EXPECT_NEAR(Read(GetLengthResult, job, "B", "P").residual, v2, 1e-9);
   EXPECT_EQ(Read(GetDirAngleResult, job, "A", "P").apriori, 2.0);
 
-  double azimuth = 0;
-  double error = 0;
-  double length = 0;
-  double lengthError = 0;
-  int32_t relative = 0;
-  ASSERT_TRUE(
-      GetAzAndLenPrecision(job, 0, "P", &azimuth, &error, &length, &lengthError, &relative));
-  EXPECT_NEAR(azimuth, 90, 1e-9);
-  EXPECT_NEAR(error, mx / y * kRho, 1e-6);
-  EXPECT_NEAR(length, y, 1e-9);
-  EXPECT_NEAR(lengthError, my, 1e-9);
-  EXPECT_EQ(relative, static_cast<int32_t>(y / my));
+  const auto line = ReadLine(job, "A", "P");
+  ASSERT_TRUE(line);
+  EXPECT_NEAR(line->azimuth, 90, 1e-9);
+  EXPECT_NEAR(line->azimuthError, mx / y * kRho, 1e-6);
+  EXPECT_NEAR(line->length, y, 1e-9);
+  EXPECT_NEAR(line->lengthError, my, 1e-9);
+  EXPECT_EQ(line->relative, static_cast<int32_t>(y / my));
 }
 
 TEST(PlaneAdjustment, ControlPointsStayAndHaveNoEllipse) {
@@ -206,16 +201,12 @@ TEST(PlaneAdjustment, EveryKindOfObservationCounts) {
   ASSERT_TRUE(LeastSquareAdj(job));
   // [pvv] = 2^2 + 2^2 + (20 mm / 10 mm)^2 = 12; 3 directions + 2 distances - 2 - 1 = 2.
   const double m0 = std::sqrt(12.0 / 2.0);
-  double azimuth = 0;
-  double error = 0;
-  double length = 0;
-  double lengthError = 0;
-  int32_t relative = 0;
-  ASSERT_TRUE(
-      GetAzAndLenPrecision(job, 0, "P", &azimuth, &error, &length, &lengthError, &relative));
-  EXPECT_NEAR(lengthError, m0 * 0.01, 1e-9);
-  EXPECT_NEAR(error, m0 * std::sqrt(1.5), 1e-6);  // its own reading and the mean of two
-  EXPECT_EQ(relative, static_cast<int32_t>(100 / lengthError));
+  const auto line = ReadLine(job, "A", "P");
+  ASSERT_TRUE(line);
+  EXPECT_NEAR(line->lengthError, m0 * 0.01, 1e-9);
+  EXPECT_NEAR(line->azimuthError, m0 * std::sqrt(1.5),
+              1e-6);  // its own reading and the mean of two
+  EXPECT_EQ(line->relative, static_cast<int32_t>(100 / line->lengthError));
 }
 
 TEST(PlaneAdjustment, FailsOnAnObservationOfANameWithoutPoint) {

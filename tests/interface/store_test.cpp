@@ -50,10 +50,10 @@ TEST(Points, AreGivenBackByteForByte) {
   AddPoint(job, 0, in);
   PointData out{};
   EXPECT_EQ(GetPoint(job, 0, &out), 0);
-  EXPECT_EQ(std::memcmp(&in, &out, sizeof in), 0);
+  EXPECT_EQ(Bytes(out), Bytes(in));
   PointData original{};
   EXPECT_EQ(GetOriginalPoint(job, 0, &original), 0);
-  EXPECT_EQ(std::memcmp(&in, &original, sizeof in), 0);
+  EXPECT_EQ(Bytes(original), Bytes(in));
   EXPECT_EQ(GetPointNum(job, "A"), 0);
   EXPECT_EQ(GetPoint(job, 1, &out), -1);
   EXPECT_EQ(GetOriginalPoint(job, 1, &out), -1);
@@ -164,7 +164,7 @@ TEST(Observations, AreReadOverwrittenAndDeleted) {
   EXPECT_EQ(SetObsData(job, 0, "B", in), 0);
   ObsData out{};
   EXPECT_EQ(GetObsData(job, 0, "B", &out), 0);
-  EXPECT_EQ(std::memcmp(&in, &out, sizeof in), 0);
+  EXPECT_EQ(Bytes(out), Bytes(in));
   EXPECT_EQ(SetObsData(job, 0, "X", in), -1);
   EXPECT_EQ(GetObsDataCount(job, 0), 2);
   EXPECT_EQ(DeleteObsData(job, 0, "X"), -1);

@@ -5,6 +5,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -30,6 +31,12 @@ inline ObsData Levelled(double length, double heightDiff) {
 inline ObsData Direction(double dms, double distance = 0.0) { return {distance, dms, 0.0, -1.0}; }
 inline ObsData Distance(double metres) { return {metres, -1.0, 0.0, -1.0}; }
 inline ObsData Azimuth(double dms) { return {0.0, -1.0, 0.0, dms}; }
+
+// A record as the bytes that cross the interface.
+template <typename Record>
+std::string Bytes(const Record& record) {
+  return {reinterpret_cast<const char*>(&record), sizeof record};
+}
 
 // Owns a context; converts to it, so that it stands wherever a context is asked for.
 class Job {
@@ -78,6 +85,19 @@ inline ObsResult Read(ObsGetter getter, const Job& job, const std::string& stati
   EXPECT_TRUE(getter(job, job.Index(station), target.c_str(), &r.residual, &r.adjusted, &r.apriori))
       << station << " - " << target;
   return r;
+}
+
+// Azimuth and length of a line with their precision; nothing when they are refused.
+struct LineResult {
+  double azimuth, azimuthError, length, lengthError;
+  std::int32_t relative;
+};
+inline std::optional<LineResult> ReadLine(const Job& job, const std::string& station,
+                                          const std::string& target) {
+  LineResult r{};
+  const bool found = GetAzAndLenPrecision(job, job.Index(station), target.c_str(), &r.azimuth,
+                                          &r.azimuthError, &r.length, &r.lengthError, &r.relative);
+  return found ? std::optional(r) : std::nullopt;
 }
 
 inline PlaneResult ReadPlane(const Job& job, const std::string& name) {
