@@ -27,6 +27,11 @@ ObservationTables::ObservationTables(const NetworkLayout& layout) {
   storedSetCount = static_cast<std::int32_t>(sets.size());
 }
 
+bool ObservationTables::HasDirectionInUse(const DirectionSet& set) const {
+  return std::any_of(directions.begin() + set.first, directions.begin() + set.end,
+                     [](const PlaneObs& o) { return o.inUse; });
+}
+
 const PlaneObs* FindObs(const std::vector<PlaneObs>& table, std::int32_t sight) {
   const auto found =
       std::lower_bound(table.begin(), table.end(), sight,

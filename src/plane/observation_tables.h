@@ -27,6 +27,8 @@ struct ObservationTables {
   ObservationTables() = default;
   explicit ObservationTables(const NetworkLayout& layout);
 
+  bool HasDirectionInUse(const DirectionSet& set) const;
+
   std::vector<PlaneObs> directions;
   std::vector<PlaneObs> distances;
   std::vector<PlaneObs> azimuths;

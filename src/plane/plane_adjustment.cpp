@@ -39,10 +39,7 @@ bool PlaneNet::HasUnknownName() const {
 void PlaneNet::NumberOrientations() {
   std::int32_t next = 2 * m_net->PointCount();
   for (DirectionSet& set : m_obs.sets) {
-    const bool used =
-        std::any_of(m_obs.directions.begin() + set.first, m_obs.directions.begin() + set.end,
-                    [](const PlaneObs& o) { return o.inUse; });
-    set.orientation = used ? next++ : -1;
+    set.orientation = m_obs.HasDirectionInUse(set) ? next++ : -1;
   }
   m_normal.Reset(next);
 }

@@ -1,19 +1,23 @@
 // A context for a test, with short ways to fill it.
 #pragma once
 
+#include <gtest/gtest.h>
+
 #include <cstdint>
-#include <cstring>
 #include <memory>
+#include <optional>
 #include <string>
+#include <string_view>
 
 #include "brenu/brenu.h"
 
 namespace brenu::testing {
 
-inline PointData MakePoint(const std::string& name, std::int32_t type = 0, double x = 0.0,
+// Copies at most the 128 bytes of the field, without a NUL when the name fills it.
+inline PointData MakePoint(std::string_view name, std::int32_t type = 0, double x = 0.0,
                            double y = 0.0, double h = 0.0) {
   PointData point{};
-  std::strncpy(point.name, name.c_str(), sizeof(point.name) - 1);
+  name.copy(point.name, sizeof(point.name));
   point.type = type;
   point.x = x;
   point.y = y;
@@ -27,6 +31,12 @@ inline ObsData Levelled(double length, double heightDiff) {
 inline ObsData Direction(double dms, double distance = 0.0) { return {distance, dms, 0.0, -1.0}; }
 inline ObsData Distance(double metres) { return {metres, -1.0, 0.0, -1.0}; }
 inline ObsData Azimuth(double dms) { return {0.0, -1.0, 0.0, dms}; }
+
+// A record as the bytes that cross the interface.
+template <typename Record>
+std::string Bytes(const Record& record) {
+  return {reinterpret_cast<const char*>(&record), sizeof record};
+}
 
 // Owns a context; converts to it, so that it stands wherever a context is asked for.
 class Job {
@@ -44,9 +54,62 @@ class Job {
     return AddObsData(*this, Index(station), target.c_str(), obs);
   }
   std::int32_t Index(const std::string& name) const { return GetPointNum(*this, name.c_str()); }
+  // The name stored under an index; "none" when there is no point.
+  std::string NameAt(std::int32_t index) const {
+    PointData point{};
+    return GetPoint(*this, index, &point) == index ? point.name : "none";
+  }
 
  private:
   std::unique_ptr<AdjustmentContext, void (*)(AdjustmentContext*)> m_context;
 };
+
+// Parameters with the standard errors given (arc-seconds, metres, metres a metre).
+inline AdjParam Errors(double direction, double constant, double proportional = 0.0) {
+  AdjParam param = GetAdjParam(Job());
+  param.MO = direction;
+  param.MS = constant;
+  param.MR = proportional;
+  return param;
+}
+
+// What one of the three getters of plane observations gives; a test failure when it gives nothing.
+struct ObsResult {
+  double residual, adjusted, apriori;
+};
+using ObsGetter = bool (*)(AdjustmentContext*, std::int32_t, const char*, double*, double*,
+                           double*);
+inline ObsResult Read(ObsGetter getter, const Job& job, const std::string& station,
+                      const std::string& target) {
+  ObsResult r{};
+  EXPECT_TRUE(getter(job, job.Index(station), target.c_str(), &r.residual, &r.adjusted, &r.apriori))
+      << station << " - " << target;
+  return r;
+}
+
+// Azimuth and length of a line with their precision; nothing when they are refused.
+struct LineResult {
+  double azimuth, azimuthError, length, lengthError;
+  std::int32_t relative;
+};
+inline std::optional<LineResult> ReadLine(const Job& job, const std::string& station,
+                                          const std::string& target) {
+  LineResult r{};
+  const bool found = GetAzAndLenPrecision(job, job.Index(station), target.c_str(), &r.azimuth,
+                                          &r.azimuthError, &r.length, &r.lengthError, &r.relative);
+  return found ? std::optional(r) : std::nullopt;
+}
+
+inline PlaneResult ReadPlane(const Job& job, const std::string& name) {
+  PlaneResult r{};
+  EXPECT_TRUE(GetPlaneResult(job, job.Index(name), &r)) << name;
+  return r;
+}
+
+inline VerticalResult ReadHeight(const Job& job, const std::string& name) {
+  VerticalResult r{};
+  EXPECT_TRUE(GetVerticalResult(job, job.Index(name), &r)) << name;
+  return r;
+}
 
 }  // namespace brenu::testing

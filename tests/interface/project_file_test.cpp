@@ -1,0 +1,237 @@
+#include <gtest/gtest.h>
+
+#include <cstring>
+#include <string>
+
+#include "support/job.h"
+#include "support/temp_file.h"
+
+namespace brenu::testing {
+namespace {
+
+bool Open(const Job& job, std::string_view text) {
+  return OpenBrenuAdjustFile(job, TempFile(text).Path());
+}
+
+std::string Saved(const Job& job) {
+  const TempFile file;
+  EXPECT_EQ(SaveBrenuAdjustFile(job, file.Path()), 1);
+  return file.Text();
+}
+
+std::string WithCrLf(const std::string& text) {
+  std::string result;
+  for (const char c : text) result += c == '\n' ? std::string("\r\n") : std::string(1, c);
+  return result;
+}
+
+ObsData ObsOf(const Job& job, const char* station, const char* target) {
+  ObsData obs{};
+  EXPECT_NE(GetObsData(job, job.Index(station), target, &obs), -1) << station << " - " << target;
+  return obs;
+}
+
+const std::string kFile =
+    "[PARAM]\n"
+    "MO:2.5\nMS:0.00123457\nMR:5e-06\nLvl1:3\nLvl2:4\nLvl1Limit:7\nLvl2Limit:5\nLimit:3\n"
+    "format:1\n"
+    "\n"
+    "[PT]\n"
+    "B,11,3512345.123400,-2000.000000,50.000000\n"
+    "A,01,,,0.000001\n"
+    "P1,00,,,\n"
+    "X,-5,1.000000,,\n"
+    "\n"
+    "[OBS]\n"
+    "A,P1,0.000000,123.456000,,\n"
+    "B,A,,,-1.500000,0.000000\n"
+    "B,P1,,,,\n";
+
+TEST(ProjectFile, IsWrittenByteForByteAndReadBack) {
+  Job job;
+  SetAdjParam(job, {2.5, 0.00123456789, 5e-6, 3, 7, 4, 5, 3, 1});
+  job.Add("B", 11, 3512345.1234, -2000, 50);
+  job.Add("A", 1, 0, 0, 0.000001);
+  job.Add("P1");
+  job.Add("X", -5, 1);
+  job.Observe("B", "P1", {0, -1, 0, -1});
+  job.Observe("B", "A", {0, -1, -1.5, 0});
+  job.Observe("A", "P1", Direction(0, 123.456));
+  EXPECT_EQ(Saved(job), kFile);
+
+  // CR LF gives exactly what LF gives, empty last fields included.
+  for (const std::string& text : {kFile, WithCrLf(kFile)}) {
+    const Job back;
+    ASSERT_TRUE(Open(back, text));
+    EXPECT_EQ(Saved(back), kFile);
+    EXPECT_EQ(back.Index("X"), 3);
+    const ObsData obs = ObsOf(back, "B", "P1");
+    EXPECT_EQ(obs.direction, -1);
+    EXPECT_EQ(obs.azimuth, -1);
+    EXPECT_EQ(obs.distance, 0);
+    EXPECT_EQ(obs.heightDiff, 0);
+    EXPECT_EQ(ObsOf(back, "A", "P1").direction, 0);  // a reading of zero is a reading
+    EXPECT_EQ(ObsOf(back, "B", "A").azimuth, 0);
+  }
+}
+
+TEST(ProjectFile, IndicesAreNotWritten) {
+  const Job job;
+  AddPoint(job, 9, MakePoint("J", 10, 1, 2));
+  AddPoint(job, 4, MakePoint("D", 10, 3, 4));
+  const Job back;
+  ASSERT_TRUE(Open(back, Saved(job)));
+  EXPECT_EQ(back.NameAt(0), "D");
+  EXPECT_EQ(back.NameAt(1), "J");
+}
+
+// Without point lines the observations keep six significant digits.  Observations outlive all
+// points when both their names were lost in refused renamings.
+TEST(ProjectFile, OnlyAPointLineBringsTheDecimals) {
+  Job job;
+  for (const char* name : {"A", "B", "C", "D"}) job.Add(name);
+  job.Observe("A", "C", Distance(1234.56789));
+  job.Observe("B", "D", Distance(1));
+  job.Observe("D", "B", Distance(1));
+  EXPECT_EQ(SetPoint(job, 0, MakePoint("B")), -1);
+  EXPECT_EQ(SetPoint(job, 2, MakePoint("D")), -1);
+  EXPECT_NE(Saved(job).find("\nA,C,,1234.567890,,\n"), std::string::npos);
+  while (GetPointCount(job) > 0) DeletePoint(job, 0);
+  const std::string text = Saved(job);
+  EXPECT_EQ(text.substr(text.find("[PT]")), "[PT]\n\n[OBS]\nA,C,,1234.57,,\n");
+}
+
+TEST(ProjectFile, AGradeSetsItsLimitUntilALimitFollows) {
+  const struct {
+    const char* lines;
+    int32_t limit1, limit2;
+  } cases[] = {
+      {"Lvl1:3\nLvl2:7\n", 12, 24},
+      {"Lvl1:2\nLvl2:2\n", 4, 1},
+      {"Lvl1:4\nLvl2:3\n", 20, 3},
+      {"Lvl1:5\nLvl2:5\n", 40, 10},
+      {"Lvl1:6\nLvl2:6\n", 35, 16},
+      {"Lvl1:7\nLvl2:8\n", 40, 40},
+      {"Lvl1:0\nLvl2:9\n", 40, 24},
+      {"Lvl1:3\nLvl1Limit:99\n", 99, 5},
+      {"Lvl1Limit:99\nLvl1:3\n", 12, 5},
+      {"Lvl2:8\nLvl2Limit:-1\n", 20, -1},
+      {"lvl1:3\nLvl1 :3\n MO:9\nMO\nMO:\nOther:1\n[PT]\n", 20, 5},  // none of these is a key
+  };
+  for (const auto& c : cases) {
+    const Job job;
+    EXPECT_TRUE(Open(job, std::string("[PARAM]\n") + c.lines)) << c.lines;
+    EXPECT_EQ(GetAdjParam(job).Lvl1Limit, c.limit1) << c.lines;
+    EXPECT_EQ(GetAdjParam(job).Lvl2Limit, c.limit2) << c.lines;
+    EXPECT_EQ(GetAdjParam(job).MO, 2.5) << c.lines;
+  }
+  const Job job;
+  EXPECT_TRUE(Open(job, "[PARAM]\nMS:3:4\nMR: 2e-6ppm\nformat:3x\nLimit:-2\n"));
+  EXPECT_EQ(GetAdjParam(job).MS, 3);
+  EXPECT_EQ(GetAdjParam(job).MR, 2e-6);
+  EXPECT_EQ(GetAdjParam(job).format, 3);
+  EXPECT_EQ(GetAdjParam(job).Limit, -2);
+}
+
+TEST(ProjectFile, LinesThatFit) {
+  const Job job;
+  ASSERT_TRUE(Open(job,
+                   "skipped\n[OBSER]\n"
+                   "[PT]\nA,11,1,2,3\nB,10,1,2\n\n"  // B: four pieces
+                   "[PARAM]\nMO:7\n\nskipped,too\n\n\n"
+                   "[OBS]\nA,B,30.3,,,\nB,A,,5,6,7"));  // A: five; no line feed at the end
+  EXPECT_EQ(GetAdjParam(job).MO, 7);
+  PointData b{};
+  EXPECT_EQ(GetPoint(job, 1, &b), 1);
+  EXPECT_EQ(b.y, 2);
+  EXPECT_EQ(b.h, 0);
+  EXPECT_EQ(ObsOf(job, "A", "B").direction, 30.3);
+  EXPECT_EQ(ObsOf(job, "A", "B").azimuth, -1);
+  EXPECT_EQ(ObsOf(job, "B", "A").direction, -1);
+  EXPECT_EQ(ObsOf(job, "B", "A").heightDiff, 6);
+  EXPECT_EQ(ObsOf(job, "B", "A").azimuth, 7);
+}
+
+// What stands before the line stays; the good line after it is not read.
+TEST(ProjectFile, FailsAtTheFirstLineThatDoesNotFit) {
+  const std::string points = "[PARAM]\nMO:7\n\n[PT]\nA,10,1,2,3\nB,00,,,\n";
+  const struct {
+    const char* rest;
+    uint32_t pointCount;
+    int32_t obsCount;
+  } cases[] = {
+      {"C,00,1,2,3,4\nD,00,,,\n", 2, 0},  // six pieces
+      {"C,00,1\nD,00,,,\n", 2, 0},        // three
+      {"C,00,,\n", 2, 0},                 // three and a dropped one
+      {"A,00,,,\n", 2, 0},                // a name taken
+      {"[OBS]\nA,B,1,2,3,4\n", 2, 0},     // a header inside a section is data
+      {"\n[PT]\nC,00,,,\n", 2, 0},        // a second section counts from 0 again
+      {"\n[OBS]\nA,B,1,2,3,4\nA,B,1,2,3,4\nB,A,1,2,3,4\n", 2, 1},  // the pair again
+      {"\n[OBS]\nA,B,1,2,3,4\nA,C,1,2,3,4\n", 2, 1},               // no such target
+      {"\n[OBS]\nC,A,1,2,3,4\n", 2, 0},                            // no such station
+      {"\n[OBS]\nA,A,1,2,3,4\n", 2, 0},                            // both the same
+      {"\n[OBS]\nA,B,1,2,3,4,5\n", 2, 0},
+      {"\n[OBS]\nA,B,1,\n", 2, 0},
+  };
+  for (const auto& c : cases) {
+    const Job job;
+    EXPECT_FALSE(Open(job, points + c.rest)) << c.rest;
+    EXPECT_EQ(GetAdjParam(job).MO, 7);
+    EXPECT_EQ(GetPointCount(job), c.pointCount) << c.rest;
+    EXPECT_EQ(GetObsDataCount(job, 0), c.obsCount) << c.rest;
+  }
+  const Job job;
+  EXPECT_FALSE(Open(job, "[OBS]\nA,B,1,2,3,4\n\n[PT]\nA,10,1,2,3\nB,00,,,\n"));
+}
+
+TEST(ProjectFile, IsNotReadOverTakenIndices) {
+  Job job;
+  job.Add("Other");
+  EXPECT_FALSE(Open(job, kFile));
+  EXPECT_EQ(GetPointCount(job), 1U);
+  EXPECT_EQ(GetAdjParam(job).Lvl1Limit, 7);  // what came before the clash
+  DeletePoint(job, 0);
+  EXPECT_TRUE(Open(job, kFile));
+}
+
+TEST(ProjectFile, NamesFillAtMostTheirField) {
+  const std::string longest(127, 'n');
+  const Job job;
+  ASSERT_TRUE(Open(job, "[PT]\nA,00,,,\n" + longest + ",00,,,\n\n[OBS]\nA," + longest + ",,1,,\n"));
+  EXPECT_EQ(job.NameAt(1), longest);
+  EXPECT_EQ(ObsOf(job, "A", longest.c_str()).distance, 1);
+  const Job refused;
+  EXPECT_FALSE(Open(refused, "[PT]\n" + longest + "n,00,,,\n"));
+  EXPECT_EQ(GetPointCount(refused), 0U);
+}
+
+TEST(ProjectFile, ANulEndsAName) {
+  constexpr char kText[] = "[PT]\nA\0x,10,1,2,3\nB,10,,,\n\n[OBS]\nB,A\0y,,5,,\n";
+  const Job job;
+  ASSERT_TRUE(Open(job, std::string_view(kText, sizeof kText - 1)));
+  EXPECT_EQ(job.NameAt(0), "A");
+  EXPECT_EQ(ObsOf(job, "B", "A").distance, 5);
+}
+
+TEST(ProjectFile, NeedsAPathThatExists) {
+  const Job job;
+  const std::string nowhere = ::testing::TempDir() + "no_such_folder/file.txt";
+  EXPECT_FALSE(OpenBrenuAdjustFile(job, nowhere.c_str()));
+  EXPECT_FALSE(LoadKorvelAdjustFile(job, nowhere.c_str()));
+  EXPECT_EQ(SaveBrenuAdjustFile(job, nowhere.c_str()), 0);
+  EXPECT_TRUE(Open(job, ""));
+}
+
+// Longer than any buffer of the reader, with lines across its ends.
+TEST(ProjectFile, ManyPointsRoundTrip) {
+  Job job;
+  for (int i = 0; i < 5000; ++i) job.Add("Point " + std::to_string(i), 11, i + 0.5, -i, 1);
+  const std::string text = Saved(job);
+  EXPECT_GT(text.size(), 3 * 65536U);
+  const Job back;
+  ASSERT_TRUE(Open(back, WithCrLf(text)));
+  EXPECT_EQ(Saved(back), text);
+}
+
+}  // namespace
+}  // namespace brenu::testing

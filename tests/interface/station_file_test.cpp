@@ -1,0 +1,116 @@
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include "support/job.h"
+#include "support/temp_file.h"
+
+namespace brenu::testing {
+namespace {
+
+bool Load(const Job& job, std::string_view text) {
+  return LoadKorvelAdjustFile(job, TempFile(text).Path());
+}
+
+PointData PointAt(const Job& job, int32_t index) {
+  PointData point{};
+  EXPECT_EQ(GetPoint(job, index, &point), index);
+  return point;
+}
+
+TEST(StationFile, IsReadIntoParametersPointsAndObservations) {
+  const Job job;
+  ASSERT_TRUE(Load(job,
+                   "skipped\n"
+                   "[PARA]\nMO:1.5\nMS:0.002\nMR:3e-6\nLevel1:3\nLevel:7\nLimit:2\nFormat:3\n"
+                   "Lvl1:9\nLvl1Limit:1\nformat:8\n"  // keys of the other format
+                   "[STATION]\nA,11,1,2,3,surplus\nB,1\nC,10,5\nD,,,6,\n"
+                   "[OBSER]\nA,B,12.3,100,-2\nA,C,,50,1,surplus\n"
+                   "\nskipped"));
+  const AdjParam p = GetAdjParam(job);
+  EXPECT_EQ(p.MO, 1.5);
+  EXPECT_EQ(p.MS, 0.002);
+  EXPECT_EQ(p.MR, 3e-6);
+  EXPECT_EQ(p.Lvl1, 3);
+  EXPECT_EQ(p.Lvl1Limit, 12);
+  EXPECT_EQ(p.Lvl2, 7);
+  EXPECT_EQ(p.Lvl2Limit, 24);
+  EXPECT_EQ(p.Limit, 2);
+  EXPECT_EQ(p.format, 3);
+  EXPECT_EQ(GetPointCount(job), 4U);
+  EXPECT_EQ(PointAt(job, 0).type, 11);
+  EXPECT_EQ(PointAt(job, 0).h, 3);
+  EXPECT_EQ(PointAt(job, 1).type, 1);
+  EXPECT_EQ(PointAt(job, 1).x, 0);
+  EXPECT_EQ(PointAt(job, 2).x, 5);
+  EXPECT_EQ(PointAt(job, 3).type, 0);
+  EXPECT_EQ(PointAt(job, 3).y, 6);
+  ObsData obs{};
+  ASSERT_EQ(GetObsData(job, 0, "B", &obs), 0);
+  EXPECT_EQ(obs.direction, 12.3);
+  EXPECT_EQ(obs.distance, 100);
+  EXPECT_EQ(obs.heightDiff, -2);
+  EXPECT_EQ(obs.azimuth, -1);
+  // An empty direction is a reading of zero here, not an absent one.
+  ASSERT_EQ(GetObsData(job, 0, "C", &obs), 0);
+  EXPECT_EQ(obs.direction, 0);
+  EXPECT_EQ(obs.azimuth, -1);
+}
+
+TEST(StationFile, RefusesAProjectFile) {
+  const Job job;
+  EXPECT_FALSE(Load(job, "[PARAM]\nMO:7\n\n[STATION]\nA,11\n"));
+  EXPECT_EQ(GetPointCount(job), 0U);
+  // Only its first line tells.
+  EXPECT_TRUE(Load(job, "\n[PARAM]\n[STATION]\nA,11\n"));
+  EXPECT_EQ(GetPointCount(job), 1U);
+}
+
+TEST(StationFile, FailsAtTheFirstLineThatDoesNotFit) {
+  const std::string start = "[PARA]\nMO:7\n[STATION]\nA,10,1,2,3\nB,0\n";
+  const struct {
+    const char* rest;
+    uint32_t pointCount;
+    int32_t obsCount;
+  } cases[] = {
+      {"C\n", 2, 0},
+      {"C,\n", 2, 0},  // the empty type is dropped
+      {"A,0\n", 2, 0},
+      {"[PARA]\nMO\n[STATION]\n", 2, 0},
+      {"\n[PARA]\nMO:\n", 2, 0},  // the empty value is dropped
+      {"\n[PARA]\nMO:1:2\n", 2, 0},
+      {"[OBSER]\nA,B,1,2,3\nB,A,1,2\n", 2, 1},
+      {"[OBSER]\nA,B,1,2,3\nB,A,1,2,\n", 2, 1},
+      {"[OBSER]\nA,B,1,2,3\nA,B,1,2,3\n", 2, 1},
+      {"[OBSER]\nA,C,1,2,3\n", 2, 0},
+      {"[OBSER]\nC,A,1,2,3\n", 2, 0},
+  };
+  for (const auto& c : cases) {
+    const Job job;
+    EXPECT_FALSE(Load(job, start + c.rest)) << c.rest;
+    EXPECT_EQ(GetAdjParam(job).MO, 7) << c.rest;
+    EXPECT_EQ(GetPointCount(job), c.pointCount) << c.rest;
+    EXPECT_EQ(GetObsDataCount(job, 0), c.obsCount) << c.rest;
+  }
+}
+
+TEST(StationFile, AHeaderFollowedByACarriageReturnIsNone) {
+  const Job job;
+  EXPECT_TRUE(Load(job, "[STATION]\r\nA,11,1,2,3\r\n"));
+  EXPECT_EQ(GetPointCount(job), 0U);
+  // Inside a section it is data.
+  EXPECT_FALSE(Load(job, "[PARA]\nMO:1\n[STATION]\r\nA,11,1,2,3\r\n"));
+}
+
+TEST(StationFile, LevelsWithoutATableEntryHaveTheLastResort) {
+  const Job job;
+  ASSERT_TRUE(Load(job, "[PARA]\nLevel1:6\nLevel:9\n"));
+  EXPECT_EQ(GetAdjParam(job).Lvl1Limit, 35);
+  EXPECT_EQ(GetAdjParam(job).Lvl2Limit, 24);
+  ASSERT_TRUE(Load(job, "[PARA]\nLevel1:x\n"));
+  EXPECT_EQ(GetAdjParam(job).Lvl1, 0);
+  EXPECT_EQ(GetAdjParam(job).Lvl1Limit, 40);
+}
+
+}  // namespace
+}  // namespace brenu::testing
