@@ -23,7 +23,7 @@ void PlaneNet::Fill(std::vector<PointData> points, std::int32_t knownPointCount,
 bool PlaneNet::PrepareAdj() {
   m_net = m_layout;
   m_obs = {};
-  m_normal = {};
+  m_normal.Clear();
   m_firstUnknownPoint = 0;
   m_sigma0 = 0.0;
   constexpr PlaneResult kUnreached = {kNoCoordinate, kNoCoordinate, 0, 0, 0, 0, 0, 0};

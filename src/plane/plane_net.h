@@ -36,6 +36,10 @@ struct LinePrecision {
 // direction set.  Results of the last computation stay readable while the network is filled anew.
 class PlaneNet {
  public:
+  // The argument is for comparing the two ways to store normal equations.
+  explicit PlaneNet(std::int32_t mostPackedUnknowns = kMostPackedUnknowns)
+      : m_normal(mostPackedUnknowns) {}
+
   // Points are numbered in the order given, the first `knownPointCount` have known coordinates.
   void Fill(std::vector<PointData> points, std::int32_t knownPointCount,
             const ObservationMap& observations, const AdjParam& param);
@@ -85,6 +89,7 @@ class PlaneNet {
 
   bool BuildNormals();
   bool HasUnknownName() const;
+  UnknownPattern MakePattern() const;
   void NumberOrientations();
   void AddDirectionSet(const DirectionSet& set);
   void HoldKnownPoints();
@@ -94,6 +99,7 @@ class PlaneNet {
   std::int32_t Redundancy() const;
   void CalcPointPrecision();
 
+  UnknownPattern MakeDistancePattern() const;
   bool BuildDistanceNormals();
 
   // As filled by the network build.
