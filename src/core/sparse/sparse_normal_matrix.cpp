@@ -23,13 +23,18 @@ class SparseNormalMatrix : public NormalMatrix {
   }
 
   void Add(std::span<const Term> equation, double weight) override {
-    for (const Term& column : equation) {
-      const std::int32_t columnPlace = m_symbolic.PlaceOf(column.unknown);
-      const double scaled = column.coefficient * weight;
-      for (const Term& row : equation) {
-        const std::int32_t rowPlace = m_symbolic.PlaceOf(row.unknown);
-        if (rowPlace < columnPlace) continue;
-        m_elements[At(m_symbolic.FindElement(rowPlace, columnPlace))] += scaled * row.coefficient;
+    m_places.clear();
+    for (const Term& t : equation) m_places.push_back(m_symbolic.PlaceOf(t.unknown));
+    const Supernode* located = nullptr;  // to which m_rows refers
+    for (std::size_t c = 0; c < equation.size(); ++c) {
+      const Supernode& s = m_symbolic.SupernodeAt(m_places[c]);
+      if (&s != located) LocateRows(s);
+      located = &s;
+      double* const column =
+          m_elements.data() + s.firstElement + std::int64_t{m_places[c] - s.first} * s.Height();
+      const double scaled = equation[c].coefficient * weight;
+      for (std::size_t r = 0; r < equation.size(); ++r) {
+        if (m_places[r] >= m_places[c]) column[m_rows[r]] += scaled * equation[r].coefficient;
       }
     }
   }
@@ -59,6 +64,16 @@ class SparseNormalMatrix : public NormalMatrix {
   }
 
  private:
+  // The rows of m_places in a supernode.  Neighbouring places are neighbouring rows.
+  void LocateRows(const Supernode& s) {
+    m_rows.resize(m_places.size());
+    for (std::size_t k = 0; k < m_places.size(); ++k) {
+      if (m_places[k] < s.first) continue;
+      const bool follows =
+          k > 0 && m_places[k] == m_places[k - 1] + 1 && m_places[k - 1] >= s.first;
+      m_rows[k] = follows ? m_rows[k - 1] + 1 : m_symbolic.FindRow(s, m_places[k]);
+    }
+  }
   std::size_t PlaceOf(std::size_t unknown) const {
     return At(m_symbolic.PlaceOf(static_cast<std::int32_t>(unknown)));
   }
@@ -66,6 +81,8 @@ class SparseNormalMatrix : public NormalMatrix {
   SymbolicFactor m_symbolic;
   std::vector<double> m_elements;  // N, after Solve L and D, after the first Cofactor N^-1
   bool m_isInverse = false;
+  std::vector<std::int32_t> m_places;  // of the terms of the equation being added
+  std::vector<std::int32_t> m_rows;    // beside m_places
 };
 
 }  // namespace

@@ -139,15 +139,18 @@ std::span<const std::int32_t> SymbolicFactor::Children(std::size_t supernode) co
   return std::span(m_children).subspan(first, At(m_firstChild[supernode + 1]) - first);
 }
 
+std::int32_t SymbolicFactor::FindRow(const Supernode& s, std::int32_t place) const {
+  if (place < s.first + s.width) return place - s.first;
+  const auto rows = Rows(s);
+  const auto found = std::lower_bound(rows.begin(), rows.end(), place);
+  if (found == rows.end() || *found != place) return -1;
+  return s.width + static_cast<std::int32_t>(found - rows.begin());
+}
+
 std::int64_t SymbolicFactor::FindElement(std::int32_t rowPlace, std::int32_t columnPlace) const {
   const Supernode& s = SupernodeAt(columnPlace);
-  std::int64_t row = rowPlace - s.first;
-  if (row >= s.width) {
-    const auto rows = Rows(s);
-    const auto found = std::lower_bound(rows.begin(), rows.end(), rowPlace);
-    if (found == rows.end() || *found != rowPlace) return -1;
-    row = s.width + (found - rows.begin());
-  }
+  const std::int32_t row = FindRow(s, rowPlace);
+  if (row < 0) return -1;
   return s.firstElement + std::int64_t{columnPlace - s.first} * s.Height() + row;
 }
 

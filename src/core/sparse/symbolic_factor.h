@@ -52,6 +52,9 @@ class SymbolicFactor {
   // The children of a supernode, ascending.
   std::span<const std::int32_t> Children(std::size_t supernode) const;
 
+  // The number of a place among the rows of a supernode (its own columns first), -1 when it has no
+  // such row; `place` is not before the first column.
+  std::int32_t FindRow(const Supernode& s, std::int32_t place) const;
   // Where element (row, column), given by places with row >= column, stands; -1 when it lies
   // outside the pattern.
   std::int64_t FindElement(std::int32_t rowPlace, std::int32_t columnPlace) const;
