@@ -60,18 +60,23 @@ class ShrinkingGraph {
 Graph EliminateChains(const Graph& graph, std::vector<std::int32_t>& order,
                       std::vector<std::int32_t>& vertices) {
   ShrinkingGraph shrinking(graph);
-  std::vector<std::int32_t> due;
-  for (std::int32_t v = graph.Count(); v-- > 0;) {
-    if (shrinking.Degree(v) <= 2) due.push_back(v);
-  }
-  while (!due.empty()) {
+  // Ends of branches go before vertices inside a chain: they connect nobody.
+  std::vector<std::int32_t> branchEnds;
+  std::vector<std::int32_t> chainLinks;
+  const auto consider = [&](std::int32_t v) {
+    if (v < 0 || shrinking.Degree(v) > 2) return;
+    (shrinking.Degree(v) == 2 ? chainLinks : branchEnds).push_back(v);
+  };
+  for (std::int32_t v = graph.Count(); v-- > 0;) consider(v);
+  while (!branchEnds.empty() || !chainLinks.empty()) {
+    auto& due = branchEnds.empty() ? chainLinks : branchEnds;
     const std::int32_t v = due.back();
     due.pop_back();
     if (!shrinking.IsAlive(v)) continue;
     order.push_back(v);
     const auto [a, b] = shrinking.Eliminate(v);
-    if (a >= 0 && shrinking.Degree(a) <= 2) due.push_back(a);
-    if (b >= 0 && shrinking.Degree(b) <= 2) due.push_back(b);
+    consider(a);
+    consider(b);
   }
 
   std::vector<std::int32_t> numberIn(graph.weights.size(), -1);
