@@ -12,7 +12,7 @@ namespace brenu {
 
 // Up to this many unknowns the normal matrix is stored packed, above it sparse: the measured place
 // where both take the same time.
-inline constexpr std::int32_t kMostPackedUnknowns = 100;
+inline constexpr std::int32_t kMostPackedUnknowns = 60;
 
 // Normal equations N x = b of an adjustment by indirect observations, and after the solution the
 // cofactor matrix Q = N^-1.

@@ -20,7 +20,7 @@ struct GeneratedNetwork {
     std::int32_t station, target;  // store indices
     ObsData obs;
   };
-  AdjParam param{0.25, 0.0005, 5e-7, 4, 20, 4, 5, 3, 0};
+  AdjParam param{0.025, 0.00005, 5e-8, 4, 20, 4, 5, 3, 0};
   std::vector<PointData> points;
   std::vector<Line> lines;
 };
@@ -93,10 +93,10 @@ class GridNetwork {
 
  private:
   static constexpr double kHalfTurn = 3.14159265358979323846;
-  static constexpr double kDirectionNoise = 0.25 / 206264.8;  // radians
-  static constexpr double kDistanceNoise = 0.0005;            // metres
-  static constexpr double kLevellingNoise = 0.001;            // metres for one kilometre
-  static constexpr std::int32_t kControlInterval = 32;        // grid steps
+  static constexpr double kDirectionNoise = 0.025 / 206264.8;  // radians
+  static constexpr double kDistanceNoise = 0.00005;            // metres
+  static constexpr double kLevellingNoise = 0.001;             // metres for one kilometre
+  static constexpr std::int32_t kControlInterval = 32;         // grid steps
 
   static std::size_t At(std::int32_t i) { return static_cast<std::size_t>(i); }
   std::int32_t IndexAt(std::int32_t row, std::int32_t column) const {
