@@ -1,63 +1,32 @@
 #include "core/normal_equations.h"
 
-#include "core/packed_matrix.h"
-
 namespace brenu {
 
-namespace {
-std::size_t Index(std::int32_t unknown) { return static_cast<std::size_t>(unknown); }
-}  // namespace
+void NormalEquations::SetPattern(const UnknownPattern& pattern) {
+  const std::int32_t unknowns = pattern.UnknownCount();
+  m_matrix = unknowns <= m_mostPackedUnknowns ? MakePackedNormalMatrix(unknowns)
+                                              : MakeSparseNormalMatrix(pattern);
+  m_solution.resize(static_cast<std::size_t>(unknowns));
+  Reset();
+}
 
-void NormalEquations::Reset(std::int32_t unknowns) {
-  m_count = unknowns;
+void NormalEquations::Reset() {
   m_solved = false;
-  m_matrix.assign(PackedSize(Index(unknowns)), 0.0);
-  m_rhs.assign(Index(unknowns), 0.0);
-  m_solution.assign(Index(unknowns), 0.0);
+  m_matrix->Clear();
+  m_rhs.assign(m_solution.size(), 0.0);
+  m_solution.assign(m_solution.size(), 0.0);
 }
 
 void NormalEquations::Add(std::span<const Term> equation, double weight, double reduced) {
-  for (const Term& row : equation) {
-    const double scaled = row.coefficient * weight;
-    m_rhs[Index(row.unknown)] -= scaled * reduced;
-    for (const Term& column : equation) {
-      if (row.unknown <= column.unknown) {
-        m_matrix[PackedIndex(Index(row.unknown), Index(column.unknown))] +=
-            scaled * column.coefficient;
-      }
-    }
+  for (const Term& t : equation) {
+    m_rhs[static_cast<std::size_t>(t.unknown)] -= t.coefficient * weight * reduced;
   }
-}
-
-void NormalEquations::Hold(std::int32_t unknown, double weight) {
-  m_matrix[PackedIndex(Index(unknown), Index(unknown))] += weight;
-}
-
-void NormalEquations::ReplaceDiagonal(std::int32_t unknown, double weight) {
-  m_matrix[PackedIndex(Index(unknown), Index(unknown))] = weight;
+  m_matrix->Add(equation, weight);
 }
 
 bool NormalEquations::Solve() {
-  const std::size_t order = Index(m_count);
-  if (!InvertPacked(m_matrix, order)) return false;
-  // x = Q b, column by column of the stored triangle.
-  m_solution.assign(order, 0.0);
-  const double* column = m_matrix.data();
-  for (std::size_t c = 0; c < order; ++c) {
-    double sum = 0.0;
-    for (std::size_t r = 0; r < c; ++r) {
-      sum += column[r] * m_rhs[r];
-      m_solution[r] += column[r] * m_rhs[c];
-    }
-    m_solution[c] += sum + column[c] * m_rhs[c];
-    column += c + 1;
-  }
-  m_solved = true;
-  return true;
-}
-
-double NormalEquations::Cofactor(std::int32_t i, std::int32_t j) const {
-  return m_matrix[PackedIndex(Index(i), Index(j))];
+  m_solved = m_matrix->Solve(m_rhs, m_solution);
+  return m_solved;
 }
 
 double NormalEquations::QuadraticForm(std::span<const Term> function) const {

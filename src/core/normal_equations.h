@@ -1,50 +1,66 @@
 #pragma once
 
 #include <cstdint>
+#include <memory>
 #include <span>
 #include <vector>
 
+#include "core/normal_matrix.h"
+#include "core/unknown_pattern.h"
+
 namespace brenu {
 
-// One term of an observation equation: a coefficient and the unknown that it belongs to.
-struct Term {
-  std::int32_t unknown;
-  double coefficient;
-};
+// Up to this many unknowns the normal matrix is stored packed, above it sparse: the measured place
+// where both take the same time.
+inline constexpr std::int32_t kMostPackedUnknowns = 60;
 
 // Normal equations N x = b of an adjustment by indirect observations, and after the solution the
 // cofactor matrix Q = N^-1.
 //
 // An observation equation v = sum a_k x_k + l (l is computed minus observed) of weight p adds
-// a_k p a_m to N and -a_k p l to b.
+// a_k p a_m to N and -a_k p l to b.  The pattern of the unknowns is given once a network and serves
+// for any number of solutions.
 class NormalEquations {
  public:
-  // Starts anew with `unknowns` unknowns, N and b zero.
-  void Reset(std::int32_t unknowns);
-  std::int32_t UnknownCount() const { return m_count; }
+  explicit NormalEquations(std::int32_t mostPackedUnknowns = kMostPackedUnknowns)
+      : m_mostPackedUnknowns(mostPackedUnknowns) {}
 
+  // Forgets the pattern too.
+  void Clear() { *this = NormalEquations(m_mostPackedUnknowns); }
+  bool HasPattern() const { return m_matrix != nullptr; }
+  void SetPattern(const UnknownPattern& pattern);
+
+  // Starts anew with N and b zero.
+  void Reset();
+  std::int32_t UnknownCount() const { return static_cast<std::int32_t>(m_solution.size()); }
+
+  // The unknowns of an equation must meet in the pattern.
   void Add(std::span<const Term> equation, double weight, double reduced);
   // Holds an unknown near zero: adds a large weight to its diagonal element...
-  void Hold(std::int32_t unknown, double weight);
+  void Hold(std::int32_t unknown, double weight) { m_matrix->Diagonal(unknown) += weight; }
   // ...or puts it in the place of that element.
-  void ReplaceDiagonal(std::int32_t unknown, double weight);
+  void ReplaceDiagonal(std::int32_t unknown, double weight) {
+    m_matrix->Diagonal(unknown) = weight;
+  }
 
-  // Inverts N and computes x = Q b; false when N is singular.
+  // Computes x = Q b; false when N is singular, which is tested by each pivot against 1.0 alone: a
+  // defect that rounding hides gives a meaningless solution.
   bool Solve();
   bool IsSolved() const { return m_solved; }
 
   // Valid after a successful Solve, until the next Reset.
   std::span<const double> Solution() const { return m_solution; }
-  double Cofactor(std::int32_t i, std::int32_t j) const;
+  // Of two unknowns that meet in the pattern.
+  double Cofactor(std::int32_t i, std::int32_t j) const { return m_matrix->Cofactor(i, j); }
   // The cofactor of a linear function of the unknowns: sum over all k, m of a_k Q(k, m) a_m.
   double QuadraticForm(std::span<const Term> function) const;
 
  private:
-  std::int32_t m_count = 0;
-  bool m_solved = false;
-  std::vector<double> m_matrix;  // packed: N, after Solve Q
+  std::int32_t m_mostPackedUnknowns;
+  std::unique_ptr<NormalMatrix> m_matrix;  // null without a pattern
   std::vector<double> m_rhs;
   std::vector<double> m_solution;
+  bool m_solved = false;
 };
 
 }  // namespace brenu

@@ -2,12 +2,7 @@
 
 #include <vector>
 
-// The loops below run over two columns that never overlap, which compilers cannot see.
-#if defined(_MSC_VER) && !defined(__clang__)
-#define BRENU_RESTRICT __restrict
-#else
-#define BRENU_RESTRICT __restrict__
-#endif
+#include "core/restrict.h"
 
 namespace brenu {
 

@@ -19,8 +19,18 @@ bool LevelNet::LevelAdjust() {
   return true;
 }
 
+// Lines of weight 0 stay in the pattern.
+UnknownPattern LevelNet::MakePattern() const {
+  UnknownPattern pattern = PointPattern(m_net->PointCount(), 1);
+  for (const Sight& s : m_net->Sights()) {
+    pattern.Connect(m_net->PointOf(s.station), m_net->PointOf(s.target));
+  }
+  return pattern;
+}
+
 bool LevelNet::FormNormalEquation() {
-  m_normal.Reset(m_net->PointCount());
+  if (!m_normal.HasPattern()) m_normal.SetPattern(MakePattern());
+  m_normal.Reset();
   const auto sights = m_net->Sights();
   for (std::size_t k = 0; k < sights.size(); ++k) {
     const Sight& s = sights[k];

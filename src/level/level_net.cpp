@@ -13,6 +13,7 @@ void LevelNet::Fill(std::vector<PointData> points, std::int32_t knownPointCount,
 
 bool LevelNet::PrepareLevel() {
   m_net = m_layout;
+  m_normal.Clear();
   const auto points = static_cast<std::size_t>(m_net->PointCount());
   const auto sights = m_net->Sights();
   m_solution.assign(points, 0.0);

@@ -26,6 +26,10 @@ struct HeightObsResult {
 // while the network is filled anew.
 class LevelNet {
  public:
+  // The argument is for comparing the two ways to store normal equations.
+  explicit LevelNet(std::int32_t mostPackedUnknowns = kMostPackedUnknowns)
+      : m_normal(mostPackedUnknowns) {}
+
   // Points are numbered in the order given, the first `knownPointCount` have known heights.
   // Records without both a length and a height difference are left out.
   void Fill(std::vector<PointData> points, std::int32_t knownPointCount,
@@ -70,6 +74,7 @@ class LevelNet {
 
  private:
   bool PrepareLevel();
+  UnknownPattern MakePattern() const;
   bool FormNormalEquation();
   void HoldKnownHeights();
   bool SolveHeight();

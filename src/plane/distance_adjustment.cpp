@@ -11,6 +11,7 @@ bool PlaneNet::AdjustDistances() {
     if (!HasCoordinates(m_net->SlotOf(i))) return false;
   }
   m_firstUnknownPoint = m_net->ControlCount();
+  m_normal.SetPattern(MakeDistancePattern());
   const bool solved = IterateUntilSettled(
       [this] { return BuildDistanceNormals() ? SolveAndUpdate() : kPassFailed; });
   if (!solved) return false;
@@ -23,7 +24,7 @@ bool PlaneNet::AdjustDistances() {
 }
 
 bool PlaneNet::BuildDistanceNormals() {
-  m_normal.Reset(2 * (m_net->PointCount() - m_firstUnknownPoint));
+  m_normal.Reset();
   for (const PlaneObs& o : m_obs.distances) {
     if (!o.inUse) continue;
     if (m_net->PointOf(o.from) < 0 || m_net->PointOf(o.to) < 0) return false;

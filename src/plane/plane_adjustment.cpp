@@ -35,17 +35,23 @@ bool PlaneNet::HasUnknownName() const {
          std::any_of(m_obs.azimuths.begin(), m_obs.azimuths.end(), isUnknown);
 }
 
-// The orientation unknowns follow the coordinates; a set without a direction in use has none.
+// The orientation unknowns follow the coordinates, one a set.  Sets may lose their last direction
+// in use; their unknown then stays without equations and is held, so that the pattern never
+// changes.
 void PlaneNet::NumberOrientations() {
-  std::int32_t next = 2 * m_net->PointCount();
+  std::int32_t unknown = 2 * m_net->PointCount();
   for (DirectionSet& set : m_obs.sets) {
-    set.orientation = m_obs.HasDirectionInUse(set) ? next++ : -1;
+    const bool used = m_obs.HasDirectionInUse(set);
+    set.orientation = used ? unknown : -1;
+    if (!used) m_normal.Hold(unknown, 1.0);
+    ++unknown;
   }
-  m_normal.Reset(next);
 }
 
 bool PlaneNet::BuildNormals() {
   if (HasUnknownName()) return false;
+  if (!m_normal.HasPattern()) m_normal.SetPattern(MakePattern());
+  m_normal.Reset();
   NumberOrientations();
   for (const DirectionSet& set : m_obs.sets) AddDirectionSet(set);
   for (const PlaneObs& o : m_obs.distances) {

@@ -25,7 +25,7 @@ void PlaneNet::Fill(std::vector<PointData> points, std::int32_t knownPointCount,
 bool PlaneNet::PrepareAdj() {
   m_net = m_layout;
   m_obs = {};
-  m_normal = {};
+  m_normal.Clear();
   m_firstUnknownPoint = 0;
   m_redundancy = 0;
   m_sigma0 = 0.0;

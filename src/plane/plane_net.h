@@ -53,6 +53,10 @@ struct Placement {
 // direction set.  Results of the last computation stay readable while the network is filled anew.
 class PlaneNet {
  public:
+  // The argument is for comparing the two ways to store normal equations.
+  explicit PlaneNet(std::int32_t mostPackedUnknowns = kMostPackedUnknowns)
+      : m_normal(mostPackedUnknowns) {}
+
   // Points are numbered in the order given, the first `knownPointCount` have known coordinates.
   void Fill(std::vector<PointData> points, std::int32_t knownPointCount,
             const ObservationMap& observations, const AdjParam& param);
@@ -140,6 +144,7 @@ class PlaneNet {
 
   bool BuildNormals();
   bool HasUnknownName() const;
+  UnknownPattern MakePattern() const;
   void NumberOrientations();
   void AddDirectionSet(const DirectionSet& set);
   void HoldKnownPoints();
@@ -151,6 +156,7 @@ class PlaneNet {
   void CalcPointPrecision();
   PlaneObs* FindWorst(double critical);
 
+  UnknownPattern MakeDistancePattern() const;
   bool BuildDistanceNormals();
 
   bool IsPlaced(std::int32_t point) const;

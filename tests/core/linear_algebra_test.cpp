@@ -74,7 +74,7 @@ TEST(InvertPacked, RandomMatrixTimesItsInverseIsTheIdentity) {
 // Two measurements of x, one of y - x: x = mean, y = x + difference.
 TEST(NormalEquations, SolveAndPropagate) {
   NormalEquations normal;
-  normal.Reset(2);
+  normal.SetPattern(PointPattern(1, 2));
   const Term x[] = {{0, 1.0}};
   const Term difference[] = {{1, 1.0}, {0, -1.0}};
   normal.Add(x, 1.0, -10.0);
@@ -99,7 +99,7 @@ TEST(NormalEquations, AnUnknownMayComeTwiceInAnEquation) {
   const Term second[] = {{0, 1.0}, {1, -1.0}};
   std::array<NormalEquations, 2> normal;
   for (std::size_t i = 0; i < 2; ++i) {
-    normal[i].Reset(2);
+    normal[i].SetPattern(PointPattern(1, 2));
     i == 0 ? normal[i].Add(repeated, 0.5, -4.0) : normal[i].Add(merged, 0.5, -4.0);
     normal[i].Add(second, 1.0, 0.0);
     ASSERT_TRUE(normal[i].Solve());
@@ -112,18 +112,18 @@ TEST(NormalEquations, AnUnknownMayComeTwiceInAnEquation) {
 TEST(NormalEquations, HoldingAddsToTheDiagonalAndReplacingDoesNot) {
   const Term x[] = {{0, 1.0}};
   NormalEquations normal;
-  normal.Reset(1);
+  normal.SetPattern(PointPattern(1, 1));
   normal.Add(x, 3.0, -1.0);
   normal.Hold(0, 1.0);
   ASSERT_TRUE(normal.Solve());
   EXPECT_EQ(normal.Cofactor(0, 0), 0.25);
-  normal.Reset(1);
+  normal.Reset();
   EXPECT_FALSE(normal.IsSolved());
   normal.Add(x, 3.0, -1.0);
   normal.ReplaceDiagonal(0, 8.0);
   ASSERT_TRUE(normal.Solve());
   EXPECT_EQ(normal.Cofactor(0, 0), 0.125);
-  normal.Reset(1);
+  normal.Reset();
   EXPECT_FALSE(normal.Solve());
   EXPECT_FALSE(normal.IsSolved());
 }

@@ -1,0 +1,45 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <span>
+#include <vector>
+
+#include "core/unknown_pattern.h"
+
+namespace brenu {
+
+// One term of an observation equation: a coefficient and the unknown that it belongs to.
+struct Term {
+  std::int32_t unknown;
+  double coefficient;
+};
+
+// A symmetric matrix that is summed up from equations and then inverted: N of normal equations.
+// Two ways of storing it stand behind this interface.
+class NormalMatrix {
+ public:
+  NormalMatrix() = default;
+  NormalMatrix(const NormalMatrix&) = delete;
+  NormalMatrix& operator=(const NormalMatrix&) = delete;
+  virtual ~NormalMatrix() = default;
+
+  virtual void Clear() = 0;
+  // Adds a_k p a_m to the element of the unknowns of any two terms.
+  virtual void Add(std::span<const Term> equation, double weight) = 0;
+  virtual double& Diagonal(std::int32_t unknown) = 0;
+  // x = N^-1 b; false when a pivot vanishes beside 1.0.  N is used up in either case.
+  virtual bool Solve(std::span<const double> b, std::span<double> x) = 0;
+  // Element (i, j) of N^-1, after a successful Solve.  Not a number where the matrix keeps none.
+  virtual double Cofactor(std::int32_t i, std::int32_t j) = 0;
+};
+
+// All elements, inverted at once: best for small networks.
+std::unique_ptr<NormalMatrix> MakePackedNormalMatrix(std::int32_t unknowns);
+
+// The elements of the pattern and what a factorisation adds to them.  Cofactors are kept for
+// unknowns that meet according to the pattern, and computed, all together, when the first of them
+// is asked for.
+std::unique_ptr<NormalMatrix> MakeSparseNormalMatrix(const UnknownPattern& pattern);
+
+}  // namespace brenu

@@ -1,0 +1,67 @@
+#include <algorithm>
+
+#include "core/normal_matrix.h"
+#include "core/packed_matrix.h"
+
+namespace brenu {
+
+namespace {
+
+std::size_t Index(std::int32_t unknown) { return static_cast<std::size_t>(unknown); }
+
+class PackedNormalMatrix : public NormalMatrix {
+ public:
+  explicit PackedNormalMatrix(std::size_t order)
+      : m_order(order), m_elements(PackedSize(order), 0.0) {}
+
+  void Clear() override { std::fill(m_elements.begin(), m_elements.end(), 0.0); }
+
+  void Add(std::span<const Term> equation, double weight) override {
+    for (const Term& row : equation) {
+      const double scaled = row.coefficient * weight;
+      for (const Term& column : equation) {
+        if (row.unknown <= column.unknown) {
+          m_elements[PackedIndex(Index(row.unknown), Index(column.unknown))] +=
+              scaled * column.coefficient;
+        }
+      }
+    }
+  }
+
+  double& Diagonal(std::int32_t unknown) override {
+    return m_elements[PackedIndex(Index(unknown), Index(unknown))];
+  }
+
+  bool Solve(std::span<const double> b, std::span<double> x) override {
+    if (!InvertPacked(m_elements, m_order)) return false;
+    // x = Q b, column by column of the stored triangle.
+    std::fill(x.begin(), x.end(), 0.0);
+    const double* column = m_elements.data();
+    for (std::size_t c = 0; c < m_order; ++c) {
+      double sum = 0.0;
+      for (std::size_t r = 0; r < c; ++r) {
+        sum += column[r] * b[r];
+        x[r] += column[r] * b[c];
+      }
+      x[c] += sum + column[c] * b[c];
+      column += c + 1;
+    }
+    return true;
+  }
+
+  double Cofactor(std::int32_t i, std::int32_t j) override {
+    return m_elements[PackedIndex(Index(i), Index(j))];
+  }
+
+ private:
+  std::size_t m_order;
+  std::vector<double> m_elements;  // N, after Solve N^-1
+};
+
+}  // namespace
+
+std::unique_ptr<NormalMatrix> MakePackedNormalMatrix(std::int32_t unknowns) {
+  return std::make_unique<PackedNormalMatrix>(Index(unknowns));
+}
+
+}  // namespace brenu

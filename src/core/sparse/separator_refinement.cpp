@@ -1,0 +1,169 @@
+#include <algorithm>
+#include <queue>
+
+#include "core/sparse/separator.h"
+
+namespace brenu {
+
+namespace {
+
+constexpr int kMostPasses = 8;
+constexpr int kMovesWithoutGain = 120;  // a pass gives up after so many
+
+std::size_t At(std::int32_t v) { return static_cast<std::size_t>(v); }
+
+// One vertex leaves the separator for a part; its neighbours in the other part take its place.
+//
+// A pass makes such moves, the lightest resulting separator first and each vertex once, also where
+// the separator grows for a while, and then goes back to the best state met.
+class Refinement {
+ public:
+  Refinement(const Graph& graph, Separation& separation)
+      : m_graph(graph), m_cut(separation), m_movedIn(m_cut.part.size(), 0) {
+    m_reach[0].assign(m_cut.part.size(), 0);
+    m_reach[1].assign(m_cut.part.size(), 0);
+  }
+
+  // False when nothing was gained.
+  bool RunPass() {
+    ++m_pass;
+    m_log.clear();
+    m_candidates[0] = {};
+    m_candidates[1] = {};
+    for (std::int32_t v = 0; v < m_graph.Count(); ++v) {
+      if (m_cut.part[At(v)] == Separation::kSeparator) Enter(v);
+    }
+    Separation best;  // weights only
+    best.weights = m_cut.weights;
+    std::size_t bestLength = 0;
+    int withoutGain = 0;
+    while (withoutGain < kMovesWithoutGain) {
+      const int side = ChooseSide();
+      if (side < 0) break;
+      const std::int32_t v = m_candidates[side].top().vertex;
+      m_candidates[side].pop();
+      Move(v, static_cast<std::int8_t>(side));
+      ++withoutGain;
+      if (m_cut.IsBetterThan(best)) {
+        best.weights = m_cut.weights;
+        bestLength = m_log.size();
+        withoutGain = 0;
+      }
+    }
+    TakeBack(bestLength);
+    return bestLength > 0;
+  }
+
+ private:
+  struct Candidate {
+    std::int64_t gain;    // by how much the separator becomes lighter
+    std::int32_t vertex;  // in the separator when the entry was made
+    bool operator<(const Candidate& o) const {
+      return gain != o.gain ? gain < o.gain : vertex < o.vertex;
+    }
+  };
+  struct Change {
+    std::int32_t vertex;
+    std::int8_t before;
+  };
+
+  std::int64_t Gain(std::int32_t v, int side) const {
+    return m_graph.WeightOf(v) - m_reach[1 - side][At(v)];
+  }
+  void Offer(std::int32_t v) {
+    if (m_movedIn[At(v)] == m_pass) return;
+    for (const int side : {0, 1}) m_candidates[side].push({Gain(v, side), v});
+  }
+  // Vertex v has come into the separator.
+  void Enter(std::int32_t v) {
+    m_reach[0][At(v)] = m_reach[1][At(v)] = 0;
+    for (const std::int32_t u : m_graph.Neighbours(v)) {
+      const std::int8_t part = m_cut.part[At(u)];
+      if (part != Separation::kSeparator) m_reach[part][At(v)] += m_graph.WeightOf(u);
+    }
+    Offer(v);
+  }
+
+  // Drops entries that are out of date; false when none is left.
+  bool HasCandidate(int side) {
+    auto& queue = m_candidates[side];
+    while (!queue.empty()) {
+      const Candidate& c = queue.top();
+      if (m_cut.part[At(c.vertex)] == Separation::kSeparator && m_movedIn[At(c.vertex)] != m_pass &&
+          c.gain == Gain(c.vertex, side)) {
+        return true;
+      }
+      queue.pop();
+    }
+    return false;
+  }
+  // The part into which the best move goes, -1 when there is none.
+  int ChooseSide() {
+    const int lighter = m_cut.weights[0] <= m_cut.weights[1] ? 0 : 1;
+    const int heavier = 1 - lighter;
+    const std::int64_t limit = m_cut.HeaviestAllowed();
+    const bool toLighter = HasCandidate(lighter);
+    const bool toHeavier =
+        HasCandidate(heavier) &&
+        m_cut.weights[At(heavier)] + m_graph.WeightOf(m_candidates[heavier].top().vertex) <= limit;
+    if (!toHeavier) return toLighter ? lighter : -1;
+    if (!toLighter) return heavier;
+    const bool better = m_candidates[heavier].top().gain > m_candidates[lighter].top().gain;
+    return better ? heavier : lighter;
+  }
+
+  void SetPart(std::int32_t v, std::int8_t part) {
+    std::int8_t& current = m_cut.part[At(v)];
+    m_log.push_back({v, current});
+    m_cut.weights[At(current)] -= m_graph.WeightOf(v);
+    m_cut.weights[At(part)] += m_graph.WeightOf(v);
+    current = part;
+  }
+
+  void Move(std::int32_t v, std::int8_t side) {
+    const auto other = static_cast<std::int8_t>(1 - side);
+    SetPart(v, side);
+    m_movedIn[At(v)] = m_pass;
+    for (const std::int32_t u : m_graph.Neighbours(v)) {
+      if (m_cut.part[At(u)] == Separation::kSeparator) {
+        m_reach[side][At(u)] += m_graph.WeightOf(v);
+        Offer(u);
+      } else if (m_cut.part[At(u)] == other) {
+        SetPart(u, Separation::kSeparator);
+        for (const std::int32_t t : m_graph.Neighbours(u)) {
+          if (m_cut.part[At(t)] != Separation::kSeparator) continue;
+          m_reach[other][At(t)] -= m_graph.WeightOf(u);
+          Offer(t);
+        }
+        Enter(u);
+      }
+    }
+  }
+
+  void TakeBack(std::size_t length) {
+    while (m_log.size() > length) {
+      const Change change = m_log.back();
+      SetPart(change.vertex, change.before);
+      m_log.resize(m_log.size() - 2);
+    }
+  }
+
+  const Graph& m_graph;
+  Separation& m_cut;
+  int m_pass = 0;
+  std::vector<int> m_movedIn;                        // by vertex: the pass of its last move
+  std::array<std::vector<std::int64_t>, 2> m_reach;  // of separator vertices: neighbours' weight
+  std::array<std::priority_queue<Candidate>, 2> m_candidates;  // by part to move to
+  std::vector<Change> m_log;                                   // of this pass
+};
+
+}  // namespace
+
+void RefineSeparator(const Graph& graph, Separation& separation) {
+  separation.Weigh(graph);
+  Refinement refinement(graph, separation);
+  for (int i = 0; i < kMostPasses && refinement.RunPass(); ++i) {
+  }
+}
+
+}  // namespace brenu

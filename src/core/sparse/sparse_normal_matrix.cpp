@@ -1,0 +1,94 @@
+#include <algorithm>
+#include <limits>
+
+#include "core/normal_matrix.h"
+#include "core/sparse/selected_inverse.h"
+#include "core/sparse/sparse_factor.h"
+#include "core/sparse/symbolic_factor.h"
+
+namespace brenu {
+
+namespace {
+
+std::size_t At(std::int64_t i) { return static_cast<std::size_t>(i); }
+
+class SparseNormalMatrix : public NormalMatrix {
+ public:
+  explicit SparseNormalMatrix(const UnknownPattern& pattern)
+      : m_symbolic(pattern), m_elements(At(m_symbolic.ElementCount()), 0.0) {}
+
+  void Clear() override {
+    std::fill(m_elements.begin(), m_elements.end(), 0.0);
+    m_isInverse = false;
+  }
+
+  void Add(std::span<const Term> equation, double weight) override {
+    m_places.clear();
+    for (const Term& t : equation) m_places.push_back(m_symbolic.PlaceOf(t.unknown));
+    const Supernode* located = nullptr;  // to which m_rows refers
+    for (std::size_t c = 0; c < equation.size(); ++c) {
+      const Supernode& s = m_symbolic.SupernodeAt(m_places[c]);
+      if (&s != located) LocateRows(s);
+      located = &s;
+      double* const column =
+          m_elements.data() + s.firstElement + std::int64_t{m_places[c] - s.first} * s.Height();
+      const double scaled = equation[c].coefficient * weight;
+      for (std::size_t r = 0; r < equation.size(); ++r) {
+        if (m_places[r] >= m_places[c]) column[m_rows[r]] += scaled * equation[r].coefficient;
+      }
+    }
+  }
+
+  double& Diagonal(std::int32_t unknown) override {
+    const std::int32_t place = m_symbolic.PlaceOf(unknown);
+    return m_elements[At(m_symbolic.FindElement(place, place))];
+  }
+
+  bool Solve(std::span<const double> b, std::span<double> x) override {
+    if (!FactorSparse(m_symbolic, m_elements)) return false;
+    std::vector<double> byPlace(b.size());
+    for (std::size_t i = 0; i < b.size(); ++i) byPlace[PlaceOf(i)] = b[i];
+    SolveSparse(m_symbolic, m_elements, byPlace);
+    for (std::size_t i = 0; i < b.size(); ++i) x[i] = byPlace[PlaceOf(i)];
+    return true;
+  }
+
+  double Cofactor(std::int32_t i, std::int32_t j) override {
+    if (!m_isInverse) {
+      InvertSelected(m_symbolic, m_elements);
+      m_isInverse = true;
+    }
+    const auto [column, row] = std::minmax({m_symbolic.PlaceOf(i), m_symbolic.PlaceOf(j)});
+    const std::int64_t element = m_symbolic.FindElement(row, column);
+    return element < 0 ? std::numeric_limits<double>::quiet_NaN() : m_elements[At(element)];
+  }
+
+ private:
+  // The rows of m_places in a supernode.  Neighbouring places are neighbouring rows.
+  void LocateRows(const Supernode& s) {
+    m_rows.resize(m_places.size());
+    for (std::size_t k = 0; k < m_places.size(); ++k) {
+      if (m_places[k] < s.first) continue;
+      const bool follows =
+          k > 0 && m_places[k] == m_places[k - 1] + 1 && m_places[k - 1] >= s.first;
+      m_rows[k] = follows ? m_rows[k - 1] + 1 : m_symbolic.FindRow(s, m_places[k]);
+    }
+  }
+  std::size_t PlaceOf(std::size_t unknown) const {
+    return At(m_symbolic.PlaceOf(static_cast<std::int32_t>(unknown)));
+  }
+
+  SymbolicFactor m_symbolic;
+  std::vector<double> m_elements;  // N, after Solve L and D, after the first Cofactor N^-1
+  bool m_isInverse = false;
+  std::vector<std::int32_t> m_places;  // of the terms of the equation being added
+  std::vector<std::int32_t> m_rows;    // beside m_places
+};
+
+}  // namespace
+
+std::unique_ptr<NormalMatrix> MakeSparseNormalMatrix(const UnknownPattern& pattern) {
+  return std::make_unique<SparseNormalMatrix>(pattern);
+}
+
+}  // namespace brenu

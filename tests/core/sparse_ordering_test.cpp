@@ -1,0 +1,89 @@
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <numeric>
+
+#include "core/sparse/elimination_tree.h"
+#include "core/sparse/ordering.h"
+#include "core/sparse/separator.h"
+#include "support/patterns.h"
+
+namespace brenu::testing {
+namespace {
+
+bool IsPermutation(std::vector<std::int32_t> order, std::int32_t count) {
+  std::vector<std::int32_t> expected(static_cast<std::size_t>(count));
+  std::iota(expected.begin(), expected.end(), 0);
+  std::sort(order.begin(), order.end());
+  return order == expected;
+}
+
+std::int64_t FactorSize(const Graph& graph, std::vector<std::int32_t> order) {
+  const EliminationTree tree(graph, std::move(order));
+  std::int64_t size = 0;
+  for (std::size_t k = 0; k < tree.order.size(); ++k) {
+    size += std::int64_t{graph.WeightOf(tree.order[k])} * tree.heightOfColumn[k];
+  }
+  return size;
+}
+
+TEST(Ordering, IsAPermutationForEveryShape) {
+  for (const auto& [name, pattern] : PatternsOfManyShapes()) {
+    const Graph graph = GroupGraph(pattern);
+    EXPECT_TRUE(IsPermutation(FillReducingOrder(graph), graph.Count())) << name;
+    EXPECT_TRUE(IsPermutation(NestedDissectionOrder(graph), graph.Count())) << name;
+  }
+}
+
+TEST(Ordering, ChainsAndTreesFillNothing) {
+  for (const char* name : {"path", "star", "tree"}) {
+    const Graph graph = GroupGraph(PatternOfShape(name, 500));
+    // One unknown a point: a tree has n - 1 edges.
+    EXPECT_EQ(FactorSize(graph, FillReducingOrder(graph)), 2 * graph.Count() - 1) << name;
+  }
+}
+
+TEST(Ordering, TwoHubsWithManyCommonNeighboursTakeNoSquareOfTime) {
+  UnknownPattern pattern = PointPattern(100002, 1);
+  for (std::int32_t i = 2; i < 100002; ++i) {
+    pattern.Connect(0, i);
+    pattern.Connect(1, i);
+  }
+  const Graph graph = GroupGraph(pattern);
+  EXPECT_EQ(FactorSize(graph, FillReducingOrder(graph)), 3 * 100000 + 3);
+}
+
+// A square grid of n points has a factor of about 31/4 n log2 n elements under ideal dissection.
+TEST(Ordering, GridIsDissectedWell) {
+  const Graph graph = GroupGraph(GridPattern(60, 60, 1));
+  const double n = graph.Count();
+  EXPECT_LT(static_cast<double>(FactorSize(graph, FillReducingOrder(graph))),
+            31.0 / 4.0 * n * std::log2(n));
+}
+
+TEST(Separator, PartsAreBalancedAndNotConnected) {
+  for (const auto& [name, pattern] : PatternsOfManyShapes()) {
+    const Graph graph = GroupGraph(pattern);
+    if (graph.Count() < 2) continue;
+    Separation cut = FindSeparator(graph);
+    for (std::int32_t v = 0; v < graph.Count(); ++v) {
+      for (const std::int32_t u : graph.Neighbours(v)) {
+        const auto a = cut.part[static_cast<std::size_t>(v)];
+        const auto b = cut.part[static_cast<std::size_t>(u)];
+        EXPECT_TRUE(a == b || a == Separation::kSeparator || b == Separation::kSeparator) << name;
+      }
+    }
+    const auto kept = cut.weights;
+    cut.Weigh(graph);
+    EXPECT_EQ(kept, cut.weights) << name;
+    EXPECT_LE(std::max(cut.weights[0], cut.weights[1]), cut.HeaviestAllowed()) << name;
+  }
+}
+
+TEST(Separator, GridIsCutAlongARow) {
+  const Graph graph = GroupGraph(GridPattern(20, 60, 1));
+  EXPECT_LE(FindSeparator(graph).weights[2], 24);
+}
+
+}  // namespace
+}  // namespace brenu::testing
