@@ -34,12 +34,14 @@ bool TraverseFinder::AllSidesReached() const {
 }
 
 double TraverseFinder::SideLength(std::int32_t a, std::int32_t b) const {
-  const ObsData* there = Find(a, b);
-  const ObsData* back = Find(b, a);
-  const bool hasThere = there != nullptr && HasDistance(*there);
-  const bool hasBack = back != nullptr && HasDistance(*back);
-  if (hasThere && hasBack) return (there->distance + back->distance) / 2.0;
-  return hasThere ? there->distance : back->distance;
+  double sum = 0.0;
+  int count = 0;
+  for (const ObsData* obs : {Find(a, b), Find(b, a)}) {
+    if (obs == nullptr || !HasDistance(*obs)) continue;
+    sum += obs->distance;
+    ++count;
+  }
+  return sum / count;
 }
 
 const ObsData* TraverseFinder::Find(std::int32_t station, std::int32_t target) const {

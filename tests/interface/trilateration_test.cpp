@@ -64,7 +64,7 @@ const std::map<std::string, std::pair<double, double>> kTruth = {
     {"P", {700, 1050}},  {"Q", {690, 1580}},  {"R", {1050, 1290}}};
 
 std::string WriteFile() {
-  const std::string path = ::testing::TempDir() + "trilateration_test.txt";
+  std::string path = ::testing::TempDir() + "trilateration_test.txt";
   std::ofstream file(path, std::ios::binary);
   file << "[PARA]\nMS:0.01\nMR:0\nFormat:3\n\n[STATION]\nA,10,1000,1000\nB,10,1020,1600\n"
           "C,10,400,1310\nP,0\nQ,0\nR,0\n\n[OBSER]\n";
