@@ -54,6 +54,7 @@ std::vector<CloseError> Closures(const Job& job) {
 
 std::vector<std::string> Names(const std::vector<CloseError>& records) {
   std::vector<std::string> routes;
+  routes.reserve(records.size());
   for (const CloseError& record : records) routes.emplace_back(record.route);
   return routes;
 }
