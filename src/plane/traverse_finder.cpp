@@ -34,14 +34,15 @@ bool TraverseFinder::AllSidesReached() const {
 }
 
 double TraverseFinder::SideLength(std::int32_t a, std::int32_t b) const {
-  double sum = 0.0;
-  int count = 0;
-  for (const ObsData* obs : {Find(a, b), Find(b, a)}) {
-    if (obs == nullptr || !HasDistance(*obs)) continue;
-    sum += obs->distance;
-    ++count;
-  }
-  return sum / count;
+  const auto measured = [this](std::int32_t from, std::int32_t to) {
+    const ObsData* obs = Find(from, to);
+    return obs == nullptr ? kAbsentLength : obs->distance;
+  };
+  const double there = measured(a, b);
+  const double back = measured(b, a);
+  if (back == kAbsentLength) return there;
+  if (there == kAbsentLength) return back;
+  return (there + back) / 2.0;
 }
 
 const ObsData* TraverseFinder::Find(std::int32_t station, std::int32_t target) const {
