@@ -61,9 +61,11 @@ std::vector<std::string> Names(const std::vector<CloseError>& records) {
 
 std::vector<std::string> Routes(const Job& job) { return Names(Closures(job)); }
 
-//               Q --- E --- FS      The true angles are 90 and 270 degrees, the sides 100, 200 and
-//               |                   100 m.  Each of the four angles is measured 10" too large, the
-//   BS -- S --- P (north is right)  first side 20 mm and the second 40 mm too long.
+//               E --- FS    North is up.  The true angles are 90 and 270 degrees, the sides 100,
+//               |           200 and 100 m.  Each of the four angles is measured 10" too large, the
+//         P --- Q           first side 20 mm and the second 40 mm too long.
+//         |
+//   BS -- S
 class Connecting : public ::testing::Test {
  protected:
   Connecting() {
