@@ -46,7 +46,7 @@ BM1 106
 115 BM4
 """
 
-TRAVERSE = """
+CONNECTING = """
 P11 10 5331102.447 4471846.215 0    P12 10 5331480.000 4472310.000 0
 T1 0 5331573.925 4472427.480 0      T2 0 5331697.687 4472576.442 0
 T3 0 5331794.614 4472688.843 0      T4 0 5331961.626 4472764.672 0
@@ -54,8 +54,26 @@ T5 0 5332169.218 4472756.335 0      T6 0 5332348.494 4472811.191 0
 T7 0 5332450.352 4472877.659 0      T8 0 5332571.661 4472970.824 0
 P21 10 5332689.776 4472996.233 0    P22 10 5333214.308 4473411.870 0
 """
-TRAVERSE_SIDES = "P12 T1 T2 T3 T4 T5 T6 T7 T8 P21"
-TRAVERSE_BACK_SIGHTS = ["P12 P11", "P21 P22"]
+CONNECTING_SIDES = "P12 T1 T2 T3 T4 T5 T6 T7 T8 P21"
+CONNECTING_BACK_SIGHTS = ["P12 P11", "P21 P22"]
+
+CLOSED = """
+M1 10 5335160.084 4469020.337 0     M2 10 5335410.220 4469377.905 0
+V1 0 5335489.514 4469542.871 0      V2 0 5335402.660 4469724.118 0
+V3 0 5335243.937 4469795.402 0      V4 0 5335068.291 4469731.756 0
+V5 0 5335021.748 4469560.030 0      V6 0 5335102.875 4469413.664 0
+V7 0 5335259.406 4469351.288 0
+"""
+CLOSED_SIDES = "M2 V1 V2 V3 V4 V5 V6 V7 M2"
+CLOSED_BACK_SIGHT = "M2 M1"
+
+UNORIENTED = """
+G1 10 5338204.716 4474310.582 0     U1 0 5338316.040 4474407.129 0
+U2 0 5338370.925 4474562.377 0      U3 0 5338502.183 4474641.806 0
+U4 0 5338541.660 4474809.415 0      U5 0 5338659.907 4474890.238 0
+G2 10 5338725.349 4475037.961 0
+"""
+UNORIENTED_SIDES = "G1 U1 U2 U3 U4 U5 G2"
 
 TRIANGULATION = """
 K1 10 5344081.115 4468059.579 0     T01 0 5344194.828 4469692.017 0
@@ -75,6 +93,16 @@ T21 0 5337872.233 4474017.437 0
 TRIANGULATION_LONG_SIGHTS = ["K1 K2", "K3 K4"]  # control points that see each other
 TRIANGULATION_REACH = 2300.0  # metres; points nearer than this see each other
 TRIANGULATION_AZIMUTH = "K1 K2"
+
+TRILATERATION = """
+E1 10 5341830.552 4461207.318 0     E2 10 5341902.147 4462515.904 0
+E3 10 5340655.380 4461940.273 0     W1 0 5341915.008 4461861.440 0
+W2 0 5341414.692 4461322.775 0      W3 0 5341377.126 4461905.931 0
+W4 0 5341459.338 4462441.087 0      W5 0 5340980.461 4461410.662 0
+W6 0 5341012.905 4462357.519 0      W7 0 5340586.714 4461502.128 0
+W8 0 5340702.233 4462433.840 0      W9 0 5341151.870 4461688.306 0
+"""
+TRILATERATION_REACH = 1000.0  # every new point has three distances to points placed before it
 
 COMBINED = """
 C1 11 5346745.374 4459196.033 431.4680   N01 0 5346879.568 4459571.989 410.7731
@@ -129,6 +157,7 @@ class Network:
     points: dict[str, Point]
     param: dict[str, str]
     seed: int
+    format: int = 0
     sights: dict[tuple[str, str], dict[str, str]] = field(default_factory=dict)
 
     def __post_init__(self):
@@ -222,13 +251,27 @@ def levelling():
     return net
 
 
-def traverse():
-    net = Network(parse_points(TRAVERSE), {"MO": "3", "MS": "0.003", "MR": "0.000002"}, seed=2)
-    sides = lines_of(TRAVERSE_SIDES)
-    back_sights = [tuple(row.split()) for row in TRAVERSE_BACK_SIGHTS]
-    add_directions(net, sides + back_sights, unoccupied=("P11", "P22"))
-    add_distances(net, sides + [(b, a) for a, b in sides])
+def traverse(table, route, back_sights, unoccupied, seed, format=0):
+    """Directions and distances both ways along the route, and back sights."""
+    param = {"MO": "3", "MS": "0.003", "MR": "0.000002"}
+    net = Network(parse_points(table), param, seed, format)
+    sides = lines_of(route)
+    add_directions(net, sides + [tuple(row.split()) for row in back_sights], unoccupied)
+    both_ways = sides + [(b, a) for a, b in sides]
+    add_distances(net, [line for line in both_ways if line in net.sights])
     return net
+
+
+def connecting_traverse():
+    return traverse(CONNECTING, CONNECTING_SIDES, CONNECTING_BACK_SIGHTS, ("P11", "P22"), 2)
+
+
+def closed_traverse():
+    return traverse(CLOSED, CLOSED_SIDES, [CLOSED_BACK_SIGHT], ("M1",), 8)
+
+
+def unoriented_traverse():
+    return traverse(UNORIENTED, UNORIENTED_SIDES, [], ("G1", "G2"), 9, format=1)
 
 
 def triangulation():
@@ -252,6 +295,12 @@ def plane_and_heights(table, param, seed, reach, long_sights, levelled):
     add_distances(net, lines)
     for line in sorted(tuple(sorted(pair)) for pair in lines_of(levelled)):
         add_height_difference(net, *line, net.length(*line), sigma=0.002)
+    return net
+
+
+def trilateration():
+    net = Network(parse_points(TRILATERATION), {"MO": "2", "MS": "0.003", "MR": "0.000002"}, 10, 3)
+    add_distances(net, lines_within(net, TRILATERATION_REACH))
     return net
 
 
@@ -281,7 +330,8 @@ def point_fields(point):
 
 def project_file(net):
     param = {"MO": "2.5", "MS": "0.005", "MR": "0.000005", "Lvl1": "4", "Lvl2": "4"} | net.param
-    rows = ["[PARAM]", *(f"{key}:{value}" for key, value in param.items()), "Limit:3", "format:0"]
+    rows = ["[PARAM]", *(f"{key}:{value}" for key, value in param.items()), "Limit:3"]
+    rows.append(f"format:{net.format}")
     rows += ["", "[PT]"]
     for name, point in net.points.items():
         rows.append(",".join([name, f"{point.type:02d}", *point_fields(point)]))
@@ -293,7 +343,7 @@ def project_file(net):
 
 def station_file(net):
     rows = ["[PARA]", *(f"{key}:{value}" for key, value in net.param.items())]
-    rows += ["Level1:4", "Level:4", "Limit:3", "Format:0", "", "[STATION]"]
+    rows += ["Level1:4", "Level:4", "Limit:3", f"Format:{net.format}", "", "[STATION]"]
     for name, point in net.points.items():
         rows.append(",".join([name, f"{point.type:02d}", *point_fields(point)]))
     rows += ["", "[OBSER]"]
@@ -306,10 +356,13 @@ def station_file(net):
 def main():
     files = {
         "levelling.txt": project_file(levelling()),
-        "traverse.txt": project_file(traverse()),
+        "connecting-traverse.txt": project_file(connecting_traverse()),
+        "closed-traverse.txt": project_file(closed_traverse()),
+        "unoriented-traverse.txt": project_file(unoriented_traverse()),
         "triangulation.txt": project_file(triangulation()),
         "combined.txt": project_file(combined()),
         "station-file.txt": station_file(pillars()),
+        "trilateration.txt": station_file(trilateration()),
     }
     folder = Path(__file__).parent
     differing = []

@@ -150,9 +150,11 @@ BRENU_API int32_t GetObsDataCount(AdjustmentContext* context, int32_t station);
  */
 BRENU_API int32_t AddObsData(AdjustmentContext* context, int32_t station, const char* target,
                              ObsData observation);
-/* Adds two targets at once and registers them as a pair.  With reconcile set and one of the targets
- * stored already, the readings are first turned onto the stored direction.  1 or -1; with reconcile
- * set, -1 also when the reading was added to the station of index 0. */
+/* Adds two targets at once and registers them as a pair; 1 or -1.  With reconcile set and one of
+ * the targets stored already, the other one is added, its reading turned by stored minus new
+ * reading of the former.  Take care: the result is then -1 when there is no stored direction to
+ * turn by (nothing is added) and for the station of index 0 (the target is added), and 1 also when
+ * the other target is refused. */
 BRENU_API int32_t AddObsData2(AdjustmentContext* context, int32_t station, const char* target1,
                               const char* target2, ObsData observation1, ObsData observation2,
                               uint8_t reconcile);
@@ -181,7 +183,9 @@ BRENU_API bool GetApproxResult(AdjustmentContext* context, int32_t number, Point
  * reached, or for a singular network.  The standard error of unit weight of the heights divides by
  * the number of new heights, that of the coordinates by the redundancy, which is not checked. */
 BRENU_API bool LeastSquareAdj(AdjustmentContext* context);
-/* Traverses without orientation at either end; false unless format is 1. */
+/* Connecting traverses from angles and sides alone, without back sights: each is turned onto the
+ * azimuth between its two control points.  Coordinates have no standard errors (0).  False unless
+ * format is 1, without such a traverse, or when it leaves a point with measured sides out. */
 BRENU_API bool NonDirectionAdj(AdjustmentContext* context);
 /* Adjusts, takes out the observation with the largest standardised residual above the two-sided
  * critical value and repeats until none is left above it.  kind must equal the network type;
@@ -219,7 +223,8 @@ BRENU_API bool GetHeightObsResult(AdjustmentContext* context, int32_t station, c
 /* ---- Closure errors and reports ---- */
 
 /* Levelling lines between bench marks, levelling loops and traverses, from freshly computed
- * approximate values; false when those cannot be computed. */
+ * approximate values; false when those cannot be computed, or when a network of type 3 has none
+ * of these closures. */
 BRENU_API bool CalculateCloseError(AdjustmentContext* context);
 BRENU_API int32_t GetCloseErrorCount(AdjustmentContext* context);
 BRENU_API bool GetCloseError(AdjustmentContext* context, int32_t index, CloseError* out);
@@ -242,18 +247,23 @@ BRENU_API bool InitializeDataTrilateration(AdjustmentContext* context);
 BRENU_API bool TrilaterationDirection(AdjustmentContext* context);
 /* The next point that can be placed (or the one named in `direction` on entry) and the two circles
  * that meet in it; the names in them are valid until the next call on the context.  `direction`
- * holds 255 bytes and receives a text that names the point and its two possible sides.  1 or 0. */
+ * holds 255 bytes, empty on entry for the library's choice, and receives a text such as
+ * "P3: A -> B, left or right" (point, first and second centre), cut to 254 bytes.  1 or 0. */
 BRENU_API int32_t GetTrilaterationDirection(AdjustmentContext* context, CircleRecord* first,
                                             CircleRecord* second, char direction[255]);
 /* Places the point on the left (side 0) or on the right (side not 0) of the line from the first to
  * the second centre, in the sense of the axes X north and Y east, and gives the number of points
- * left to place. */
+ * left to place: one less, or the same when the circles do not meet on that side. */
 BRENU_API bool CalcTrilaterationpPoint(AdjustmentContext* context, uint8_t side, CircleRecord first,
                                        CircleRecord second, const char* name, uint32_t* remaining);
 
 /* ---- Traverses ---- */
 
-/* The row of a point in the traverse table; 1, or 0 for a point on no computed traverse. */
+/* The row of a point in the traverse table of the last CalculateCloseError or NonDirectionAdj; of
+ * several traverses through the point, the first.  1, or 0 for a point on none.  Absent are the
+ * angle of an end without back sight (-1), the azimuth of a last point without fore sight (-1), its
+ * side and increments (0), and all angular corrections of a connecting traverse not oriented at
+ * both ends. */
 BRENU_API int32_t
 GetTraverseResult(AdjustmentContext* context, int32_t index,
                   double* angle, /* observed, from back sight to fore sight, clockwise, dd.mmss */

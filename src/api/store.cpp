@@ -168,14 +168,17 @@ std::optional<std::int32_t> Store::AddReconciledObs(std::int32_t station, std::s
                                                     std::string_view target2, const ObsData& obs1,
                                                     const ObsData& obs2) {
   const bool firstStored = FindObs(station, target1) != nullptr;
-  const auto stored = StoredDirection(station, firstStored ? target1 : target2);
-  const double reading = firstStored ? obs1.direction : obs2.direction;
-  if (!stored || reading == kAbsentAngle) return std::nullopt;
   ObsData added = firstStored ? obs2 : obs1;
-  constexpr double kAgreement = 1e-5;  // of dd.mmss values: a tenth of a second
-  if (HasDirection(added) && !(std::fabs(*stored - reading) < kAgreement)) {
-    const double turned = DmsToRad(added.direction) + DmsToRad(*stored) - DmsToRad(reading);
-    added.direction = RadToDms(FullCircle(turned));
+  if (HasDirection(added)) {
+    const auto stored = StoredDirection(station, firstStored ? target1 : target2);
+    const double reading = firstStored ? obs1.direction : obs2.direction;
+    if (!stored || reading == kAbsentAngle) return std::nullopt;
+    constexpr double kAgreement = 1e-5;  // of dd.mmss values: a tenth of a second
+    if (!(std::fabs(*stored - reading) < kAgreement)) {
+      const double turned = DmsToRad(added.direction) + DmsToRad(*stored) - DmsToRad(reading);
+      const double dms = RadToDms(FullCircle(turned));
+      added.direction = dms < 360.0 ? dms : 0.0;  // rounded up to the full circle
+    }
   }
   return AddObs(station, firstStored ? target2 : target1, added);
 }

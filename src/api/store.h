@@ -46,8 +46,8 @@ class Store {
   std::int32_t AddObsPair(std::int32_t station, std::string_view target1, std::string_view target2,
                           const ObsData& obs1, const ObsData& obs2);
   // The same with one of the targets stored already: the new readings are turned onto the stored
-  // directions and the other target is added.  The result of that addition; empty when no stored
-  // direction can serve as reference.
+  // directions and the other target is added.  The result of that addition; empty when the other
+  // target has a direction and none stored can serve as reference.
   std::optional<std::int32_t> AddReconciledObs(std::int32_t station, std::string_view target1,
                                                std::string_view target2, const ObsData& obs1,
                                                const ObsData& obs2);

@@ -56,8 +56,8 @@ CloseError MakeRecord(const Traverse& traverse, const AdjParam& param) {
   record.relativePrecision = traverse.relativePrecision;
   record.lengthLimit = traverse.length / RelativeLimitOfGrade(param.Lvl2);
   const double tolerance = std::fabs(param.Limit * param.MO * rootOfAngles);
-  record.heightWithinLimit = !(std::fabs(record.angleMisclosure) > tolerance) &&
-                             !(record.lengthMisclosure > record.lengthLimit);
+  record.heightWithinLimit = std::fabs(record.angleMisclosure) <= tolerance &&
+                             record.lengthMisclosure <= record.lengthLimit;
   return record;
 }
 

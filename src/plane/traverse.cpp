@@ -1,6 +1,5 @@
 #include "plane/traverse.h"
 
-#include <algorithm>
 #include <cmath>
 #include <limits>
 
@@ -93,7 +92,7 @@ double ReduceToHalfCircle(double angle) {
 std::int32_t RelativePrecision(double misclosure, double length) {
   constexpr double kMost = std::numeric_limits<std::int32_t>::max();
   const double n = length / misclosure;
-  return n < kMost ? TruncateToInt32(n) : std::numeric_limits<std::int32_t>::max();
+  return n >= kMost ? std::numeric_limits<std::int32_t>::max() : TruncateToInt32(n);
 }
 
 Traverse ComputeTraverse(const MeasuredTraverse& m) {
@@ -136,8 +135,8 @@ Traverse ComputeClosedTraverse(const MeasuredTraverse& m, double closingAngle,
   double sum = closingAngle;
   for (const double angle : m.angles) sum += angle;
   t.angleCount = static_cast<std::int32_t>(m.angles.size()) + 1;
-  // Going round with the inside on the right, the angles measured are the inner ones; with the
-  // inside on the left they are 360 degrees less those.
+  // From back sight to fore sight clockwise is the angle on the left of the way: going round with
+  // the inside on the left these are the inner angles, otherwise 360 degrees less those.
   const double inner = (t.angleCount - 2) * kPi;
   const double outer = (t.angleCount + 2) * kPi;
   const bool measuredInside = std::fabs(sum - inner) <= std::fabs(sum - outer);
@@ -148,7 +147,6 @@ Traverse ComputeClosedTraverse(const MeasuredTraverse& m, double closingAngle,
   CarryAzimuths(t.points, startAzimuth);
   CloseCoordinates(t, m);
   // The last row is the first point again.
-  t.points.back().angle = -1.0;
   t.points.back().x = m.endX;
   t.points.back().y = m.endY;
   return t;

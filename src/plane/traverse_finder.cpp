@@ -56,8 +56,8 @@ bool TraverseFinder::HasReading(std::int32_t station, std::int32_t target) const
 }
 
 double TraverseFinder::AngleAt(std::int32_t station, std::int32_t back, std::int32_t fore) const {
-  return PositiveAngle(DmsToRad(Find(station, fore)->direction) -
-                       DmsToRad(Find(station, back)->direction));
+  return FullCircle(DmsToRad(Find(station, fore)->direction) -
+                    DmsToRad(Find(station, back)->direction));
 }
 
 std::optional<MeasuredTraverse::Orientation> TraverseFinder::OrientationAt(std::int32_t station,
@@ -97,9 +97,11 @@ MeasuredTraverse TraverseFinder::Measure(const std::vector<std::int32_t>& chain)
 }
 
 std::vector<MeasuredTraverse> TraverseFinder::ConnectingTraverses() const {
-  // New points pass a traverse on only where they have the readings for its angle.
+  // New points pass a traverse on only where they have the readings for its angle.  A side between
+  // control points is no part of a traverse: as the shorter way it would hide the chain beside it.
   std::vector<RouteLine> lines;
   for (const Side& side : m_sides) {
+    if (IsControl(side.from) && IsControl(side.to)) continue;
     const bool from = IsControl(side.from) || HasReading(side.from, side.to);
     const bool to = IsControl(side.to) || HasReading(side.to, side.from);
     if (from && to) lines.push_back({side.from, side.to, side.length});

@@ -1,0 +1,284 @@
+#include <gtest/gtest.h>
+
+#include <array>
+#include <cmath>
+#include <cstdio>
+#include <fstream>
+#include <map>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "support/job.h"
+
+namespace brenu::testing {
+namespace {
+
+constexpr double kRho = 206264.806;  // arc-seconds per radian
+
+constexpr AdjParam kDistancesOnly = {2.5, 0.01, 0.0, 4, 20, 4, 5, 3, 3};
+
+struct Step {
+  std::int32_t found = 0;
+  CircleRecord first{}, second{};
+  std::string text;
+  std::string Name() const { return text.substr(0, text.find(':')); }
+};
+
+Step Next(const Job& job, const std::string& name = "") {
+  std::array<char, 256> buffer{};
+  name.copy(buffer.data(), 254);
+  buffer[255] = '!';  // beyond the 255 bytes of the interface
+  Step step;
+  step.found = GetTrilaterationDirection(job, &step.first, &step.second, buffer.data());
+  EXPECT_EQ(buffer[254], '\0');
+  EXPECT_EQ(buffer[255], '!');
+  step.text = buffer.data();
+  return step;
+}
+
+std::uint32_t Place(const Job& job, bool right, const CircleRecord& first,
+                    const CircleRecord& second, const std::string& name) {
+  std::uint32_t remaining = 99;
+  EXPECT_TRUE(CalcTrilaterationpPoint(job, right ? 1 : 0, first, second, name.c_str(), &remaining));
+  return remaining;
+}
+
+// By number in the network: control points first.
+std::pair<double, double> Position(const Job& job, std::int32_t number) {
+  PointData point{};
+  EXPECT_TRUE(GetApproxResult(job, number, &point));
+  return {point.x, point.y};
+}
+
+void Begin(const Job& job) {
+  SetAdjParam(job, kDistancesOnly);
+  ASSERT_TRUE(JudgeTrilateration(job));
+  ASSERT_TRUE(InitializeDataTrilateration(job));
+}
+
+// ---- The whole way, from a file ----
+
+const std::map<std::string, std::pair<double, double>> kTruth = {
+    {"A", {1000, 1000}}, {"B", {1020, 1600}}, {"C", {400, 1310}},
+    {"P", {700, 1050}},  {"Q", {690, 1580}},  {"R", {1050, 1290}}};
+
+std::string WriteFile() {
+  std::string path = ::testing::TempDir() + "trilateration_test.txt";
+  std::ofstream file(path, std::ios::binary);
+  file << "[PARA]\nMS:0.01\nMR:0\nFormat:3\n\n[STATION]\nA,10,1000,1000\nB,10,1020,1600\n"
+          "C,10,400,1310\nP,0\nQ,0\nR,0\n\n[OBSER]\n";
+  file.precision(12);
+  for (const auto& [from, a] : kTruth) {
+    for (const auto& [to, b] : kTruth) {
+      if (from >= to || (from == "A" && to == "B")) continue;
+      file << from << ',' << to << ",," << std::hypot(b.first - a.first, b.second - a.second)
+           << ",0\n";
+    }
+  }
+  return path;
+}
+
+TEST(Trilateration, FromTheFileToTheAdjustedNetwork) {
+  const Job job;
+  const std::string path = WriteFile();
+  ASSERT_TRUE(LoadKorvelAdjustFile(job, path.c_str()));
+  std::remove(path.c_str());
+  EXPECT_FALSE(LeastSquareAdj(job));  // nothing set up
+  ASSERT_TRUE(JudgeTrilateration(job));
+  ASSERT_TRUE(InitializeDataTrilateration(job));
+  for (std::uint32_t expected : {2U, 1U, 0U}) {
+    EXPECT_FALSE(TrilaterationDirection(job));  // points are left
+    const Step step = Next(job);
+    ASSERT_EQ(step.found, 1);
+    // The side on which the point lies in truth, by the bearings from the first centre.
+    const auto [x, y] = kTruth.at(step.Name());
+    const double toSecond = std::atan2(step.second.y - step.first.y, step.second.x - step.first.x);
+    const double toPoint = std::atan2(y - step.first.y, x - step.first.x);
+    const bool right = std::sin(toPoint - toSecond) > 0.0;
+    EXPECT_EQ(Place(job, right, step.first, step.second, step.Name()), expected);
+  }
+  EXPECT_EQ(Next(job).found, 0);
+  ASSERT_TRUE(TrilaterationDirection(job));
+  double residual = 0.0;
+  double adjusted = 0.0;
+  double apriori = 0.0;
+  ASSERT_TRUE(GetDirAngleResult(job, 3, "Q", &residual, &adjusted, &apriori));
+  // atan2(530, -10) = 91 deg 04' 51.3"
+  EXPECT_NEAR(adjusted, 91.04513, 1e-5);
+
+  ASSERT_TRUE(LeastSquareAdj(job));
+  for (const auto& [name, truth] : kTruth) {
+    PlaneResult r{};
+    ASSERT_TRUE(GetPlaneResult(job, job.Index(name), &r));
+    EXPECT_NEAR(r.x, truth.first, 1e-7) << name;
+    EXPECT_NEAR(r.y, truth.second, 1e-7) << name;
+  }
+  ASSERT_TRUE(GetLengthResult(job, 3, "Q", &residual, &adjusted, &apriori));
+  EXPECT_NEAR(residual, 0.0, 1e-7);
+  EXPECT_NEAR(adjusted, std::hypot(530.0, 10.0), 1e-7);
+  EXPECT_EQ(apriori, 0.01);
+}
+
+// P at (1000, 1000) measures 100 m to N, 100.01 m to E and to W, all with sigma 0.01.  By symmetry
+// the adjusted position is P itself: v = 0, -0.01, -0.01 and [pvv] = 2.  Q_xx = 1e-4, Q_yy =
+// 0.5e-4. With three directions of one station stored, as by the station format, r = 6 - 2 - 1 = 3.
+TEST(Trilateration, PrecisionCountsTheStoredDirections) {
+  Job job;
+  job.Add("N", 10, 1100, 1000);
+  job.Add("E", 10, 1000, 1100);
+  job.Add("W", 10, 1000, 900);
+  job.Add("P");
+  job.Observe("P", "N", Direction(0.0, 100.0));
+  job.Observe("P", "E", Direction(0.0, 100.01));
+  job.Observe("P", "W", Direction(0.0, 100.01));
+  Begin(job);
+  const Step step = Next(job);
+  EXPECT_EQ(step.text, "P: E -> N, left or right");
+  ASSERT_EQ(Place(job, false, step.first, step.second, "P"), 0U);
+  ASSERT_TRUE(TrilaterationDirection(job));
+  ASSERT_TRUE(LeastSquareAdj(job));
+  PlaneResult r{};
+  ASSERT_TRUE(GetPlaneResult(job, 3, &r));
+  const double m0 = std::sqrt(2.0 / 3.0);
+  EXPECT_NEAR(r.x, 1000.0, 1e-5);
+  EXPECT_NEAR(r.y, 1000.0, 1e-5);
+  EXPECT_NEAR(r.mx, m0 * 0.01, 1e-6);
+  EXPECT_NEAR(r.my, m0 * 0.01 * std::sqrt(0.5), 1e-6);
+  double azimuth = 0.0;
+  double azimuthError = 0.0;
+  double length = 0.0;
+  double lengthError = 0.0;
+  std::int32_t n = 0;
+  ASSERT_TRUE(
+      GetAzAndLenPrecision(job, 3, "E", &azimuth, &azimuthError, &length, &lengthError, &n));
+  EXPECT_NEAR(azimuth, 90.0, 1e-5);
+  EXPECT_NEAR(azimuthError, r.mx / 100.0 * kRho, 1e-3);  // across the line: north
+  EXPECT_NEAR(length, 100.0, 1e-5);
+  EXPECT_NEAR(lengthError, r.my, 1e-8);
+}
+
+// ---- Single steps: control points A and B on a line to the east, 60 m apart ----
+
+class TwoCentres : public ::testing::Test {
+ protected:
+  explicit TwoCentres(double x = 1000.0) : m_x(x) {
+    job.Add("A", 10, x, 1000);
+    job.Add("B", 10, x, 1060);
+    job.Add("P");
+    job.Add("Q");
+    job.Observe("A", "P", Distance(50.0));
+    job.Observe("B", "P", Distance(50.0));
+    job.Observe("Q", "A", Distance(70.0));  // measured at the new point
+    job.Observe("Q", "B", Distance(70.0));
+    Begin(job);
+  }
+  CircleRecord A(double radius) const { return {"A", m_x, 1000, radius}; }
+  CircleRecord B(double radius) const { return {"B", m_x, 1060, radius}; }
+  Job job;
+
+ private:
+  double m_x;
+};
+
+class NearTheOrigin : public TwoCentres {
+ protected:
+  NearTheOrigin() : TwoCentres(40.0) {}
+};
+
+// Half the base is 30 m, so 3-4-5: 40 m off the line.
+TEST_F(TwoCentres, RightIsSouthOfALineToTheEast) {
+  EXPECT_EQ(Place(job, true, A(50), B(50), "P"), 1U);
+  EXPECT_EQ(Position(job, 2), std::pair(960.0, 1030.0));
+  EXPECT_EQ(Place(job, false, A(50), B(50), "Q"), 0U);
+  EXPECT_EQ(Position(job, 3), std::pair(1040.0, 1030.0));
+}
+
+TEST_F(TwoCentres, CirclesThatDoNotMeetPlaceNothing) {
+  for (const bool right : {false, true}) {
+    EXPECT_EQ(Place(job, right, A(30), B(30), "P"), 2U);   // touch
+    EXPECT_EQ(Place(job, right, A(20), B(20), "P"), 2U);   // apart
+    EXPECT_EQ(Place(job, right, A(100), B(20), "P"), 2U);  // one inside the other
+    EXPECT_EQ(Place(job, right, A(50), A(50), "P"), 2U);   // concentric
+  }
+  EXPECT_EQ(Position(job, 2), std::pair(0.0, 0.0));
+}
+
+// The side counts from the stored centres: circles 500 m further north meet on their left only.
+TEST_F(TwoCentres, NothingIsPlacedWhenBothSolutionsLieOnTheOtherSide) {
+  CircleRecord first = A(50);
+  CircleRecord second = B(50);
+  first.x = second.x = 1500.0;
+  EXPECT_EQ(Place(job, true, first, second, "P"), 2U);
+  EXPECT_EQ(Place(job, false, first, second, "P"), 1U);
+  EXPECT_EQ(Position(job, 2), std::pair(1460.0, 1030.0));
+}
+
+TEST_F(TwoCentres, NameThatIsNoPointCountsAndStandsUnderMinusOne) {
+  EXPECT_EQ(Place(job, true, A(50), B(50), "nobody"), 1U);
+  EXPECT_EQ(Position(job, -1), std::pair(960.0, 1030.0));
+  EXPECT_EQ(Place(job, true, {"nowhere", 0, 0, 50}, B(50), "P"), 1U);
+}
+
+TEST_F(NearTheOrigin, PointAtXZeroCountsAsNotPlaced) {
+  EXPECT_EQ(Place(job, true, A(50), B(50), "P"), 1U);
+  EXPECT_EQ(Position(job, 2), std::pair(0.0, 1030.0));
+  EXPECT_EQ(Next(job, "P").found, 1);
+  EXPECT_EQ(Place(job, false, A(70), B(70), "Q"), 0U);
+  EXPECT_FALSE(TrilaterationDirection(job));
+}
+
+// The cosine of the angle between the circles is (2 r^2 - 60^2) / (2 r^2): 0.28 for P, 0.63 for Q.
+TEST_F(TwoCentres, NextPointHasTheBestAngleOrIsTheOneAskedFor) {
+  EXPECT_EQ(Next(job).text, "P: A -> B, left or right");
+  const Step q = Next(job, "Q");
+  EXPECT_EQ(q.text, "Q: A -> B, left or right");
+  EXPECT_STREQ(q.second.name, "B");
+  EXPECT_EQ(q.second.y, 1060.0);
+  EXPECT_EQ(q.second.radius, 70.0);
+  EXPECT_EQ(Next(job, "A").found, 0);  // known
+  EXPECT_EQ(Next(job, "nobody").found, 0);
+  EXPECT_EQ(Next(job, q.text).found, 0);  // a buffer not emptied
+
+  SetObsData(job, job.Index("Q"), "A", Distance(45.0));
+  SetObsData(job, job.Index("Q"), "B", Distance(40.0));  // 90 deg are nearer: 25 / 3600
+  Begin(job);
+  EXPECT_EQ(Next(job).Name(), "Q");
+  SetObsData(job, job.Index("Q"), "A", Distance(50.0));
+  SetObsData(job, job.Index("Q"), "B", Distance(50.0));
+  Begin(job);
+  EXPECT_EQ(Next(job).Name(), "P");  // equal: name order
+}
+
+TEST(Trilateration, TextIsCutToTheBuffer) {
+  Job job;
+  const std::string a(127, 'a');
+  const std::string b(127, 'b');
+  const std::string p(127, 'p');
+  job.Add(a, 10, 1000, 1000);
+  job.Add(b, 10, 1000, 1060);
+  job.Add(p);
+  job.Observe(a, p, Distance(50.0));
+  job.Observe(b, p, Distance(50.0));
+  Begin(job);
+  EXPECT_EQ(Next(job).text, (p + ": " + a + " -> " + b).substr(0, 254));
+}
+
+TEST(Trilateration, RefusedWithoutPlaneNetworkOrFormat) {
+  Job job;
+  job.Add("A", 1, 1000, 1000, 10);
+  job.Add("B", 1, 1000, 1060, 10);
+  job.Add("P");
+  job.Observe("A", "P", {50.0, 0.0, 1.0, -1.0});
+  job.Observe("B", "P", {50.0, 0.0, 1.0, -1.0});
+  EXPECT_FALSE(JudgeTrilateration(job));
+  SetAdjParam(job, kDistancesOnly);
+  EXPECT_TRUE(JudgeTrilateration(job));
+  EXPECT_FALSE(InitializeDataTrilateration(job));
+  EXPECT_FALSE(TrilaterationDirection(job));
+  EXPECT_EQ(Next(job, "P").found, 0);
+  EXPECT_EQ(Place(job, true, {"A", 1000, 1000, 50}, {"B", 1000, 1060, 50}, "P"), 99U);
+}
+
+}  // namespace
+}  // namespace brenu::testing
