@@ -44,6 +44,12 @@ bool Deliver(const std::optional<Record>& result, Record* out) {
   return result.has_value();
 }
 
+// Up to the NUL, or the room.
+std::size_t TextLength(const char* text, std::size_t room) {
+  const void* end = std::memchr(text, '\0', room);
+  return end == nullptr ? room : static_cast<std::size_t>(static_cast<const char*>(end) - text);
+}
+
 bool DeliverObs(const std::optional<brenu::PlaneObsResult>& result, double* residual,
                 double* adjusted, double* apriori) {
   if (!result) return false;
@@ -358,7 +364,7 @@ int32_t GetTrilaterationDirection(Context* context, CircleRecord* first, CircleR
       0,
       [=] {
         constexpr std::size_t kRoom = 254;
-        const std::string_view name(direction, strnlen(direction, kRoom));
+        const std::string_view name(direction, TextLength(direction, kRoom));
         const auto step = brenu::NextTrilaterationStep(*context, name);
         if (!step) return 0;
         *first = step->first;

@@ -167,11 +167,13 @@ std::optional<double> Store::StoredDirection(std::int32_t station, std::string_v
 std::optional<std::int32_t> Store::AddReconciledObs(std::int32_t station, std::string_view target1,
                                                     std::string_view target2, const ObsData& obs1,
                                                     const ObsData& obs2) {
-  const bool firstStored = FindObs(station, target1) != nullptr;
-  ObsData added = firstStored ? obs2 : obs1;
-  if (HasDirection(added)) {
-    const auto stored = StoredDirection(station, firstStored ? target1 : target2);
-    const double reading = firstStored ? obs1.direction : obs2.direction;
+  // With both targets stored the addition is refused, whichever of them is the reference.
+  const bool isFirstReference = FindObs(station, target1) != nullptr;
+  const std::string_view other = isFirstReference ? target2 : target1;
+  ObsData added = isFirstReference ? obs2 : obs1;
+  if (HasDirection(added) && FindObs(station, other) == nullptr) {
+    const auto stored = StoredDirection(station, isFirstReference ? target1 : target2);
+    const double reading = isFirstReference ? obs1.direction : obs2.direction;
     if (!stored || reading == kAbsentAngle) return std::nullopt;
     constexpr double kAgreement = 1e-5;  // of dd.mmss values: a tenth of a second
     if (!(std::fabs(*stored - reading) < kAgreement)) {
@@ -180,7 +182,7 @@ std::optional<std::int32_t> Store::AddReconciledObs(std::int32_t station, std::s
       added.direction = dms < 360.0 ? dms : 0.0;  // rounded up to the full circle
     }
   }
-  return AddObs(station, firstStored ? target2 : target1, added);
+  return AddObs(station, other, added);
 }
 
 }  // namespace brenu

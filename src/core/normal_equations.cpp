@@ -6,7 +6,7 @@ void NormalEquations::SetPattern(const UnknownPattern& pattern) {
   const std::int32_t unknowns = pattern.UnknownCount();
   m_matrix = unknowns <= m_mostPackedUnknowns ? MakePackedNormalMatrix(unknowns)
                                               : MakeSparseNormalMatrix(pattern);
-  m_solution.resize(static_cast<std::size_t>(unknowns));
+  m_solution.assign(static_cast<std::size_t>(unknowns), 0.0);
   Reset();
 }
 
@@ -14,7 +14,6 @@ void NormalEquations::Reset() {
   m_solved = false;
   m_matrix->Clear();
   m_rhs.assign(m_solution.size(), 0.0);
-  m_solution.assign(m_solution.size(), 0.0);
 }
 
 void NormalEquations::Add(std::span<const Term> equation, double weight, double reduced) {

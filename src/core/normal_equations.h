@@ -30,9 +30,8 @@ class NormalEquations {
   bool HasPattern() const { return m_matrix != nullptr; }
   void SetPattern(const UnknownPattern& pattern);
 
-  // Starts anew with N and b zero.
+  // Starts anew with N and b zero; the last solution stays until the next one.
   void Reset();
-  std::int32_t UnknownCount() const { return static_cast<std::int32_t>(m_solution.size()); }
 
   // The unknowns of an equation must meet in the pattern.
   void Add(std::span<const Term> equation, double weight, double reduced);
@@ -48,8 +47,9 @@ class NormalEquations {
   bool Solve();
   bool IsSolved() const { return m_solved; }
 
-  // Valid after a successful Solve, until the next Reset.
+  // Of the last successful Solve; zero before the first.
   std::span<const double> Solution() const { return m_solution; }
+  // Valid after a successful Solve, until the next Reset.
   // Of two unknowns that meet in the pattern.
   double Cofactor(std::int32_t i, std::int32_t j) const { return m_matrix->Cofactor(i, j); }
   // The cofactor of a linear function of the unknowns: sum over all k, m of a_k Q(k, m) a_m.

@@ -1,7 +1,8 @@
-#include <algorithm>
 #include <cmath>
 #include <optional>
 #include <string>
+#include <string_view>
+#include <utility>
 #include <vector>
 
 #include "core/closure_record.h"
@@ -53,10 +54,11 @@ bool LevelNet::CalcLineCloseError(std::vector<CloseError>& records) const {
   RouteSearch search(*graph);
   for (std::int32_t s = 0; s < m_net->ControlCount(); ++s) {
     const std::int32_t source = m_net->SlotOf(s);
+    if (m_net->PointOf(source) != s) continue;  // a second bench mark of the name
     search.Run(source, RouteSearch::kNone, RouteSearch::kNone);
     for (std::int32_t t = s + 1; t < m_net->ControlCount(); ++t) {
       const std::int32_t end = m_net->SlotOf(t);
-      if (!search.IsReached(end) || !search.HasTwoLines(end)) continue;
+      if (m_net->PointOf(end) != t || !search.IsReached(end) || !search.HasTwoLines(end)) continue;
       const double known =
           m_heights[static_cast<std::size_t>(end)] - m_heights[static_cast<std::size_t>(source)];
       records.push_back(MakeRecord(RouteText(*m_net, search, end), known - search.Rise(end),

@@ -16,6 +16,7 @@ bool LevelNet::PrepareLevel() {
   m_normal.Clear();
   const auto points = static_cast<std::size_t>(m_net->PointCount());
   const auto sights = m_net->Sights();
+  m_sigma0 = 0.0;
   m_solution.assign(points, 0.0);
   m_pointSigma.assign(points, 0.0);
   m_residual.assign(sights.size(), 0.0);
@@ -53,7 +54,7 @@ std::optional<HeightObsResult> LevelNet::ResultOfObs(std::string_view station,
   if (sight < 0 || k >= m_residual.size()) return std::nullopt;
   const double observed = m_net->Sights()[k].obs.heightDiff;
   return HeightObsResult{m_residual[k], observed + m_residual[k], m_obsSigma[k], m_weight[k],
-                         IsRemoved(k)};
+                         m_weight[k] == 0.0};
 }
 
 }  // namespace brenu

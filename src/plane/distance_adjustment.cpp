@@ -19,6 +19,7 @@ bool PlaneNet::AdjustDistances() {
   // The redundancy is that of all observations stored, though only distances take part.
   CountRedundancy(m_obs.storedSetCount);
   m_sigma0 = std::sqrt(CalcDistanceResiduals() / m_redundancy);
+  if (m_directionsDerived) DeriveDirections();
   CalcPointPrecision();
   return true;
 }

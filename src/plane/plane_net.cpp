@@ -27,6 +27,7 @@ bool PlaneNet::PrepareAdj() {
   m_obs = {};
   m_normal.Clear();
   m_firstUnknownPoint = 0;
+  m_directionsDerived = false;
   m_redundancy = 0;
   m_sigma0 = 0.0;
   constexpr PlaneResult kUnreached = {kNoCoordinate, kNoCoordinate, 0, 0, 0, 0, 0, 0};
@@ -94,7 +95,7 @@ LineEquation PlaneNet::DistanceCoefficients(std::int32_t from, std::int32_t to) 
   const PlaneResult& b = m_coords[static_cast<std::size_t>(to)];
   const double dx = b.x - a.x;
   const double dy = b.y - a.y;
-  const double s = std::sqrt(dx * dx + dy * dy);
+  const double s = CalcDistance(a.x, a.y, b.x, b.y);
   return {s, UnknownOf(from), UnknownOf(to), dx / s, dy / s};
 }
 

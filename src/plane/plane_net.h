@@ -178,6 +178,7 @@ class PlaneNet {
   ObservationTables m_obs;            // with use flags and residuals
   NormalEquations m_normal;
   std::int32_t m_firstUnknownPoint = 0;  // the point that owns the unknowns 0 and 1
+  bool m_directionsDerived = false;      // the directions come from coordinates, not from readings
   std::int32_t m_redundancy = 0;
   double m_sigma0 = 0.0;
 

@@ -9,7 +9,7 @@
 namespace brenu {
 
 namespace {
-// Unplaced points stand at (0, 0): nearer to that than this counts as unplaced.
+// Unplaced points stand at (0, 0); X alone tells, so that one nearer to 0 than this is unplaced.
 constexpr double kUnplaced = 1e-7;
 }  // namespace
 
@@ -125,14 +125,19 @@ bool PlaneNet::FinishTrilateration() {
   return true;
 }
 
-// Every measured line gets the grid azimuth of its end points as direction.
+// Every line with a distance or a reading gets the grid azimuth of its end points as direction.
 void PlaneNet::DeriveDirections() {
   m_obs.directions.clear();
-  for (const PlaneObs& o : m_obs.distances) {
-    if (m_net->PointOf(o.from) < 0 || m_net->PointOf(o.to) < 0) continue;
-    m_obs.directions.push_back({o.sight, o.from, o.to, DirectionCoefficients(o.from, o.to).value});
-  }
   m_obs.sets.clear();
+  const auto sights = m_net->Sights();
+  for (std::size_t k = 0; k < sights.size(); ++k) {
+    const Sight& s = sights[k];
+    if (m_net->PointOf(s.station) < 0 || m_net->PointOf(s.target) < 0) continue;
+    if (!HasDistance(s.obs) && !HasDirection(s.obs)) continue;
+    const double azimuth = DirectionCoefficients(s.station, s.target).value;
+    m_obs.directions.push_back({static_cast<std::int32_t>(k), s.station, s.target, azimuth});
+  }
+  m_directionsDerived = true;
 }
 
 }  // namespace brenu
