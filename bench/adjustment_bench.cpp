@@ -100,7 +100,7 @@ void ReadLevellingResults(const GeneratedNetwork& network, const Job& job) {
 void RunJobs(benchmark::State& state, const GeneratedNetwork& network,
              void (*readResults)(const GeneratedNetwork&, const Job&)) {
   Stopwatch stopwatch(state);
-  for (auto _ : state) {
+  while (state.KeepRunning()) {
     stopwatch.Start();
     const Job job;
     Enter(network, job);

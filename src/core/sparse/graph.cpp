@@ -51,7 +51,7 @@ Graph GroupGraph(const UnknownPattern& pattern) {
   return graph;
 }
 
-Graph Subgraph(const Graph& graph, const std::vector<std::int8_t>& part, std::int8_t wanted,
+Graph Subgraph(const Graph& graph, const std::vector<std::uint8_t>& part, std::uint8_t wanted,
                std::vector<std::int32_t>& numberIn) {
   std::int32_t count = 0;
   for (std::size_t v = 0; v < part.size(); ++v) {

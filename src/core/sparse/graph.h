@@ -39,7 +39,7 @@ Graph GroupGraph(const UnknownPattern& pattern);
 
 // The part of a graph on the vertices for which part[v] == wanted, in their order.  `numberIn`
 // receives their numbers in the new graph (by old vertex; others keep what stands there).
-Graph Subgraph(const Graph& graph, const std::vector<std::int8_t>& part, std::int8_t wanted,
+Graph Subgraph(const Graph& graph, const std::vector<std::uint8_t>& part, std::uint8_t wanted,
                std::vector<std::int32_t>& numberIn);
 
 }  // namespace brenu

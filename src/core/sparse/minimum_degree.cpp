@@ -60,8 +60,10 @@ class BitRows {
 std::vector<std::int32_t> MinimumDegreeOrder(const Graph& graph) {
   constexpr int kDone = std::numeric_limits<int>::max();
   BitRows rows(graph);
-  std::vector<int> degree;
-  for (std::int32_t v = 0; v < graph.Count(); ++v) degree.push_back(rows.Degree(v));
+  std::vector<int> degree(graph.weights.size());
+  for (std::int32_t v = 0; v < graph.Count(); ++v) {
+    degree[static_cast<std::size_t>(v)] = rows.Degree(v);
+  }
 
   std::vector<std::int32_t> order;
   for (std::size_t k = 0; k < degree.size(); ++k) {

@@ -63,7 +63,7 @@ std::vector<std::int32_t> NestedDissectionOrder(Graph graph) {
     place(members[Separation::kSeparator]);
     std::size_t end = part.end - members[Separation::kSeparator].size();
     numberIn.resize(part.graph.weights.size());
-    for (const std::int8_t side : {std::int8_t{1}, std::int8_t{0}}) {
+    for (const std::uint8_t side : {std::uint8_t{1}, std::uint8_t{0}}) {
       Graph half = Subgraph(part.graph, cut.part, side, numberIn);
       for (std::int32_t& v : members[side]) v = part.vertices[static_cast<std::size_t>(v)];
       const std::size_t size = members[side].size();

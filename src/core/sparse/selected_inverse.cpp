@@ -96,11 +96,14 @@ class Inversion {
     const std::size_t size = places.size();
     for (std::size_t j = 0; j < size; ++j) {
       const std::ptrdiff_t place = places[j];
-      const double* const column =
-          place < parent.width ? panel + place * parent.Height()
-                               : zBelow + (place - parent.width) * parent.rowCount - parent.width;
+      const bool inPanel = place < parent.width;
+      const double* const source = inPanel ? panel : zBelow;
+      // Where row 0 of the column would stand.
+      const std::ptrdiff_t column = inPanel
+                                        ? place * parent.Height()
+                                        : (place - parent.width) * parent.rowCount - parent.width;
       for (std::size_t i = j; i < size; ++i) {
-        square[j * size + i] = square[i * size + j] = column[places[i]];
+        square[j * size + i] = square[i * size + j] = source[column + places[i]];
       }
     }
   }

@@ -43,7 +43,7 @@ Separation GrowFrom(const Graph& graph, std::int32_t start) {
   for (const std::int32_t v : queue) {
     if (cut.part[static_cast<std::size_t>(v)] != 0) continue;
     for (const std::int32_t u : graph.Neighbours(v)) {
-      std::int8_t& part = cut.part[static_cast<std::size_t>(u)];
+      std::uint8_t& part = cut.part[static_cast<std::size_t>(u)];
       if (part == 1) part = Separation::kSeparator;
     }
   }
@@ -68,7 +68,7 @@ Separation CutDirectly(const Graph& graph) {
 void Separation::Weigh(const Graph& graph) {
   weights = {};
   for (std::size_t v = 0; v < part.size(); ++v) {
-    weights[static_cast<std::size_t>(part[v])] += graph.weights[v];
+    weights[part[v]] += graph.weights[v];
   }
 }
 
@@ -97,7 +97,7 @@ Separation FindSeparator(const Graph& graph) {
   while (!levels.empty()) {
     const CoarseGraph coarse = std::move(levels.back());
     levels.pop_back();
-    std::vector<std::int8_t> part(coarse.coarseOf.size());
+    std::vector<std::uint8_t> part(coarse.coarseOf.size());
     std::transform(coarse.coarseOf.begin(), coarse.coarseOf.end(), part.begin(),
                    [&](std::int32_t c) { return cut.part[static_cast<std::size_t>(c)]; });
     cut.part = std::move(part);

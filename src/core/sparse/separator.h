@@ -11,9 +11,9 @@ namespace brenu {
 
 // The vertices of a graph in two parts that no edge connects, and the separator between them.
 struct Separation {
-  static constexpr std::int8_t kSeparator = 2;
+  static constexpr std::uint8_t kSeparator = 2;
 
-  std::vector<std::int8_t> part;          // by vertex: 0, 1 or kSeparator
+  std::vector<std::uint8_t> part;         // by vertex: 0, 1 or kSeparator
   std::array<std::int64_t, 3> weights{};  // of the two parts and the separator
 
   // Sums up the weights of the parts.

@@ -10,7 +10,10 @@ namespace {
 constexpr int kMostPasses = 8;
 constexpr int kMovesWithoutGain = 120;  // a pass gives up after so many
 
+using Part = std::uint8_t;  // as in Separation
+
 std::size_t At(std::int32_t v) { return static_cast<std::size_t>(v); }
+Part Opposite(Part side) { return side == 0 ? 1 : 0; }
 
 // One vertex leaves the separator for a part; its neighbours in the other part take its place.
 //
@@ -38,11 +41,11 @@ class Refinement {
     std::size_t bestLength = 0;
     int withoutGain = 0;
     while (withoutGain < kMovesWithoutGain) {
-      const int side = ChooseSide();
-      if (side < 0) break;
+      const Part side = ChooseSide();
+      if (side == Separation::kSeparator) break;
       const std::int32_t v = m_candidates[side].top().vertex;
       m_candidates[side].pop();
-      Move(v, static_cast<std::int8_t>(side));
+      Move(v, side);
       ++withoutGain;
       if (m_cut.IsBetterThan(best)) {
         best.weights = m_cut.weights;
@@ -64,28 +67,28 @@ class Refinement {
   };
   struct Change {
     std::int32_t vertex;
-    std::int8_t before;
+    Part before;
   };
 
-  std::int64_t Gain(std::int32_t v, int side) const {
-    return m_graph.WeightOf(v) - m_reach[1 - side][At(v)];
+  std::int64_t Gain(std::int32_t v, Part side) const {
+    return m_graph.WeightOf(v) - m_reach[Opposite(side)][At(v)];
   }
   void Offer(std::int32_t v) {
     if (m_movedIn[At(v)] == m_pass) return;
-    for (const int side : {0, 1}) m_candidates[side].push({Gain(v, side), v});
+    for (const Part side : {Part{0}, Part{1}}) m_candidates[side].push({Gain(v, side), v});
   }
   // Vertex v has come into the separator.
   void Enter(std::int32_t v) {
     m_reach[0][At(v)] = m_reach[1][At(v)] = 0;
     for (const std::int32_t u : m_graph.Neighbours(v)) {
-      const std::int8_t part = m_cut.part[At(u)];
+      const Part part = m_cut.part[At(u)];
       if (part != Separation::kSeparator) m_reach[part][At(v)] += m_graph.WeightOf(u);
     }
     Offer(v);
   }
 
   // Drops entries that are out of date; false when none is left.
-  bool HasCandidate(int side) {
+  bool HasCandidate(Part side) {
     auto& queue = m_candidates[side];
     while (!queue.empty()) {
       const Candidate& c = queue.top();
@@ -97,31 +100,31 @@ class Refinement {
     }
     return false;
   }
-  // The part into which the best move goes, -1 when there is none.
-  int ChooseSide() {
-    const int lighter = m_cut.weights[0] <= m_cut.weights[1] ? 0 : 1;
-    const int heavier = 1 - lighter;
+  // The part into which the best move goes, kSeparator when there is none.
+  Part ChooseSide() {
+    const Part lighter = m_cut.weights[0] <= m_cut.weights[1] ? 0 : 1;
+    const Part heavier = Opposite(lighter);
     const std::int64_t limit = m_cut.HeaviestAllowed();
     const bool toLighter = HasCandidate(lighter);
     const bool toHeavier =
         HasCandidate(heavier) &&
-        m_cut.weights[At(heavier)] + m_graph.WeightOf(m_candidates[heavier].top().vertex) <= limit;
-    if (!toHeavier) return toLighter ? lighter : -1;
+        m_cut.weights[heavier] + m_graph.WeightOf(m_candidates[heavier].top().vertex) <= limit;
+    if (!toHeavier) return toLighter ? lighter : Separation::kSeparator;
     if (!toLighter) return heavier;
     const bool better = m_candidates[heavier].top().gain > m_candidates[lighter].top().gain;
     return better ? heavier : lighter;
   }
 
-  void SetPart(std::int32_t v, std::int8_t part) {
-    std::int8_t& current = m_cut.part[At(v)];
+  void SetPart(std::int32_t v, Part part) {
+    Part& current = m_cut.part[At(v)];
     m_log.push_back({v, current});
-    m_cut.weights[At(current)] -= m_graph.WeightOf(v);
-    m_cut.weights[At(part)] += m_graph.WeightOf(v);
+    m_cut.weights[current] -= m_graph.WeightOf(v);
+    m_cut.weights[part] += m_graph.WeightOf(v);
     current = part;
   }
 
-  void Move(std::int32_t v, std::int8_t side) {
-    const auto other = static_cast<std::int8_t>(1 - side);
+  void Move(std::int32_t v, Part side) {
+    const Part other = Opposite(side);
     SetPart(v, side);
     m_movedIn[At(v)] = m_pass;
     for (const std::int32_t u : m_graph.Neighbours(v)) {

@@ -63,11 +63,14 @@ class Factorisation {
     const auto places = m_symbolic.RowsInParent(child);
     for (std::size_t j = 0; j < places.size(); ++j) {
       const std::ptrdiff_t place = places[j];
-      double* const column = place < parent.width
-                                 ? panel + place * parent.Height()
-                                 : update + (place - parent.width) * parent.rowCount - parent.width;
+      const bool inPanel = place < parent.width;
+      double* const target = inPanel ? panel : update;
+      // Where row 0 of the column would stand.
+      const std::ptrdiff_t column = inPanel
+                                        ? place * parent.Height()
+                                        : (place - parent.width) * parent.rowCount - parent.width;
       const double* const from = childUpdate + j * places.size();
-      for (std::size_t i = j; i < places.size(); ++i) column[places[i]] += from[i];
+      for (std::size_t i = j; i < places.size(); ++i) target[column + places[i]] += from[i];
     }
   }
 
