@@ -75,6 +75,8 @@ T21 0 5337872.233 4474017.437 0
 TRIANGULATION_LONG_SIGHTS = ["K1 K2", "K3 K4"]  # control points that see each other
 TRIANGULATION_REACH = 2300.0  # metres; points nearer than this see each other
 TRIANGULATION_AZIMUTH = "K1 K2"
+BLUNDERED_DIRECTION = ("T10", "T05")
+BLUNDERED_DISTANCE = ("T05", "T09")
 
 COMBINED = """
 C1 11 5346745.374 4459196.033 431.4680   N01 0 5346879.568 4459571.989 410.7731
@@ -268,6 +270,17 @@ def pillars():
     )
 
 
+def blunders():
+    """The triangulation with two gross errors: a direction 40" too large, a distance 60 mm."""
+    net = triangulation()
+    direction, distance = net.sights[BLUNDERED_DIRECTION], net.sights[BLUNDERED_DISTANCE]
+    whole, fraction = direction["direction"].split(".")
+    angle = int(whole) + int(fraction[:2]) / 60 + int(fraction[2:]) / 36000
+    direction["direction"] = dms(math.radians(angle) + 40 / RHO)
+    distance["distance"] = f"{float(distance['distance']) + 0.060:.4f}"
+    return net
+
+
 # ---- Files ----
 
 FIELDS = ("direction", "distance", "height", "azimuth")
@@ -308,6 +321,7 @@ def main():
         "levelling.txt": project_file(levelling()),
         "traverse.txt": project_file(traverse()),
         "triangulation.txt": project_file(triangulation()),
+        "blunders.txt": project_file(blunders()),
         "combined.txt": project_file(combined()),
         "station-file.txt": station_file(pillars()),
     }

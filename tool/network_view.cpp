@@ -29,6 +29,10 @@ NetworkFigures FiguresOf(const AdjustmentContext& context, Network network) {
   return figures;
 }
 
+bool HasOrdinaryFormat(const AdjustmentContext& context) {
+  return context.param.format != kFormatNoOrientation && !IsDistancesOnly(context);
+}
+
 bool IsDistancesOnly(const AdjustmentContext& context) {
   return context.param.format == kFormatDistancesOnly;
 }

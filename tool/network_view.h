@@ -33,6 +33,8 @@ struct NetworkFigures {
 std::vector<Network> AdjustedNetworks(const AdjustmentContext& context);
 NetworkFigures FiguresOf(const AdjustmentContext& context, Network network);
 
+// The formats: ordinary, distances only, and otherwise traverses without orientation.
+bool HasOrdinaryFormat(const AdjustmentContext& context);
 bool IsDistancesOnly(const AdjustmentContext& context);
 bool IsControl(const PointData& point, Network network);
 
