@@ -44,11 +44,10 @@ std::string TraverseText(AdjustmentContext& context, const AdjustOptions& option
 
 // Options that the format of the file does not allow.
 std::optional<Fault> UnfitOption(const AdjustmentContext& context, const AdjustOptions& options) {
-  if (HasOrdinaryFormat(context)) return std::nullopt;
-  if (options.alpha) {
+  if (options.alpha && !IsOrdinary(context)) {
     return Fault{kFileOrUsage, "data snooping needs a network of format 0; leave out --snoop"};
   }
-  if (!IsDistancesOnly(context) && !options.resultFile.empty()) {
+  if (IsUnoriented(context) && !options.resultFile.empty()) {
     return Fault{kFileOrUsage,
                  "traverses without orientation (format 1) have neither residuals nor precision to "
                  "report; leave out --result"};
@@ -58,7 +57,7 @@ std::optional<Fault> UnfitOption(const AdjustmentContext& context, const AdjustO
 
 std::optional<Fault> Compute(AdjustmentContext& context, const AdjustOptions& options) {
   if (IsDistancesOnly(context)) return AdjustDistancesOnly(context);
-  if (!HasOrdinaryFormat(context)) return ComputeTraverses(context);
+  if (IsUnoriented(context)) return ComputeTraverses(context);
   return options.alpha ? SnoopNetwork(context, *options.alpha) : AdjustNetwork(context);
 }
 
@@ -86,8 +85,7 @@ std::optional<Fault> Adjust(AdjustmentContext& context, const AdjustOptions& opt
   SayDoubts(context, options.file);
   if (auto fault = WriteClosures(context, options)) return fault;
   if (auto fault = Compute(context, options)) return fault;
-  text = IsDistancesOnly(context) || HasOrdinaryFormat(context) ? NetworkText(context, options)
-                                                                : TraverseText(context, options);
+  text = IsUnoriented(context) ? TraverseText(context, options) : NetworkText(context, options);
   if (options.resultFile.empty()) return std::nullopt;
   return WriteResultFile(context, options.resultFile);
 }

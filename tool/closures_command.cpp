@@ -14,7 +14,7 @@ namespace {
 
 std::optional<Fault> Check(AdjustmentContext& context, const std::string& path, std::string& text) {
   if (auto sentence = FindDataFault(context)) return Fault{kFileOrUsage, *sentence};
-  if (!HasOrdinaryFormat(context) && !IsDistancesOnly(context)) {
+  if (IsUnoriented(context)) {
     if (auto fault = ComputeTraverses(context)) return fault;
     text = "Traverses without orientation, no limits\n" + TraverseSummary(context);
     return std::nullopt;

@@ -53,7 +53,7 @@ std::optional<Fault> AdjustDistancesOnly(AdjustmentContext& context) {
 }
 
 std::optional<Fault> ComputeClosures(AdjustmentContext& context) {
-  if (!HasOrdinaryFormat(context)) return std::nullopt;
+  if (!IsOrdinary(context)) return std::nullopt;
   if (!ApproxCalc(&context)) return Failed(ExplainNoApproximation(context));
   CalculateCloseError(&context);  // from here on false means that there are none
   return std::nullopt;
@@ -61,7 +61,7 @@ std::optional<Fault> ComputeClosures(AdjustmentContext& context) {
 
 std::string NoClosures(const AdjustmentContext& context) {
   if (IsDistancesOnly(context)) return "distances alone (format 3) have no closure errors";
-  if (!HasOrdinaryFormat(context)) {
+  if (IsUnoriented(context)) {
     return "traverses without orientation (format 1) have no closure errors with limits";
   }
   return "there are no closure errors: no line or traverse joins two control points and no loop "

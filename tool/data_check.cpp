@@ -17,6 +17,11 @@ bool AreFinite(const ObsData& o) {
          std::isfinite(o.azimuth);
 }
 
+// Traverses without orientation are computed without weights.
+bool HasWeightsInPlane(AdjustmentContext& context) {
+  return HasPlane(GetNetType(&context)) && !IsUnoriented(context);
+}
+
 // Of an observation in the plane.
 std::optional<std::string> WeightFault(const AdjParam& param, const Observation& o) {
   if (HasDistance(o.data) && !IsPositive(param.MS + param.MR * o.data.distance)) {
@@ -48,7 +53,7 @@ std::optional<std::string> FindDataFault(const AdjustmentContext& context) {
 }
 
 std::optional<std::string> FindWeightFault(AdjustmentContext& context) {
-  if (!HasPlane(GetNetType(&context))) return std::nullopt;
+  if (!HasWeightsInPlane(context)) return std::nullopt;
   for (const Observation& o : ObservationsOf(context)) {
     if (auto fault = WeightFault(context.param, o)) return fault;
   }
@@ -56,7 +61,7 @@ std::optional<std::string> FindWeightFault(AdjustmentContext& context) {
 }
 
 std::optional<std::string> DoubtAboutDistanceErrors(AdjustmentContext& context) {
-  if (!HasPlane(GetNetType(&context))) return std::nullopt;
+  if (!HasWeightsInPlane(context)) return std::nullopt;
   double sum = 0.0;
   int count = 0;
   for (const Observation& o : ObservationsOf(context)) {
@@ -75,7 +80,7 @@ std::optional<std::string> DoubtAboutDistanceErrors(AdjustmentContext& context) 
 }
 
 std::optional<std::string> DoubtAboutFormat(AdjustmentContext& context) {
-  if (HasOrdinaryFormat(context)) return std::nullopt;
+  if (IsOrdinary(context)) return std::nullopt;
   if (GetNetType(&context) == kPlaneAndLevelling) {
     return "formats 1 and 3 compute the plane only; adjust the heights as a job of their own";
   }

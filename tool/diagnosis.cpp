@@ -95,7 +95,7 @@ std::optional<std::string> FindMissingPart(AdjustmentContext& context) {
   if (context.store.Observations().empty()) {
     return "the file holds points but no observations; add observations";
   }
-  if (!HasOrdinaryFormat(context) && !HasPlane(type)) {
+  if (!IsOrdinary(context) && !HasPlane(type)) {
     return "formats 1 (traverses without orientation) and 3 (distances only) need points with "
            "known X and Y; correct the format or the types of the points";
   }
@@ -138,9 +138,8 @@ std::string ExplainNoSolution(AdjustmentContext& context) {
 
 std::string ExplainNoSnooping(AdjustmentContext& context) {
   if (!LeastSquareAdj(&context)) return ExplainNoSolution(context);
-  return "data snooping took out so many observations that the rest does not determine the "
-         "network; "
-         "give a smaller ALPHA, and look for points with hardly a check";
+  return "data snooping took out observations that the network cannot do without; take out lines "
+         "to points that hang on a single one, which it cannot judge, or give a smaller ALPHA";
 }
 
 std::optional<std::string> FindUndeterminedPlane(AdjustmentContext& context) {

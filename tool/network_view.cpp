@@ -29,8 +29,12 @@ NetworkFigures FiguresOf(const AdjustmentContext& context, Network network) {
   return figures;
 }
 
-bool HasOrdinaryFormat(const AdjustmentContext& context) {
-  return context.param.format != kFormatNoOrientation && !IsDistancesOnly(context);
+bool IsUnoriented(const AdjustmentContext& context) {
+  return context.param.format == kFormatNoOrientation;
+}
+
+bool IsOrdinary(const AdjustmentContext& context) {
+  return !IsUnoriented(context) && !IsDistancesOnly(context);
 }
 
 bool IsDistancesOnly(const AdjustmentContext& context) {

@@ -23,6 +23,13 @@ struct Crossing {
   double quality;  // sine of the angle at which the circles meet
 };
 
+// Points nearer than this to X = 0 count as not placed.
+constexpr double kNotPlaced = 1e-7;
+
+std::string ExplainZero(const std::string& point) {
+  return point + " lies at X = 0, which stands for not placed; add a constant to all X";
+}
+
 Circle CircleOf(const CircleRecord& record) { return {{record.x, record.y}, record.radius}; }
 
 double Distance(const Position& a, const Position& b) { return std::hypot(b.x - a.x, b.y - a.y); }
@@ -70,6 +77,9 @@ Placing::Placing(AdjustmentContext& context) : m_context(context) {
 }
 
 std::optional<std::string> Placing::Run() {
+  for (const auto& [name, place] : m_placed) {
+    if (std::fabs(place.x) < kNotPlaced) return ExplainZero("the control point " + Printable(name));
+  }
   if (!JudgeTrilateration(&m_context) || !InitializeDataTrilateration(&m_context)) {
     return "the network of distances cannot be set up; check that the points have observations";
   }
@@ -77,7 +87,7 @@ std::optional<std::string> Placing::Run() {
     if (!PlaceGoodPoints() && !PlaceBestPoint()) return ExplainRest();
   }
   if (TrilaterationDirection(&m_context)) return std::nullopt;
-  return "a new point was placed at X = 0, which stands for not placed; add a constant to all X";
+  return ExplainZero("a new point");
 }
 
 bool Placing::PlaceGoodPoints() {
