@@ -93,6 +93,8 @@ T21 0 5337872.233 4474017.437 0
 TRIANGULATION_LONG_SIGHTS = ["K1 K2", "K3 K4"]  # control points that see each other
 TRIANGULATION_REACH = 2300.0  # metres; points nearer than this see each other
 TRIANGULATION_AZIMUTH = "K1 K2"
+BLUNDERED_DIRECTION = ("T10", "T05")
+BLUNDERED_DISTANCE = ("T05", "T09")
 
 TRILATERATION = """
 E1 10 5341830.552 4461207.318 0     E2 10 5341902.147 4462515.904 0
@@ -317,6 +319,17 @@ def pillars():
     )
 
 
+def blunders():
+    """The triangulation with two gross errors: a direction 40" too large, a distance 60 mm."""
+    net = triangulation()
+    direction, distance = net.sights[BLUNDERED_DIRECTION], net.sights[BLUNDERED_DISTANCE]
+    whole, fraction = direction["direction"].split(".")
+    angle = int(whole) + int(fraction[:2]) / 60 + int(fraction[2:]) / 36000
+    direction["direction"] = dms(math.radians(angle) + 40 / RHO)
+    distance["distance"] = f"{float(distance['distance']) + 0.060:.4f}"
+    return net
+
+
 # ---- Files ----
 
 FIELDS = ("direction", "distance", "height", "azimuth")
@@ -360,6 +373,7 @@ def main():
         "closed-traverse.txt": project_file(closed_traverse()),
         "unoriented-traverse.txt": project_file(unoriented_traverse()),
         "triangulation.txt": project_file(triangulation()),
+        "blunders.txt": project_file(blunders()),
         "combined.txt": project_file(combined()),
         "station-file.txt": station_file(pillars()),
         "trilateration.txt": station_file(trilateration()),

@@ -1,80 +1,105 @@
 #include "adjust_command.h"
 
-#include <cstdio>
-#include <memory>
-#include <optional>
 #include <vector>
 
-#include "brenu/brenu.h"
+#include "api/adjustment_context.h"
+#include "command.h"
+#include "computation.h"
 #include "data_check.h"
-#include "diagnosis.h"
-#include "direction_check.h"
-#include "format.h"
-#include "load.h"
 #include "network_view.h"
 #include "point_table.h"
+#include "report_files.h"
 #include "summary.h"
+#include "taken_out.h"
+#include "traverse_text.h"
 
 namespace brenu::tool {
 
 namespace {
 
-struct CloseJob {
-  void operator()(AdjustmentContext* context) const { EndAdjustment(context); }
-};
-using Job = std::unique_ptr<AdjustmentContext, CloseJob>;
-
-void Say(const std::string& path, const std::string& sentence) {
-  std::fprintf(stderr, "brenu: %s: %s\n", Printable(path).c_str(), sentence.c_str());
-}
-
-std::optional<Fault> Adjust(AdjustmentContext* context) {
-  if (auto sentence = FindDataFault(*context)) return Fault{kFileOrUsage, *sentence};
-  if (!ApproxCalc(context)) return Fault{kComputationFailed, ExplainNoApproximation(*context)};
-  if (auto sentence = FindTurnedDirection(*context)) return Fault{kComputationFailed, *sentence};
-  if (!LeastSquareAdj(context)) return Fault{kComputationFailed, ExplainNoSolution(*context)};
-  if (auto sentence = FindSenselessResult(*context)) return Fault{kComputationFailed, *sentence};
-  if (auto sentence = FindTurnedDirection(*context)) return Fault{kComputationFailed, *sentence};
-  return std::nullopt;
-}
-
-std::string ResultText(AdjustmentContext* context) {
-  const auto networks = AdjustedNetworks(*context);
-  const auto observations = ObservationsOf(*context);
+std::string NetworkText(AdjustmentContext& context, const AdjustOptions& options) {
+  const auto networks = AdjustedNetworks(context);
+  const auto observations = ObservationsOf(context);
   std::string text;
   for (const Network network : networks) {
+    if (!text.empty()) text += '\n';
     text += network == Network::kHeights ? "Levelling network\n" : "Plane network\n";
-    text += Summary(context, network, observations) + '\n';
+    text += Summary(&context, network, observations);
   }
+  if (options.alpha) text += '\n' + TakenOutText(context, networks, observations);
+  if (options.summaryOnly) return text;
   for (const Network network : networks) {
-    text += network == Network::kHeights ? "Adjusted heights" : "Adjusted coordinates";
-    text += " (* control point)\n" + PointTable(context, network);
-    if (network != networks.back()) text += '\n';
+    text += network == Network::kHeights ? "\nAdjusted heights" : "\nAdjusted coordinates";
+    text += " (* control point)\n" + PointTable(&context, network);
   }
   return text;
 }
 
+std::string TraverseText(AdjustmentContext& context, const AdjustOptions& options) {
+  std::string text = "Traverses without orientation\n" + TraverseSummary(context);
+  if (options.summaryOnly) return text;
+  text += "\nCoordinates (* control point)\n" + CoordinateTable(&context);
+  return text + TraverseTables(context);
+}
+
+// Options that the format of the file does not allow.
+std::optional<Fault> UnfitOption(const AdjustmentContext& context, const AdjustOptions& options) {
+  if (options.alpha && !IsOrdinary(context)) {
+    return Fault{kFileOrUsage, "data snooping needs a network of format 0; leave out --snoop"};
+  }
+  if (IsUnoriented(context) && !options.resultFile.empty()) {
+    return Fault{kFileOrUsage,
+                 "traverses without orientation (format 1) have neither residuals nor precision to "
+                 "report; leave out --result"};
+  }
+  return std::nullopt;
+}
+
+std::optional<Fault> Compute(AdjustmentContext& context, const AdjustOptions& options) {
+  if (IsDistancesOnly(context)) return AdjustDistancesOnly(context);
+  if (IsUnoriented(context)) return ComputeTraverses(context);
+  return options.alpha ? SnoopNetwork(context, *options.alpha) : AdjustNetwork(context);
+}
+
+void SayDoubts(AdjustmentContext& context, const std::string& file) {
+  for (const auto& doubt : {DoubtAboutDistanceErrors(context), DoubtAboutFormat(context)}) {
+    if (doubt) Say(file, "warning: " + *doubt);
+  }
+}
+
+// Closure errors go first: they recompute the approximate values.
+std::optional<Fault> WriteClosures(AdjustmentContext& context, const AdjustOptions& options) {
+  if (options.closureFile.empty()) return std::nullopt;
+  if (auto fault = ComputeClosures(context)) return fault;
+  if (GetCloseErrorCount(&context) > 0) return WriteClosureFile(context, options.closureFile);
+  Say(options.file, NoClosures(context) + ", so that no closure report is written");
+  return std::nullopt;
+}
+
+std::optional<Fault> Adjust(AdjustmentContext& context, const AdjustOptions& options,
+                            std::string& text) {
+  if (auto fault = UnfitOption(context, options)) return fault;
+  for (const auto& sentence : {FindDataFault(context), FindWeightFault(context)}) {
+    if (sentence) return Fault{kFileOrUsage, *sentence};
+  }
+  SayDoubts(context, options.file);
+  if (auto fault = WriteClosures(context, options)) return fault;
+  if (auto fault = Compute(context, options)) return fault;
+  text = IsUnoriented(context) ? TraverseText(context, options) : NetworkText(context, options);
+  if (options.resultFile.empty()) return std::nullopt;
+  return WriteResultFile(context, options.resultFile);
+}
+
 }  // namespace
 
-ExitStatus RunAdjust(const std::string& path) {
-  const Job job(StartAdjustment());
-  std::vector<std::string> warnings;
-  std::optional<Fault> fault = LoadFile(job.get(), path, warnings);
-  if (!fault) {
-    if (auto doubt = DoubtAboutDistanceErrors(*job)) warnings.push_back(*doubt);
-    for (const std::string& warning : warnings) Say(path, "warning: " + warning);
-    fault = Adjust(job.get());
+ExitStatus RunAdjust(const AdjustOptions& options) {
+  if (auto sentence = FindSharedFile({options.file, options.resultFile, options.closureFile})) {
+    Say(options.file, *sentence);
+    return kFileOrUsage;
   }
-  if (fault) {
-    Say(path, fault->sentence);
-    return fault->status;
-  }
-  const std::string text = ResultText(job.get());
-  const bool written =
-      std::fwrite(text.data(), 1, text.size(), stdout) == text.size() && std::fflush(stdout) == 0;
-  if (written) return kDone;
-  Say(path, "the results cannot be written to the standard output; make room for them");
-  return kFileOrUsage;
+  return RunOnFile(options.file, [&](AdjustmentContext& context, std::string& text) {
+    return Adjust(context, options, text);
+  });
 }
 
 }  // namespace brenu::tool

@@ -1,13 +1,21 @@
 #pragma once
 
+#include <optional>
 #include <string>
 
 #include "fault.h"
 
 namespace brenu::tool {
 
-// brenu adjust FILE: prints a summary and the adjusted points on the standard output; warnings and
-// what went wrong, one sentence each, on the standard error.
-ExitStatus RunAdjust(const std::string& path);
+struct AdjustOptions {
+  std::string file;
+  std::string resultFile, closureFile;  // where the reports go; empty for none
+  std::optional<double> alpha;          // for data snooping: its level of significance, in (0, 1)
+  bool summaryOnly = false;             // no tables of points
+};
+
+// brenu adjust FILE: prints a summary and the adjusted points on the standard output and writes the
+// reports asked for.
+ExitStatus RunAdjust(const AdjustOptions& options);
 
 }  // namespace brenu::tool

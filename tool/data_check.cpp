@@ -17,42 +17,51 @@ bool AreFinite(const ObsData& o) {
          std::isfinite(o.azimuth);
 }
 
-std::optional<std::string> ObservationFault(const AdjParam& param, bool inPlane,
-                                            const Observation& o) {
-  const std::string line = Line(o.stationName, o.target);
-  const ObsData& data = o.data;
-  if (!AreFinite(data)) {
-    return "an observation of the line " + line + " is no finite number; correct it";
-  }
-  if (data.distance < 0.0) return "the distance " + line + " is negative; correct it";
-  if (!inPlane) return std::nullopt;
-  if (HasDistance(data) && !IsPositive(param.MS + param.MR * data.distance)) {
-    return "the a-priori error MS + MR * S of the distance " + line +
+// Traverses without orientation are computed without weights.
+bool HasWeightsInPlane(AdjustmentContext& context) {
+  return HasPlane(GetNetType(&context)) && !IsUnoriented(context);
+}
+
+// Of an observation in the plane.
+std::optional<std::string> WeightFault(const AdjParam& param, const Observation& o) {
+  if (HasDistance(o.data) && !IsPositive(param.MS + param.MR * o.data.distance)) {
+    return "the a-priori error MS + MR * S of the distance " + Line(o.stationName, o.target) +
            " is not positive; correct MS and MR";
   }
-  if ((HasDirection(data) || HasAzimuth(data)) && !IsPositive(param.MO)) {
-    return std::string("the a-priori error of the directions is not positive; correct MO");
+  if ((HasDirection(o.data) || HasAzimuth(o.data)) && !IsPositive(param.MO)) {
+    return "the a-priori error of the directions is not positive; correct MO";
   }
   return std::nullopt;
 }
 
 }  // namespace
 
-std::optional<std::string> FindDataFault(AdjustmentContext& context) {
+std::optional<std::string> FindDataFault(const AdjustmentContext& context) {
   for (const auto& [index, point] : context.store.Points()) {
     if (std::isfinite(point.x) && std::isfinite(point.y) && std::isfinite(point.h)) continue;
     return "a coordinate of the point " + Printable(NameOf(point)) +
            " is no finite number; correct it";
   }
-  const bool inPlane = HasPlane(GetNetType(&context));
   for (const Observation& o : ObservationsOf(context)) {
-    if (auto fault = ObservationFault(context.param, inPlane, o)) return fault;
+    const std::string line = Line(o.stationName, o.target);
+    if (!AreFinite(o.data)) {
+      return "an observation of the line " + line + " is no finite number; correct it";
+    }
+    if (o.data.distance < 0.0) return "the distance " + line + " is negative; correct it";
+  }
+  return std::nullopt;
+}
+
+std::optional<std::string> FindWeightFault(AdjustmentContext& context) {
+  if (!HasWeightsInPlane(context)) return std::nullopt;
+  for (const Observation& o : ObservationsOf(context)) {
+    if (auto fault = WeightFault(context.param, o)) return fault;
   }
   return std::nullopt;
 }
 
 std::optional<std::string> DoubtAboutDistanceErrors(AdjustmentContext& context) {
-  if (!HasPlane(GetNetType(&context))) return std::nullopt;
+  if (!HasWeightsInPlane(context)) return std::nullopt;
   double sum = 0.0;
   int count = 0;
   for (const Observation& o : ObservationsOf(context)) {
@@ -68,6 +77,21 @@ std::optional<std::string> DoubtAboutDistanceErrors(AdjustmentContext& context) 
          Fixed(error, 0) +
          " m, so that distances hardly count; they are in metres, 5 mm + 5 ppm is MS:0.005 and "
          "MR:0.000005";
+}
+
+std::optional<std::string> DoubtAboutFormat(AdjustmentContext& context) {
+  if (IsOrdinary(context)) return std::nullopt;
+  if (GetNetType(&context) == kPlaneAndLevelling) {
+    return "formats 1 and 3 compute the plane only; adjust the heights as a job of their own";
+  }
+  if (!IsDistancesOnly(context)) return std::nullopt;
+  for (const Observation& o : ObservationsOf(context)) {
+    if (!HasDirection(o.data) && !HasAzimuth(o.data)) continue;
+    return "directions and azimuths take no part with format 3, but count in the redundancy, so "
+           "that m0 and the standard errors come out too small; every line of a station file has "
+           "a direction";
+  }
+  return std::nullopt;
 }
 
 }  // namespace brenu::tool

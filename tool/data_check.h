@@ -7,11 +7,17 @@
 
 namespace brenu::tool {
 
-// A sentence about data that no network can be computed with: numbers that are not finite,
-// negative distances, a-priori errors that give no weight.
-std::optional<std::string> FindDataFault(AdjustmentContext& context);
+// A sentence about data that nothing can be computed with: numbers that are not finite, negative
+// distances.
+std::optional<std::string> FindDataFault(const AdjustmentContext& context);
+
+// A sentence about a-priori errors that give observations no weight.
+std::optional<std::string> FindWeightFault(AdjustmentContext& context);
 
 // A sentence when the a-priori errors of the distances look as if they were in millimetres.
 std::optional<std::string> DoubtAboutDistanceErrors(AdjustmentContext& context);
+
+// A sentence when the format leaves out, or only counts, what the file has.
+std::optional<std::string> DoubtAboutFormat(AdjustmentContext& context);
 
 }  // namespace brenu::tool

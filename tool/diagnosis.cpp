@@ -8,6 +8,7 @@
 
 #include "api/adjustment_context.h"
 #include "api/computations.h"
+#include "api/result_lookup.h"
 #include "format.h"
 #include "network_view.h"
 
@@ -35,17 +36,6 @@ std::vector<std::string_view> UnreachedPoints(const AdjustmentContext& context, 
     if (!net.IsReached(NameOf(point))) names.push_back(NameOf(point));
   }
   return names;
-}
-
-std::string HintOfFormat(const AdjustmentContext& context) {
-  if (context.param.format == kFormatNoOrientation) {
-    return " (format 1, traverses without orientation, is not computed by this program)";
-  }
-  if (IsDistancesOnly(context)) {
-    return " (format 3, distances only, needs approximate coordinates that this program cannot "
-           "compute)";
-  }
-  return "";
 }
 
 std::string ExplainUnreached(const std::vector<std::string_view>& names, const char* values,
@@ -93,16 +83,27 @@ std::optional<Observation> FindLineWithoutLength(AdjustmentContext& context) {
 
 }  // namespace
 
-std::string ExplainNoApproximation(AdjustmentContext& context) {
-  const auto& points = context.store.Points();
-  if (points.empty()) return "the file holds no points; add them and their observations";
-  if (context.netType == kNoControl) {
+std::optional<std::string> FindMissingPart(AdjustmentContext& context) {
+  if (context.store.Points().empty()) {
+    return "the file holds no points; add them and their observations";
+  }
+  const std::int32_t type = GetNetType(&context);
+  if (type == kNoControl) {
     return "no control point is among the points; give one or more the type 01 (height known), 10 "
            "(X and Y known) or 11 (both)";
   }
   if (context.store.Observations().empty()) {
     return "the file holds points but no observations; add observations";
   }
+  if (!IsOrdinary(context) && !HasPlane(type)) {
+    return "formats 1 (traverses without orientation) and 3 (distances only) need points with "
+           "known X and Y; correct the format or the types of the points";
+  }
+  return std::nullopt;
+}
+
+std::string ExplainNoApproximation(AdjustmentContext& context) {
+  if (auto sentence = FindMissingPart(context)) return *sentence;
   if (HasLevelling(context.netType)) {
     if (!HasLevelledDifference(context)) {
       return "bench marks are there but no levelled height difference; give each height difference "
@@ -120,24 +121,51 @@ std::string ExplainNoApproximation(AdjustmentContext& context) {
     if (!names.empty()) {
       return ExplainUnreached(names, "approximate coordinates",
                               "observe each with direction and distance, or by intersection, from "
-                              "oriented known stations") +
-             HintOfFormat(context);
+                              "oriented known stations");
     }
   }
   return kNoMemory;
 }
 
 std::string ExplainNoSolution(AdjustmentContext& context) {
-  if (IsDistancesOnly(context) && !HasPlane(context.netType)) {
-    return "format 3 (distances only) needs points with known X and Y; correct the format or the "
-           "types of the points";
-  }
   if (RunsOutOfMemory(context)) return kNoMemory;
   // Levelling equations are regular once every height is reached.
   const Network network = HasPlane(context.netType) ? Network::kPlane : Network::kHeights;
   return std::string("the normal equations of the ") + TitleOf(network) +
          " are singular; look for points that its observations do not determine, and for a-priori "
          "errors that leave them no weight";
+}
+
+std::string ExplainNoSnooping(AdjustmentContext& context) {
+  if (!LeastSquareAdj(&context)) return ExplainNoSolution(context);
+  return "data snooping took out observations that the network cannot do without; take out lines "
+         "to points that hang on a single one, which it cannot judge, or give a smaller ALPHA";
+}
+
+std::optional<std::string> FindUndeterminedPlane(AdjustmentContext& context) {
+  if (!HasPlane(context.netType)) return std::nullopt;
+  for (const Observation& o : ObservationsOf(context)) {
+    if (context.planeNet.IsControl(o.stationName) && context.planeNet.IsControl(o.target)) continue;
+    if (LineResult(context, o.station, o.target)) return std::nullopt;
+    return ExplainNoSnooping(context);
+  }
+  return std::nullopt;
+}
+
+std::optional<std::string> FindTraverseFault(AdjustmentContext& context, bool computed) {
+  if (auto sentence = FindMissingPart(context)) return sentence;
+  if (context.planeNet.Traverses().empty()) {
+    return "no traverse joins two control points; between its points each needs a distance, and "
+           "every point on the way directions to the one before and the one after";
+  }
+  const auto names = UnreachedPoints(context, context.planeNet);
+  if (!names.empty()) {
+    return ExplainUnreached(names, "coordinates",
+                            "lead a traverse between two control points over each, with all its "
+                            "distances and directions");
+  }
+  if (!computed) return kNoMemory;
+  return std::nullopt;
 }
 
 std::optional<std::string> FindSenselessResult(AdjustmentContext& context) {

@@ -6,8 +6,8 @@ namespace brenu::tool {
 
 enum ExitStatus : int {
   kDone = 0,
-  kComputationFailed = 1,  // the data were read, but the network cannot be computed
-  kFileOrUsage = 2,        // the file or the command line is at fault
+  kComputationFailed = 1,  // the network cannot be computed, or does not stand a check
+  kFileOrUsage = 2,        // a file or the command line is at fault
 };
 
 // Why the program cannot go on: one sentence that says what is wrong and what to do.

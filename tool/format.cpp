@@ -2,11 +2,18 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 
 #include "core/angles.h"
 #include "core/text_number.h"
 
 namespace brenu::tool {
+
+namespace {
+std::string TwoDigits(long value) {
+  return std::string(value < 10 ? 1 : 0, '0') + std::to_string(value);
+}
+}  // namespace
 
 std::string Fixed(double value, int decimals) {
   if (!std::isfinite(value)) return "-";
@@ -20,8 +27,19 @@ std::string Fixed(double value, int decimals) {
 std::string DegreesMinutes(double dms) {
   if (!std::isfinite(dms)) return "-";
   const auto minutes = static_cast<int>(std::lround(DmsToRad(dms) * 60.0 * 180.0 / kPi));
-  const int rest = minutes % 60;
-  return std::to_string(minutes / 60) + (rest < 10 ? " 0" : " ") + std::to_string(rest);
+  return std::to_string(minutes / 60) + ' ' + TwoDigits(minutes % 60);
+}
+
+std::string DegreesMinutesSeconds(double rad) {
+  if (!(rad >= 0.0 && rad < kTwoPi)) return "-";
+  constexpr long kFullCircle = 360L * 36000L;
+  const long tenths = std::lround(rad * kRho * 10.0) % kFullCircle;
+  std::string text = TwoDigits(tenths / 36000) + ' ' + TwoDigits(tenths / 600 % 60) + ' ';
+  return text + TwoDigits(tenths / 10 % 60) + '.' + std::to_string(tenths % 10);
+}
+
+std::string Ratio(std::int32_t n) {
+  return n == std::numeric_limits<std::int32_t>::max() ? "-" : "1:" + std::to_string(n);
 }
 
 std::string Printable(std::string_view text) {

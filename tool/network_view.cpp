@@ -29,6 +29,14 @@ NetworkFigures FiguresOf(const AdjustmentContext& context, Network network) {
   return figures;
 }
 
+bool IsUnoriented(const AdjustmentContext& context) {
+  return context.param.format == kFormatNoOrientation;
+}
+
+bool IsOrdinary(const AdjustmentContext& context) {
+  return !IsUnoriented(context) && !IsDistancesOnly(context);
+}
+
 bool IsDistancesOnly(const AdjustmentContext& context) {
   return context.param.format == kFormatDistancesOnly;
 }

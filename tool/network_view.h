@@ -33,7 +33,10 @@ struct NetworkFigures {
 std::vector<Network> AdjustedNetworks(const AdjustmentContext& context);
 NetworkFigures FiguresOf(const AdjustmentContext& context, Network network);
 
+// The formats: traverses without orientation, distances only, and ordinary ones.
+bool IsUnoriented(const AdjustmentContext& context);
 bool IsDistancesOnly(const AdjustmentContext& context);
+bool IsOrdinary(const AdjustmentContext& context);
 bool IsControl(const PointData& point, Network network);
 
 // By index.

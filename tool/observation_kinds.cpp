@@ -3,36 +3,25 @@
 #include <algorithm>
 #include <cmath>
 
+#include "api/result_lookup.h"
+
 namespace brenu::tool {
 
 namespace {
 
-template <auto Getter>
-std::optional<double> PlaneResidual(AdjustmentContext* context, const Observation& o) {
-  double residual = 0.0;
-  double adjusted = 0.0;
-  double apriori = 0.0;
-  if (!Getter(context, o.station, o.target, &residual, &adjusted, &apriori)) return std::nullopt;
-  return residual;
-}
-
-std::optional<double> HeightResidual(AdjustmentContext* context, const Observation& o) {
-  double residual = 0.0;
-  double adjusted = 0.0;
-  double sigma = 0.0;
-  double weight = 0.0;
-  if (!GetHeightObsResult(context, o.station, o.target, &residual, &adjusted, &sigma, &weight)) {
-    return std::nullopt;
-  }
-  return residual;
+template <auto LookUp>
+std::optional<ObservationResult> Find(AdjustmentContext& context, const Observation& o) {
+  const auto result = LookUp(context, o.station, o.target);
+  if (!result) return std::nullopt;
+  return ObservationResult{result->residual, result->removed};
 }
 
 constexpr ObservationKind kHeightKinds[] = {
-    {"height differences", "height difference", "mm", 1000.0, HeightResidual}};
+    {"height differences", "height difference", "mm", 1000.0, Find<HeightDiffResult>}};
 constexpr ObservationKind kPlaneKinds[] = {
-    {"distances", "distance", "mm", 1000.0, PlaneResidual<GetLengthResult>},
-    {"directions", "direction", "\"", 1.0, PlaneResidual<GetDirAngleResult>},
-    {"azimuths", "azimuth", "\"", 1.0, PlaneResidual<GetAzimuthResult>}};
+    {"distances", "distance", "mm", 1000.0, Find<DistanceResult>},
+    {"directions", "direction", "\"", 1.0, Find<DirectionResult>},
+    {"azimuths", "azimuth", "\"", 1.0, Find<AzimuthResult>}};
 
 }  // namespace
 
@@ -46,10 +35,14 @@ ResidualSummary SummariseResiduals(AdjustmentContext* context, const Observation
                                    const std::vector<Observation>& observations) {
   ResidualSummary summary;
   for (const Observation& o : observations) {
-    const std::optional<double> residual = kind.residual(context, o);
-    if (!residual) continue;
+    const auto result = kind.result(*context, o);
+    if (!result) continue;
     ++summary.count;
-    const double shown = *residual * kind.scale;
+    if (result->takenOut) {
+      ++summary.takenOut;
+      continue;
+    }
+    const double shown = result->residual * kind.scale;
     if (summary.at != nullptr && !(std::fabs(shown) > std::fabs(summary.worst))) continue;
     summary.worst = shown;
     summary.at = &o;
@@ -64,7 +57,7 @@ int CountStations(AdjustmentContext* context, std::span<const ObservationKind> k
   for (const Observation& o : observations) {
     const bool takesPart = std::any_of(
         kinds.begin(), kinds.end(),
-        [&](const ObservationKind& kind) { return kind.residual(context, o).has_value(); });
+        [&](const ObservationKind& kind) { return kind.result(*context, o).has_value(); });
     if (!takesPart || o.station == last) continue;
     ++count;
     last = o.station;

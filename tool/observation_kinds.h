@@ -9,14 +9,21 @@
 
 namespace brenu::tool {
 
+// What the last computation found for one observation.
+struct ObservationResult {
+  double residual;  // metres or arc-seconds
+  bool takenOut;    // by data snooping
+};
+
 // A kind of observation and how its residuals are shown.
 struct ObservationKind {
   const char* plural;
   const char* singular;
   const char* unit;
-  double scale;  // from the unit of the interface to the one shown
+  double scale;  // from the unit of the result to the one shown
   // Empty when the observation has no part of this kind in the adjusted network.
-  std::optional<double> (*residual)(AdjustmentContext* context, const Observation& observation);
+  std::optional<ObservationResult> (*result)(AdjustmentContext& context,
+                                             const Observation& observation);
 };
 
 std::span<const ObservationKind> KindsOf(const AdjustmentContext& context, Network network);
@@ -24,7 +31,8 @@ std::span<const ObservationKind> KindsOf(const AdjustmentContext& context, Netwo
 // The residuals of one kind, in the unit shown.
 struct ResidualSummary {
   int count = 0;
-  double worst = 0.0;               // the one of the largest amount
+  int takenOut = 0;                 // how many of them
+  double worst = 0.0;               // of those in use the one of the largest amount
   const Observation* at = nullptr;  // its observation; null without observations of the kind
 };
 

@@ -9,6 +9,10 @@ namespace {
 
 std::string Millimetres(double metres, int decimals) { return Fixed(metres * 1000.0, decimals); }
 
+std::string MarkedName(const PointData& point, Network network) {
+  return Printable(point.name) + (IsControl(point, network) ? " *" : "");
+}
+
 void AddHeight(TextTable& table, AdjustmentContext* context, std::int32_t index,
                const std::string& name, bool hasPrecision) {
   VerticalResult result{};
@@ -41,10 +45,21 @@ std::string PointTable(AdjustmentContext* context, Network network) {
   const bool hasPrecision = FiguresOf(*context, network).HasPrecision();
   std::int32_t index = 0;
   for (const PointData& point : PointsOf(*context)) {
-    const bool control = IsControl(point, network);
-    const std::string name = Printable(point.name) + (control ? " *" : "");
     const auto add = heights ? AddHeight : AddPlanePoint;
-    add(table, context, index++, name, hasPrecision && !control);
+    add(table, context, index++, MarkedName(point, network),
+        hasPrecision && !IsControl(point, network));
+  }
+  return table.Text();
+}
+
+std::string CoordinateTable(AdjustmentContext* context) {
+  TextTable table("lrr");
+  table.AddRow({"Point", "X (m)", "Y (m)"});
+  std::int32_t index = 0;
+  for (const PointData& point : PointsOf(*context)) {
+    PlaneResult r{};
+    if (!GetPlaneResult(context, index++, &r)) continue;
+    table.AddRow({MarkedName(point, Network::kPlane), Fixed(r.x, 4), Fixed(r.y, 4)});
   }
   return table.Text();
 }

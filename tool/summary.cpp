@@ -11,8 +11,8 @@ namespace brenu::tool {
 namespace {
 
 // Columns: label, value, unit, remark.
-void AddCount(TextTable& table, const char* label, int count) {
-  table.AddRow({label, std::to_string(count)});
+void AddCount(TextTable& table, const char* label, int count, const std::string& remark = "") {
+  table.AddRow({label, std::to_string(count), "", remark});
 }
 
 void AddUnitWeight(TextTable& table, const NetworkFigures& figures, Network network, double mo) {
@@ -21,7 +21,8 @@ void AddUnitWeight(TextTable& table, const NetworkFigures& figures, Network netw
     table.AddRow({label, "-", "", "warning: there is no new point, so it cannot be computed"});
   } else if (!figures.HasPrecision()) {
     table.AddRow({label, "-", "",
-                  "warning: the redundancy is 0, so neither it nor the precision can be computed"});
+                  "warning: the redundancy is " + std::to_string(figures.redundancy) +
+                      ", so neither it nor the precision can be computed"});
   } else if (network == Network::kHeights) {
     table.AddRow({label, Fixed(figures.sigma0 * 1000.0, 2), "mm", "for 1 km of levelling"});
   } else {
@@ -29,6 +30,10 @@ void AddUnitWeight(TextTable& table, const NetworkFigures& figures, Network netw
         {label, Fixed(figures.sigma0 * mo, 2), "\"",
          "m0 = " + Fixed(figures.sigma0, 3) + " times the a-priori MO = " + Fixed(mo, 2) + "\""});
   }
+}
+
+std::string WithArticle(const std::string& kind) {
+  return (kind.starts_with('a') ? "an " : "a ") + kind;
 }
 
 // Metres; not a number when there is no such result.
@@ -67,17 +72,24 @@ std::string Summary(AdjustmentContext* context, Network network,
   AddCount(table, "new points", figures.newPoints);
   AddCount(table, "stations", CountStations(context, kinds, observations));
   std::vector<ResidualSummary> residuals;
+  int takenOut = 0;
   for (const ObservationKind& kind : kinds) {
-    residuals.push_back(SummariseResiduals(context, kind, observations));
-    AddCount(table, kind.plural, residuals.back().count);
+    const ResidualSummary& r =
+        residuals.emplace_back(SummariseResiduals(context, kind, observations));
+    takenOut += r.takenOut;
+    AddCount(table, kind.plural, r.count,
+             r.takenOut == 0 ? "" : std::to_string(r.takenOut) + " of them taken out");
   }
-  AddCount(table, "redundancy", figures.redundancy);
+  // As the library counts it in the plane.
+  const bool countsTwice = takenOut > 0 && network == Network::kPlane;
+  AddCount(table, "redundancy", figures.redundancy,
+           countsTwice ? "each observation taken out is subtracted twice" : "");
   AddUnitWeight(table, figures, network, GetAdjParam(context).MO);
   if (figures.HasPrecision()) AddLargestError(table, context, network);
   for (std::size_t i = 0; i < kinds.size(); ++i) {
     const ResidualSummary& r = residuals[i];
     if (r.at == nullptr) continue;
-    table.AddRow({std::string("worst residual of a ") + kinds[i].singular, Fixed(r.worst, 2),
+    table.AddRow({"worst residual of " + WithArticle(kinds[i].singular), Fixed(r.worst, 2),
                   kinds[i].unit, Line(r.at->stationName, r.at->target)});
   }
   return table.Text();

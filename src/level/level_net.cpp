@@ -35,8 +35,9 @@ bool LevelNet::PrepareLevel() {
 }
 
 std::int32_t LevelNet::Redundancy() const {
-  return static_cast<std::int32_t>(m_net->Sights().size()) -
-         (m_net->PointCount() - m_net->ControlCount());
+  std::int32_t inUse = 0;
+  for (std::size_t k = 0; k < m_weight.size(); ++k) inUse += IsRemoved(k) ? 0 : 1;
+  return inUse - (m_net->PointCount() - m_net->ControlCount());
 }
 
 std::optional<VerticalResult> LevelNet::ResultOfPoint(std::string_view name) const {

@@ -67,7 +67,7 @@ class LevelNet {
                                              std::string_view target) const;
   // The standard error of unit weight of the last adjustment: that of 1 km of levelling, metres.
   double Sigma0() const { return m_sigma0; }
-  // Observations minus new heights, of the last computation.
+  // Observations in use minus new heights, of the last computation.
   std::int32_t Redundancy() const;
   // False for a point whose height the last computation could not reach.
   bool IsReached(std::string_view name) const;

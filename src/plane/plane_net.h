@@ -102,7 +102,9 @@ class PlaneNet {
   // of the measured lines, as grid azimuths.
   bool FinishTrilateration();
 
-  // The row of a point in the traverses of the last of these two; null pointers when it has none.
+  // The traverses of the last closure errors or computation without orientation, and the row of a
+  // point in them; null pointers when it has none.
+  const std::vector<Traverse>& Traverses() const { return m_traverses.Traverses(); }
   TraverseTable::Row TraverseRow(std::string_view name) const { return m_traverses.Find(name); }
 
   // -1 when the network has no such point.

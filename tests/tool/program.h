@@ -9,6 +9,7 @@
 #include <iterator>
 #include <random>
 #include <string>
+#include <vector>
 #ifndef _WIN32
 #include <sys/wait.h>
 #endif
@@ -31,6 +32,11 @@ class ProgramTest : public ::testing::Test {
     return (m_folder / "net.txt").string();
   }
   std::string Folder() const { return m_folder.string(); }
+  // Empty when there is no such file.
+  static std::string Read(const std::filesystem::path& path) {
+    std::ifstream file(path);
+    return {std::istreambuf_iterator<char>(file), {}};
+  }
 
   Outcome Execute(const std::string& arguments) const {
     const auto out = m_folder / "out";
@@ -45,11 +51,16 @@ class ProgramTest : public ::testing::Test {
 #endif
     return {status, Read(out), Read(err)};
   }
-  Outcome Adjust(const std::string& text) const { return Execute("adjust \"" + Write(text) + '"'); }
+  // A command with its options on a file of this text.
+  Outcome On(const std::string& text, const std::string& command) const {
+    return Execute(command + " \"" + Write(text) + '"');
+  }
+  Outcome Adjust(const std::string& text) const { return On(text, "adjust"); }
 
-  // That the adjustment ends with this status, one sentence that holds the text, and no output.
-  void ExpectFailure(const std::string& text, int status, const std::string& telling) const {
-    const Outcome run = Adjust(text);
+  // That the command ends with this status, one sentence that holds the text, and no output.
+  void ExpectFailure(const std::string& text, int status, const std::string& telling,
+                     const std::string& command = "adjust") const {
+    const Outcome run = On(text, command);
     EXPECT_EQ(run.status, status) << telling;
     EXPECT_NE(run.err.find(telling), std::string::npos) << run.err;
     EXPECT_EQ(run.err.find('\n') + 1, run.err.size()) << run.err;
@@ -57,11 +68,6 @@ class ProgramTest : public ::testing::Test {
   }
 
  private:
-  static std::string Read(const std::filesystem::path& path) {
-    std::ifstream file(path);
-    return {std::istreambuf_iterator<char>(file), {}};
-  }
-
   std::filesystem::path m_folder =
       std::filesystem::temp_directory_path() / ("brenu-" + std::to_string(std::random_device{}()));
 };
