@@ -6,8 +6,8 @@ void NormalEquations::SetPattern(const UnknownPattern& pattern) {
   const std::int32_t unknowns = pattern.UnknownCount();
   m_matrix = unknowns <= m_mostPackedUnknowns ? MakePackedNormalMatrix(unknowns)
                                               : MakeSparseNormalMatrix(pattern);
-  m_solution.resize(static_cast<std::size_t>(unknowns));
-  Reset();
+  m_solution.assign(static_cast<std::size_t>(unknowns), 0.0);
+  m_solved = false;
 }
 
 void NormalEquations::Reset() {
