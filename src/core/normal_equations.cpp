@@ -7,7 +7,7 @@ void NormalEquations::SetPattern(const UnknownPattern& pattern) {
   m_matrix = unknowns <= m_mostPackedUnknowns ? MakePackedNormalMatrix(unknowns)
                                               : MakeSparseNormalMatrix(pattern);
   m_solution.assign(static_cast<std::size_t>(unknowns), 0.0);
-  Reset();
+  m_solved = false;
 }
 
 void NormalEquations::Reset() {

@@ -28,6 +28,7 @@ class NormalEquations {
   // Forgets the pattern too.
   void Clear() { *this = NormalEquations(m_mostPackedUnknowns); }
   bool HasPattern() const { return m_matrix != nullptr; }
+  // Analyses the pattern.  Equations can be added after the next Reset.
   void SetPattern(const UnknownPattern& pattern);
 
   // Starts anew with N and b zero; the last solution stays until the next one.

@@ -24,6 +24,7 @@ class NormalMatrix {
   NormalMatrix& operator=(const NormalMatrix&) = delete;
   virtual ~NormalMatrix() = default;
 
+  // Before the first equation, too.
   virtual void Clear() = 0;
   // Adds a_k p a_m to the element of the unknowns of any two terms.
   virtual void Add(std::span<const Term> equation, double weight) = 0;

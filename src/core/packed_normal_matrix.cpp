@@ -11,10 +11,9 @@ std::size_t Index(std::int32_t unknown) { return static_cast<std::size_t>(unknow
 
 class PackedNormalMatrix : public NormalMatrix {
  public:
-  explicit PackedNormalMatrix(std::size_t order)
-      : m_order(order), m_elements(PackedSize(order), 0.0) {}
+  explicit PackedNormalMatrix(std::size_t order) : m_order(order) {}
 
-  void Clear() override { std::fill(m_elements.begin(), m_elements.end(), 0.0); }
+  void Clear() override { m_elements.assign(PackedSize(m_order), 0.0); }
 
   void Add(std::span<const Term> equation, double weight) override {
     for (const Term& row : equation) {

@@ -75,6 +75,7 @@ TEST(InvertPacked, RandomMatrixTimesItsInverseIsTheIdentity) {
 TEST(NormalEquations, SolveAndPropagate) {
   NormalEquations normal;
   normal.SetPattern(PointPattern(1, 2));
+  normal.Reset();
   const Term x[] = {{0, 1.0}};
   const Term difference[] = {{1, 1.0}, {0, -1.0}};
   normal.Add(x, 1.0, -10.0);
@@ -100,6 +101,7 @@ TEST(NormalEquations, AnUnknownMayComeTwiceInAnEquation) {
   std::array<NormalEquations, 2> normal;
   for (std::size_t i = 0; i < 2; ++i) {
     normal[i].SetPattern(PointPattern(1, 2));
+    normal[i].Reset();
     i == 0 ? normal[i].Add(repeated, 0.5, -4.0) : normal[i].Add(merged, 0.5, -4.0);
     normal[i].Add(second, 1.0, 0.0);
     ASSERT_TRUE(normal[i].Solve());
@@ -113,6 +115,7 @@ TEST(NormalEquations, HoldingAddsToTheDiagonalAndReplacingDoesNot) {
   const Term x[] = {{0, 1.0}};
   NormalEquations normal;
   normal.SetPattern(PointPattern(1, 1));
+  normal.Reset();
   normal.Add(x, 3.0, -1.0);
   normal.Hold(0, 1.0);
   ASSERT_TRUE(normal.Solve());

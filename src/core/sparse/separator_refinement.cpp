@@ -147,7 +147,7 @@ class Refinement {
     while (m_log.size() > length) {
       const Change change = m_log.back();
       SetPart(change.vertex, change.before);
-      m_log.resize(m_log.size() - 2);
+      m_log.resize(m_log.size() - 2);  // the change and the way back
     }
   }
 

@@ -14,11 +14,10 @@ std::size_t At(std::int64_t i) { return static_cast<std::size_t>(i); }
 
 class SparseNormalMatrix : public NormalMatrix {
  public:
-  explicit SparseNormalMatrix(const UnknownPattern& pattern)
-      : m_symbolic(pattern), m_elements(At(m_symbolic.ElementCount()), 0.0) {}
+  explicit SparseNormalMatrix(const UnknownPattern& pattern) : m_symbolic(pattern) {}
 
   void Clear() override {
-    std::fill(m_elements.begin(), m_elements.end(), 0.0);
+    m_elements.assign(At(m_symbolic.ElementCount()), 0.0);
     m_isInverse = false;
   }
 
