@@ -28,21 +28,16 @@ bool HasLevelledDifference(const AdjustmentContext& context) {
                      [](const Observation& o) { return IsLevelled(o.data); });
 }
 
-// The new points that the last computation could not reach.
+// A sentence about the new points that the last computation of the network could not reach.
 template <typename Net>
-std::vector<std::string_view> UnreachedPoints(const AdjustmentContext& context, const Net& net) {
+std::optional<std::string> ExplainUnreached(const AdjustmentContext& context, const Net& net,
+                                            const char* values, const char* remedy) {
   std::vector<std::string_view> names;
   for (const auto& [index, point] : context.store.Points()) {
     if (!net.IsReached(NameOf(point))) names.push_back(NameOf(point));
   }
-  return names;
-}
-
-std::string ExplainUnreached(const std::vector<std::string_view>& names, const char* values,
-                             const char* remedy) {
-  const char* const points = names.size() == 1 ? "the point " : "the points ";
-  return std::string(values) + " cannot be computed for " + points + ListOfNames(names) + "; " +
-         remedy;
+  if (names.empty()) return std::nullopt;
+  return std::string(values) + " cannot be computed for " + Points(names) + "; " + remedy;
 }
 
 // Whether the adjustment fails for want of memory: it runs once more, past the barrier of the
@@ -109,19 +104,18 @@ std::string ExplainNoApproximation(AdjustmentContext& context) {
       return "bench marks are there but no levelled height difference; give each height difference "
              "the length of its line";
     }
-    const auto names = UnreachedPoints(context, context.levelNet);
-    if (!names.empty()) {
-      return ExplainUnreached(names, "heights",
-                              "connect them with a bench mark by height differences that have a "
-                              "line length");
+    if (auto sentence = ExplainUnreached(context, context.levelNet, "heights",
+                                         "connect them with a bench mark by height differences "
+                                         "that have a line length")) {
+      return *sentence;
     }
   }
   if (HasPlane(context.netType)) {
-    const auto names = UnreachedPoints(context, context.planeNet);
-    if (!names.empty()) {
-      return ExplainUnreached(names, "approximate coordinates",
-                              "observe each with direction and distance, or by intersection, from "
-                              "oriented known stations");
+    if (auto sentence = ExplainUnreached(
+            context, context.planeNet, "approximate coordinates",
+            "observe each with direction and distance, or by intersection, from oriented known "
+            "stations")) {
+      return *sentence;
     }
   }
   return kNoMemory;
@@ -158,11 +152,10 @@ std::optional<std::string> FindTraverseFault(AdjustmentContext& context, bool co
     return "no traverse joins two control points; between its points each needs a distance, and "
            "every point on the way directions to the one before and the one after";
   }
-  const auto names = UnreachedPoints(context, context.planeNet);
-  if (!names.empty()) {
-    return ExplainUnreached(names, "coordinates",
-                            "lead a traverse between two control points over each, with all its "
-                            "distances and directions");
+  if (auto sentence = ExplainUnreached(context, context.planeNet, "coordinates",
+                                       "lead a traverse between two control points over each, with "
+                                       "all its distances and directions")) {
+    return sentence;
   }
   if (!computed) return kNoMemory;
   return std::nullopt;

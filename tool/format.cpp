@@ -53,10 +53,10 @@ std::string Line(std::string_view station, std::string_view target) {
   return Printable(station) + " - " + Printable(target);
 }
 
-std::string ListOfNames(std::span<const std::string_view> names) {
+std::string Points(std::span<const std::string_view> names) {
   constexpr std::size_t kMost = 10;
   const std::size_t shown = std::min(names.size(), kMost);
-  std::string list;
+  std::string list = names.size() == 1 ? "the point " : "the points ";
   for (std::size_t i = 0; i < shown; ++i) {
     const bool isLast = i + 1 == names.size();
     if (i > 0) list += isLast ? " and " : ", ";

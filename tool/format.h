@@ -27,7 +27,7 @@ std::string Printable(std::string_view text);
 // "A - P1"
 std::string Line(std::string_view station, std::string_view target);
 
-// "A, B and C"; of more than ten the first ten and the number of the others.
-std::string ListOfNames(std::span<const std::string_view> names);
+// "the points A, B and C"; of more than ten the first ten and the number of the others.
+std::string Points(std::span<const std::string_view> names);
 
 }  // namespace brenu::tool

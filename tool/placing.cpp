@@ -188,8 +188,7 @@ std::string Placing::ExplainRest() {
   }
   std::vector<std::string_view> names;
   for (const PointData& point : m_open) names.push_back(NameOf(point));
-  return "no place can be found for " +
-         std::string(names.size() == 1 ? "the point " : "the points ") + ListOfNames(names) +
+  return "no place can be found for " + Points(names) +
          "; measure each from two points that are known or placed before it, and check distances "
          "that do not meet";
 }

@@ -21,8 +21,9 @@ std::optional<std::string> FindSharedFile(const std::vector<std::string>& paths)
   std::set<std::filesystem::path> seen;
   for (const std::string& path : paths) {
     if (path.empty()) continue;
-    std::error_code ignored;
-    if (seen.insert(std::filesystem::weakly_canonical(path, ignored)).second) continue;
+    std::error_code error;
+    const auto whole = std::filesystem::weakly_canonical(path, error);
+    if (seen.insert(error ? std::filesystem::path(path) : whole).second) continue;
     return "the report " + Printable(path) + " would overwrite the data or the other report; " +
            "give each a file of its own";
   }
