@@ -74,7 +74,7 @@ class ReportWriter {
 
   bool WriteTables() {
     const bool plane = HasPlane(m_context.netType);
-    const bool level = HasLevelling(m_context.netType);
+    const bool level = ReportsHeights(m_context);
     return WriteApproximate() && (!plane || WritePlane()) &&
            (!level || (WriteVertical() && WriteHeights())) &&
            (!plane || (WriteObservations() && WritePrecision())) &&
@@ -180,7 +180,7 @@ class ReportWriter {
 
   void WriteSummary() {
     std::string& out = m_out.Text();
-    if (HasLevelling(m_context.netType)) {
+    if (ReportsHeights(m_context)) {
       out += '\n';
       out += label::kLevelNet;
       out += '\n';

@@ -13,7 +13,7 @@ class TableBuilder {
 
   ResultTables Build() {
     const bool plane = HasPlane(m_context.netType);
-    const bool level = HasLevelling(m_context.netType);
+    const bool level = ReportsHeights(m_context);
     const PlaneNet& planeNet = m_context.planeNet;
     const LevelNet& levelNet = m_context.levelNet;
 
@@ -112,7 +112,7 @@ class TableBuilder {
       row.x = point->x;
       row.y = point->y;
     }
-    if (HasLevelling(m_context.netType)) {
+    if (ReportsHeights(m_context)) {
       const std::int32_t number = m_context.levelNet.IndexOfPoint(row.name);
       if (number < 0) return std::nullopt;
       row.h = m_context.levelNet.Point(number).h;
@@ -129,7 +129,7 @@ class TableBuilder {
       row.x = plane->x;
       row.y = plane->y;
     }
-    if (HasLevelling(m_context.netType)) {
+    if (ReportsHeights(m_context)) {
       const auto level = m_context.levelNet.ResultOfPoint(row.name);
       if (!level) return std::nullopt;
       row.h = level->height;
@@ -145,6 +145,10 @@ class TableBuilder {
 
 ResultTables MakeResultTables(const AdjustmentContext& context) {
   return TableBuilder(context).Build();
+}
+
+bool ReportsHeights(const AdjustmentContext& context) {
+  return HasLevelling(context.netType) && context.param.format != kFormatDistancesOnly;
 }
 
 }  // namespace brenu

@@ -71,4 +71,8 @@ struct ResultTables {
 
 ResultTables MakeResultTables(const AdjustmentContext& context);
 
+// Whether the report has a part on heights: with distances only the levelling network is built but
+// not computed.
+bool ReportsHeights(const AdjustmentContext& context);
+
 }  // namespace brenu

@@ -8,6 +8,9 @@ namespace brenu {
 namespace {
 constexpr double kApriori = 0.001;        // standard error of 1 km of levelling, metres
 constexpr double kRemovedWeight = 1e-10;  // below this an observation counts as taken out
+// Where the cofactor of the residual is a smaller part of the variance than this, no other
+// observation checks this one, and both residual and cofactor are rounding errors.
+constexpr double kUnchecked = 1e-9;
 }  // namespace
 
 bool LevelNet::IsRemoved(std::size_t observation) const {
@@ -20,7 +23,9 @@ LevelNet::WorstObs LevelNet::FindWorst() const {
   const auto sights = m_net->Sights();
   for (std::size_t k = 0; k < sights.size(); ++k) {
     if (IsRemoved(k)) continue;
-    const double cofactor = 1.0 / m_weight[k] - CofactorOfDifference(sights[k]);
+    const double variance = 1.0 / m_weight[k];
+    const double cofactor = variance - CofactorOfDifference(sights[k]);
+    if (!(cofactor > kUnchecked * variance)) continue;
     const double w = std::fabs(m_residual[k] / (kApriori * std::sqrt(cofactor)));
     if (w > worst.value) worst = {static_cast<std::int32_t>(k), w};
   }
