@@ -12,12 +12,13 @@ void LevelNet::Fill(std::vector<PointData> points, std::int32_t knownPointCount,
 }
 
 bool LevelNet::PrepareLevel() {
+  // Results are there when these two are: should memory end on the way, there are none.
+  m_solution.clear();
+  m_residual.clear();
   m_net = m_layout;
   const auto points = static_cast<std::size_t>(m_net->PointCount());
   const auto sights = m_net->Sights();
-  m_solution.assign(points, 0.0);
   m_pointSigma.assign(points, 0.0);
-  m_residual.assign(sights.size(), 0.0);
   m_obsSigma.assign(sights.size(), 0.0);
 
   // A name that no point has stands at height 0.
@@ -29,6 +30,8 @@ bool LevelNet::PrepareLevel() {
   m_weight.clear();
   m_weight.reserve(sights.size());
   for (const Sight& s : sights) m_weight.push_back(1000.0 / s.obs.distance);
+  m_solution.assign(points, 0.0);
+  m_residual.assign(sights.size(), 0.0);
   return points > 0 && !sights.empty();
 }
 
