@@ -75,11 +75,13 @@ class ByteSource {
     const std::uint8_t b = Byte();
     if (b < 240) return {static_cast<char>('A' + b % 10)};
     if (b < 244) return {};
-    if (b < 248) return std::string(127, 'n');
     std::string name;
-    for (std::size_t length = b < 252 ? b - 247U : Byte() % 128U; name.size() < length;) {
-      name += static_cast<char>(Byte());
+    if (b < 248) {
+      name.assign(127, 'n');
+      return name;
     }
+    const std::size_t length = b < 252 ? b - 247U : Byte() % 128U;
+    while (name.size() < length) name += static_cast<char>(Byte());
     return name;
   }
 

@@ -127,12 +127,12 @@ bool PlaneNet::FinishTrilateration() {
 
 // Every measured line gets the grid azimuth of its end points as direction.
 void PlaneNet::DeriveDirections() {
-  m_obs.sets.clear();
   m_obs.directions.clear();
   for (const PlaneObs& o : m_obs.distances) {
     if (m_net->PointOf(o.from) < 0 || m_net->PointOf(o.to) < 0) continue;
     m_obs.directions.push_back({o.sight, o.from, o.to, DirectionCoefficients(o.from, o.to).value});
   }
+  m_obs.sets.clear();
 }
 
 }  // namespace brenu
