@@ -9,13 +9,25 @@
 
 namespace brenu {
 
-// Which points bear a name.  Several can after a renaming; the lowest index then counts.
+// Which points bear a name.  Several can after a renaming; the lowest index then counts.  Functions
+// that name a point expect it to be there.
 class NameIndex {
  public:
   void Add(std::string_view name, std::int32_t index) { m_entries.emplace(name, index); }
   void Remove(std::string_view name, std::int32_t index) {
     const auto found = m_entries.find(Key{name, index});
     if (found != m_entries.end()) m_entries.erase(found);
+  }
+  // These two take no memory: they cannot fail.
+  void Move(std::string_view name, std::int32_t from, std::int32_t to) noexcept {
+    auto entry = m_entries.extract(m_entries.find(Key{name, from}));
+    entry.value().second = to;
+    m_entries.insert(std::move(entry));
+  }
+  void Rename(std::string_view name, std::int32_t index, std::string newName) noexcept {
+    auto entry = m_entries.extract(m_entries.find(Key{name, index}));
+    entry.value().first = std::move(newName);
+    m_entries.insert(std::move(entry));
   }
   void Clear() { m_entries.clear(); }
 

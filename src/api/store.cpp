@@ -3,6 +3,7 @@
 #include <cmath>
 #include <string>
 #include <utility>
+#include <vector>
 
 #include "core/angles.h"
 
@@ -27,9 +28,14 @@ void Store::Clear() {
 
 std::int32_t Store::AddPoint(std::int32_t index, const PointData& point) {
   if (index < 0 || m_points.contains(index) || m_names.Has(NameOf(point))) return -1;
-  const auto place = m_points.emplace(index, Terminated(point)).first;
-  m_names.Add(NameOf(place->second), index);
+  Insert(index, Terminated(point));
   return index;
+}
+
+const PointData& Store::Insert(std::int32_t index, const PointData& point) {
+  PointMap added{{index, point}};
+  m_names.Add(NameOf(point), index);
+  return m_points.insert(added.extract(index)).position->second;  // takes no more memory
 }
 
 std::int32_t Store::DeletePoint(std::int32_t index) {
@@ -41,8 +47,7 @@ std::int32_t Store::DeletePoint(std::int32_t index) {
 
   m_names.Remove(name, index);
   for (auto next = std::next(place); next != m_points.end(); place = next++) {
-    m_names.Remove(NameOf(next->second), next->first);
-    m_names.Add(NameOf(next->second), place->first);
+    m_names.Move(NameOf(next->second), next->first, place->first);
     place->second = next->second;
   }
   m_points.erase(place);
@@ -53,28 +58,44 @@ std::int32_t Store::SetPoint(std::int32_t index, const PointData& point) {
   const auto place = m_points.find(index);
   if (place == m_points.end()) return -1;
   const std::string oldName(NameOf(place->second));
+  std::string newName(NameOf(point));
+  if (oldName == newName) {
+    place->second = Terminated(point);
+    return index;
+  }
+  // All memory is taken before the first change.
+  const bool isStation = m_observations.contains(newName);
+  std::vector<std::string> copies(isStation ? 0 : CountInObservations(oldName), newName);
   place->second = Terminated(point);
-  const std::string newName(NameOf(point));
-  if (oldName == newName) return index;
-  m_names.Remove(oldName, index);
-  m_names.Add(newName, index);
-  return RenameInObservations(oldName, newName) ? index : -1;
+  m_names.Rename(oldName, index, std::move(newName));
+  RenameInObservations(oldName, std::move(copies));
+  return isStation ? -1 : index;
 }
 
-bool Store::RenameInObservations(std::string_view from, std::string_view to) {
-  if (m_observations.contains(to)) return false;
+std::size_t Store::CountInObservations(std::string_view name) const {
+  std::size_t count = m_observations.contains(name) ? 1 : 0;
+  for (const auto& entry : m_observations) count += entry.second.contains(name) ? 1 : 0;
+  return count;
+}
+
+void Store::RenameInObservations(std::string_view from, std::vector<std::string> to) noexcept {
+  const auto rename = [&](auto& map, auto place) {
+    auto node = map.extract(place);
+    node.key() = std::move(to.back());
+    to.pop_back();
+    // A record under the new name gives way.
+    if (auto inserted = map.insert(std::move(node)); !inserted.inserted) {
+      inserted.position->second = std::move(inserted.node.mapped());
+    }
+  };
+  if (to.empty()) return;
   if (const auto place = m_observations.find(from); place != m_observations.end()) {
-    auto station = m_observations.extract(place);
-    station.key() = to;
-    m_observations.insert(std::move(station));
+    rename(m_observations, place);
   }
-  for (auto& [station, targets] : m_observations) {
-    const auto old = targets.find(from);
-    if (old == targets.end()) continue;
-    targets.insert_or_assign(std::string(to), old->second);
-    targets.erase(old);
+  for (auto& entry : m_observations) {
+    const auto old = entry.second.find(from);
+    if (old != entry.second.end()) rename(entry.second, old);
   }
-  return true;
 }
 
 const PointData* Store::FindPoint(std::int32_t index) const {
@@ -83,9 +104,8 @@ const PointData* Store::FindPoint(std::int32_t index) const {
 }
 
 const PointData& Store::PointOrEmpty(std::int32_t index) {
-  const auto [place, added] = m_points.try_emplace(index, PointData{});
-  if (added) m_names.Add({}, index);
-  return place->second;
+  const PointData* const point = FindPoint(index);
+  return point != nullptr ? *point : Insert(index, PointData{});
 }
 
 const TargetMap* Store::TargetsOf(std::int32_t station) const {
@@ -115,7 +135,10 @@ std::int32_t Store::AddObs(std::int32_t station, std::string_view target, const 
   const PointData* point = FindPoint(station);
   if (point == nullptr || target == NameOf(*point) || !m_names.Has(target)) return -1;
   if (FindObs(station, target) != nullptr) return -1;
-  m_observations[std::string(NameOf(*point))].emplace(target, obs);
+  TargetMap added;
+  added.emplace(target, obs);
+  TargetMap& targets = m_observations.try_emplace(std::string(NameOf(*point))).first->second;
+  targets.insert(added.extract(added.begin()));
   return station;
 }
 

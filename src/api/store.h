@@ -1,10 +1,12 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <map>
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "api/name_index.h"
 #include "core/records.h"
@@ -13,7 +15,8 @@ namespace brenu {
 
 // The points and observations of a job: what the host entered, from which the networks are built
 // before every computation.  Functions returning an index give -1 on refusal, which leaves the
-// store as it was except where said otherwise.
+// store as it was except where said otherwise.  So does an exception, memory exhaustion, in every
+// function but AddObsPair, where the observations added before it stay.
 class Store {
  public:
   using PointMap = std::map<std::int32_t, PointData>;  // by index
@@ -57,7 +60,12 @@ class Store {
   // The targets of a station; null when it is no point or has no entry.
   const TargetMap* TargetsOf(std::int32_t station) const;
   ObsData* FindObs(std::int32_t station, std::string_view target);
-  bool RenameInObservations(std::string_view from, std::string_view to);
+  // Enters a point under an index that is not in use.
+  const PointData& Insert(std::int32_t index, const PointData& point);
+  // How often a name stands in the observations, as station or as target.
+  std::size_t CountInObservations(std::string_view name) const;
+  // Takes its memory beforehand: as many copies of the new name as the old one is counted.
+  void RenameInObservations(std::string_view from, std::vector<std::string> to) noexcept;
 
   PointMap m_points;
   NameIndex m_names;  // of m_points

@@ -4,7 +4,7 @@
 
 #include "core/text_number.h"
 #include "io/gbk_labels.h"
-#include "io/text_file.h"
+#include "io/replace_file.h"
 
 namespace brenu {
 
@@ -40,7 +40,7 @@ bool WriteClosureReport(const std::vector<CloseError>& records, const char* path
   if (records.empty()) return false;
   std::string out;
   for (const CloseError& record : records) AppendRecord(out, record);
-  return ReplaceFile(path, out);
+  return ReplaceFile(path, out) != Replaced::kNotOpened;
 }
 
 }  // namespace brenu

@@ -101,6 +101,8 @@ ReadOutcome ReadProjectFile(AdjustmentContext& context, const char* path) {
       if (section == Section::kPoints) nextPoint = 0;
     } else if (section == Section::kParam) {
       ReadParam(context.param, line);
+    } else if (file.IsCut()) {
+      fault = kLineTooLong;
     } else if (section == Section::kPoints) {
       fault = ReadPoint(context.store, nextPoint++, line);
     } else {
@@ -108,6 +110,7 @@ ReadOutcome ReadProjectFile(AdjustmentContext& context, const char* path) {
     }
     if (fault != nullptr) return {fault, number, std::string(line)};
   }
+  if (file.HasFailed()) return {kReadFailed, 0, {}};
   KeepOriginalPoints(context);
   return {};
 }

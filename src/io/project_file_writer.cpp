@@ -2,7 +2,7 @@
 
 #include "core/text_number.h"
 #include "io/project_file.h"
-#include "io/text_file.h"
+#include "io/replace_file.h"
 
 namespace brenu {
 
@@ -77,7 +77,7 @@ bool WriteProjectFile(const AdjustmentContext& context, const char* path) {
       out += '\n';
     }
   }
-  return ReplaceFile(path, out);
+  return ReplaceFile(path, out) != Replaced::kNotOpened;
 }
 
 }  // namespace brenu

@@ -5,6 +5,9 @@
 
 namespace brenu {
 
+inline constexpr char kLineTooLong[] = "the line is longer than any valid one";
+inline constexpr char kReadFailed[] = "the file cannot be read to its end";
+
 // How reading a file into a context ended.  `reason` is null on success; otherwise it says in a
 // few words what is wrong with the line, or with the file when `line` is 0.
 struct ReadOutcome {

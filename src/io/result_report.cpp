@@ -7,9 +7,9 @@
 
 #include "core/text_number.h"
 #include "io/gbk_labels.h"
+#include "io/replace_file.h"
 #include "io/result_tables.h"
 #include "io/table_text.h"
-#include "io/text_file.h"
 
 namespace brenu {
 
@@ -210,7 +210,7 @@ class ReportWriter {
 
 bool WriteResultReport(const AdjustmentContext& context, const char* path) {
   ReportWriter writer(context);
-  return ReplaceFile(path, writer.Write()) && writer.IsComplete();
+  return ReplaceFile(path, writer.Write()) == Replaced::kDone && writer.IsComplete();
 }
 
 }  // namespace brenu

@@ -88,6 +88,8 @@ ReadOutcome ReadStationFile(AdjustmentContext& context, const char* path) {
     const char* fault = nullptr;
     if (line.empty() || header != Section::kNone) {
       section = header;
+    } else if (section != Section::kNone && file.IsCut()) {
+      fault = kLineTooLong;
     } else if (section == Section::kParam) {
       fault = ReadParam(context.param, line);
     } else if (section == Section::kStations) {
@@ -97,6 +99,7 @@ ReadOutcome ReadStationFile(AdjustmentContext& context, const char* path) {
     }
     if (fault != nullptr) return {fault, number, std::string(line)};
   }
+  if (file.HasFailed()) return {kReadFailed, 0, {}};
   return {};
 }
 

@@ -2,13 +2,9 @@
 
 namespace brenu {
 
-namespace {
-using FilePtr = std::unique_ptr<std::FILE, CloseFile>;
-}  // namespace
-
 LineReader::LineReader(const char* path) : m_file(std::fopen(path, "r")) {
   // Some systems open a folder as if it were a file; only the first read tells.
-  if (IsOpen() && !Refill() && std::ferror(m_file.get()) != 0) m_file.reset();
+  if (IsOpen() && !Refill() && HasFailed()) m_file.reset();
 }
 
 bool LineReader::Refill() {
@@ -19,24 +15,21 @@ bool LineReader::Refill() {
 
 bool LineReader::Next(std::string& line) {
   line.clear();
+  m_isCut = false;
   if (!IsOpen() || (m_rest.empty() && !Refill())) return false;
   do {
     const std::size_t end = m_rest.find('\n');
-    line += m_rest.substr(0, end);
+    const std::string_view piece = m_rest.substr(0, end);
+    const std::size_t room = kLongestLine - line.size();
+    line += piece.substr(0, room);
+    m_isCut = m_isCut || piece.size() > room;
     if (end != std::string_view::npos) {
       m_rest.remove_prefix(end + 1);
       return true;
     }
   } while (Refill());
   m_rest = {};
-  return true;
-}
-
-bool ReplaceFile(const char* path, std::string_view text) {
-  const FilePtr file(std::fopen(path, "w"));
-  if (file == nullptr) return false;
-  std::fwrite(text.data(), 1, text.size(), file.get());
-  return true;
+  return !HasFailed();
 }
 
 }  // namespace brenu

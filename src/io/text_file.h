@@ -1,6 +1,7 @@
-// All access to files.
+// Reading text files.
 #pragma once
 
+#include <cstddef>
 #include <cstdio>
 #include <memory>
 #include <string>
@@ -12,16 +13,23 @@ struct CloseFile {
   void operator()(std::FILE* file) const { std::fclose(file); }
 };
 
-// Reads a text file line by line, in memory bounded by its longest line.
+// Reads a text file line by line, in bounded memory whatever the file holds.
 class LineReader {
  public:
+  // Many times the longest line that makes sense.
+  static constexpr std::size_t kLongestLine = 1 << 20;
+
   // The path is passed to the system as it stands.
   explicit LineReader(const char* path);
 
   bool IsOpen() const { return m_file != nullptr; }
-  // The next line without its line feed (a carriage return stays); false at the end of the file.
-  // A last line without line feed counts, an empty rest does not.
+  // The next line without its line feed (a carriage return stays); false at the end of the file, or
+  // when reading fails.  A last line without line feed counts, an empty rest does not.
   bool Next(std::string& line);
+  // Whether the line was longer than kLongestLine and only its beginning was given.
+  bool IsCut() const { return m_isCut; }
+  // Whether reading failed before the end of the file; to be asked when there is no next line.
+  bool HasFailed() const { return std::ferror(m_file.get()) != 0; }
 
  private:
   bool Refill();
@@ -29,10 +37,7 @@ class LineReader {
   std::unique_ptr<std::FILE, CloseFile> m_file;
   char m_buffer[1 << 16];
   std::string_view m_rest;  // of the buffer, not yet handed out
+  bool m_isCut = false;
 };
-
-// Creates the file or replaces its contents, with the line ends of the platform.  False when it
-// could not be opened; what happens to the writing after that is not reported.
-bool ReplaceFile(const char* path, std::string_view text);
 
 }  // namespace brenu

@@ -12,14 +12,15 @@ void LevelNet::Fill(std::vector<PointData> points, std::int32_t knownPointCount,
 }
 
 bool LevelNet::PrepareLevel() {
+  // Results are there when these two are: should memory end on the way, there are none.
+  m_solution.clear();
+  m_residual.clear();
   m_net = m_layout;
   m_normal.Clear();
   const auto points = static_cast<std::size_t>(m_net->PointCount());
   const auto sights = m_net->Sights();
   m_sigma0 = 0.0;
-  m_solution.assign(points, 0.0);
   m_pointSigma.assign(points, 0.0);
-  m_residual.assign(sights.size(), 0.0);
   m_obsSigma.assign(sights.size(), 0.0);
 
   // A name that no point has stands at height 0.
@@ -31,6 +32,8 @@ bool LevelNet::PrepareLevel() {
   m_weight.clear();
   m_weight.reserve(sights.size());
   for (const Sight& s : sights) m_weight.push_back(1000.0 / s.obs.distance);
+  m_solution.assign(points, 0.0);
+  m_residual.assign(sights.size(), 0.0);
   return points > 0 && !sights.empty();
 }
 

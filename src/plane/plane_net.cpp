@@ -23,6 +23,7 @@ void PlaneNet::Fill(std::vector<PointData> points, std::int32_t knownPointCount,
 }
 
 bool PlaneNet::PrepareAdj() {
+  m_coords.clear();  // should memory end on the way, there are no results
   m_net = m_layout;
   m_obs = {};
   m_normal.Clear();

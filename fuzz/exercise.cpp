@@ -1,0 +1,115 @@
+#include "exercise.h"
+
+#include <cstdint>
+#include <cstdlib>
+#include <cstring>
+
+namespace brenu::fuzz {
+
+namespace {
+
+// Stores of the file readers number their points 0, 1, 2...; hosts may choose larger indices.
+constexpr std::int32_t kIndices = 16;
+
+void ReadLine(AdjustmentContext* context, std::int32_t station, const char* target) {
+  double d[4];
+  std::int32_t n = 0;
+  ObsData obs;
+  GetObsData(context, station, target, &obs);
+  GetDirAngleResult(context, station, target, &d[0], &d[1], &d[2]);
+  GetLengthResult(context, station, target, &d[0], &d[1], &d[2]);
+  GetAzimuthResult(context, station, target, &d[0], &d[1], &d[2]);
+  GetAzAndLenPrecision(context, station, target, &d[0], &d[1], &d[2], &d[3], &n);
+  GetHeightObsResult(context, station, target, &d[0], &d[1], &d[2], &d[3]);
+}
+
+void Report(AdjustmentContext* context, const char* scratch) {
+  ReadResults(context);
+  ExportResultFile(context, scratch);
+  ExportCloseErrorFile(context, scratch);
+}
+
+// Places what can be placed, on alternating sides.
+void Trilaterate(AdjustmentContext* context) {
+  if (!JudgeTrilateration(context)) return;
+  InitializeDataTrilateration(context);
+  for (unsigned step = 0; step <= kMostPoints; ++step) {
+    CircleRecord first;
+    CircleRecord second;
+    char text[255] = {};
+    if (GetTrilaterationDirection(context, &first, &second, text) != 1) break;
+    char name[128] = {};
+    for (unsigned i = 0; i < 127 && text[i] != '\0' && text[i] != ':'; ++i) name[i] = text[i];
+    std::uint32_t remaining = 0;
+    CalcTrilaterationpPoint(context, step % 2, first, second, name, &remaining);
+  }
+  TrilaterationDirection(context);
+}
+
+}  // namespace
+
+void CheckStore(AdjustmentContext* context) {
+  for (std::int32_t i = 0; i < kIndices; ++i) {
+    PointData point;
+    if (GetPoint(context, i, &point) != i) continue;
+    // Asking for results may have added a point under any index, a negative one too.
+    const std::int32_t found = GetPointNum(context, point.name);
+    PointData same;
+    if (found > i || GetPoint(context, found, &same) != found) std::abort();
+    if (std::strcmp(point.name, same.name) != 0) std::abort();
+  }
+}
+
+void ReadResults(AdjustmentContext* context) {
+  GetAdjParam(context);
+  GetCloseErrorMark(context);
+  for (std::int32_t i = -1; i <= GetCloseErrorCount(context); ++i) {
+    CloseError record;
+    GetCloseError(context, i, &record);
+  }
+  for (std::int32_t i = -1; i < kIndices; ++i) {
+    PointData point;
+    GetApproxResult(context, i, &point);
+    PlaneResult plane;
+    GetPlaneResult(context, i, &plane);
+    double d[12];
+    std::int32_t n = 0;
+    GetTraverseResult(context, i, &d[0], &d[1], &d[2], &d[3], &d[4], &d[5], &d[6], &d[7], &d[8],
+                      &d[9], &d[10], &d[11], &n);
+    if (i < 0 || GetOriginalPoint(context, i, &point) != i) continue;
+    VerticalResult height;
+    GetVerticalResult(context, i, &height);
+    if (GetObsDataCount(context, i) == 0) continue;
+    for (std::int32_t k = 0; k < kIndices; ++k) {
+      if (GetPoint(context, k, &point) == k) ReadLine(context, i, point.name);
+    }
+  }
+}
+
+void Exercise(AdjustmentContext* context, const char* scratch) {
+  CheckStore(context);
+  SaveBrenuAdjustFile(context, scratch);
+  if (GetPointCount(context) > kMostPoints) return;
+  const auto type = static_cast<std::uint32_t>(GetNetType(context));
+  ApproxCalc(context);
+  Report(context, scratch);
+  CalculateCloseError(context);
+  Report(context, scratch);
+  LeastSquareAdj(context);
+  Report(context, scratch);
+  DataSnooping(context, type, 0.001, 0.001);
+  Report(context, scratch);
+  AdjParam param = GetAdjParam(context);
+  param.format = 1;
+  SetAdjParam(context, param);
+  NonDirectionAdj(context);
+  Report(context, scratch);
+  param.format = 3;
+  SetAdjParam(context, param);
+  Trilaterate(context);
+  LeastSquareAdj(context);
+  Report(context, scratch);
+  CheckStore(context);
+}
+
+}  // namespace brenu::fuzz

@@ -1,0 +1,20 @@
+#pragma once
+
+#include "brenu/brenu.h"
+
+namespace brenu::fuzz {
+
+// A network with more points is read, but not computed, so that an input stays fast.
+inline constexpr unsigned kMostPoints = 12;
+
+// Every computation, each followed by every getter and both reports, which go to the file given.
+// Ends the program when the names of the store and their index disagree.
+void Exercise(AdjustmentContext* context, const char* scratch);
+
+// Every getter for every point and pair of points.
+void ReadResults(AdjustmentContext* context);
+
+// Ends the program when a stored point is not found under its name.
+void CheckStore(AdjustmentContext* context);
+
+}  // namespace brenu::fuzz

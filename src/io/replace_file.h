@@ -1,0 +1,23 @@
+#pragma once
+
+#include <cstdint>
+#include <string_view>
+
+namespace brenu {
+
+enum class Replaced : std::uint8_t {
+  kNotOpened,   // the file cannot be opened for writing; nothing has changed
+  kNotWritten,  // it could be opened, but not all of the text could be written
+  kDone
+};
+
+// Creates the file or replaces its contents, with the line ends of the platform.
+//
+// The new contents are complete on the disk, in a file beside the old one, before they take its
+// place: whatever fails, the file holds all of the old text or all of the new.  The file keeps its
+// permissions and, as far as the system allows, its owner; a symbolic link keeps pointing to it;
+// another hard link keeps the old contents.  What is no ordinary file, or stands in a folder that
+// takes no new file, is written in place, without that promise.
+Replaced ReplaceFile(const char* path, std::string_view text);
+
+}  // namespace brenu

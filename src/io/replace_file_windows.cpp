@@ -1,0 +1,69 @@
+#include <fcntl.h>
+#include <io.h>
+#include <sys/stat.h>
+#define WIN32_LEAN_AND_MEAN
+#define NOMINMAX
+#include <windows.h>
+#undef ReplaceFile  // a macro that would rename the function below
+
+#include <cstdio>
+#include <memory>
+#include <string>
+#include <utility>
+
+#include "io/replace_file.h"
+#include "io/text_file.h"
+
+namespace brenu {
+
+namespace {
+
+using FilePtr = std::unique_ptr<std::FILE, CloseFile>;
+
+Replaced Outcome(bool done) { return done ? Replaced::kDone : Replaced::kNotWritten; }
+
+bool WriteAll(FilePtr file, std::string_view text) {
+  const bool written = std::fwrite(text.data(), 1, text.size(), file.get()) == text.size() &&
+                       std::fflush(file.get()) == 0;
+  // Devices cannot be flushed to a disk.
+  if (GetFileType(reinterpret_cast<HANDLE>(_get_osfhandle(_fileno(file.get())))) ==
+          FILE_TYPE_DISK &&
+      _commit(_fileno(file.get())) != 0) {
+    return false;
+  }
+  return std::fclose(file.release()) == 0 && written;
+}
+
+// Ordinary files are those that a new one may take the place of; a link or a device is not.
+bool IsOrdinary(const char* path) {
+  const DWORD attributes = GetFileAttributesA(path);
+  constexpr DWORD kOthers =
+      FILE_ATTRIBUTE_DIRECTORY | FILE_ATTRIBUTE_REPARSE_POINT | FILE_ATTRIBUTE_DEVICE;
+  return attributes != INVALID_FILE_ATTRIBUTES && (attributes & kOthers) == 0;
+}
+
+}  // namespace
+
+Replaced ReplaceFile(const char* path, std::string_view text) {
+  // Opened for appending: whether it may be written, with nothing changed.
+  const bool isNew = GetFileAttributesA(path) == INVALID_FILE_ATTRIBUTES;
+  FilePtr file(std::fopen(path, isNew ? "w" : "a"));
+  if (file == nullptr) return Replaced::kNotOpened;
+  if (isNew) return Outcome(WriteAll(std::move(file), text));
+  file.reset();
+  const std::string beside = std::string(path) + "." + std::to_string(GetCurrentProcessId()) + "-" +
+                             std::to_string(GetCurrentThreadId()) + ".tmp";
+  FilePtr sibling(IsOrdinary(path) ? std::fopen(beside.c_str(), "w") : nullptr);
+  if (sibling == nullptr) {
+    file.reset(std::fopen(path, "w"));
+    return Outcome(file != nullptr && WriteAll(std::move(file), text));
+  }
+  // ReplaceFileA keeps the attributes and the access rights of the old file.
+  const bool done = WriteAll(std::move(sibling), text) &&
+                    ::ReplaceFileA(path, beside.c_str(), nullptr, REPLACEFILE_IGNORE_MERGE_ERRORS,
+                                   nullptr, nullptr) != 0;
+  if (!done) std::remove(beside.c_str());
+  return Outcome(done);
+}
+
+}  // namespace brenu

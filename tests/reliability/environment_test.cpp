@@ -1,0 +1,66 @@
+// Results and files do not depend on the locale of the host, nor on what other threads do.
+#include <gtest/gtest.h>
+
+#include <clocale>
+#include <deque>
+#include <locale>
+#include <string>
+#include <thread>
+#include <vector>
+
+#include "support/job.h"
+#include "support/plane_example.h"
+#include "support/temp_file.h"
+
+namespace brenu::testing {
+namespace {
+
+struct Paths {
+  TempFile input{"[PT]\nA,11,5,6,7.25\nB,00,1.5,,\n\n[OBS]\nA,B,359.5959,7.125,1.0625,\n"};
+  TempFile saved, report, closures;
+};
+
+// Everything that a job writes, as one text.
+std::string RunJob(const Paths& paths) {
+  Job job;
+  PlaneExample::Fill(job);
+  PlaneExample::AddHeights(job);
+  const bool done = LeastSquareAdj(job) && ExportResultFile(job, paths.report.Path()) &&
+                    CalculateCloseError(job) && ExportCloseErrorFile(job, paths.closures.Path()) &&
+                    SaveBrenuAdjustFile(job, paths.saved.Path()) == 1;
+  const std::string written = paths.report.Text() + paths.closures.Text() + paths.saved.Text();
+  const Job read;
+  if (!done || !OpenBrenuAdjustFile(read, paths.input.Path())) return "failed";
+  SaveBrenuAdjustFile(read, paths.saved.Path());
+  return written + paths.saved.Text();
+}
+
+TEST(Environment, ACommaAsDecimalSeparatorChangesNothing) {
+  const Paths paths;
+  const std::string expected = RunJob(paths);
+  ASSERT_NE(expected.find(",7.125000,1.062500,"), std::string::npos) << expected;
+  const char* const german = "de_DE.UTF-8";
+  if (std::setlocale(LC_ALL, german) == nullptr) GTEST_SKIP() << "no German locale here";
+  ASSERT_EQ(std::string(std::localeconv()->decimal_point), ",");
+  const std::locale before = std::locale::global(std::locale(german));
+  EXPECT_EQ(RunJob(paths), expected);
+  std::locale::global(before);
+  std::setlocale(LC_ALL, "C");
+}
+
+TEST(Environment, ContextsInThreadsDoNotMeet) {
+  constexpr int kThreads = 100;
+  std::deque<Paths> paths(kThreads + 1);
+  const std::string expected = RunJob(paths[kThreads]);
+  ASSERT_NE(expected, "failed");
+  std::vector<std::string> results(kThreads);
+  std::vector<std::thread> threads;
+  for (std::size_t i = 0; i < kThreads; ++i) {
+    threads.emplace_back([&, i] { results[i] = RunJob(paths[i]); });
+  }
+  for (std::thread& thread : threads) thread.join();
+  for (const std::string& result : results) EXPECT_EQ(result, expected);
+}
+
+}  // namespace
+}  // namespace brenu::testing
