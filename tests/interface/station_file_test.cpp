@@ -3,6 +3,7 @@
 #include <string>
 
 #include "support/job.h"
+#include "support/line_end.h"
 #include "support/temp_file.h"
 
 namespace brenu::testing {
@@ -96,10 +97,11 @@ TEST(StationFile, FailsAtTheFirstLineThatDoesNotFit) {
 
 TEST(StationFile, AHeaderFollowedByACarriageReturnIsNone) {
   const Job job;
-  EXPECT_TRUE(Load(job, "[STATION]\r\nA,11,1,2,3\r\n"));
+  const std::string end = kReturnAndLineEnd;
+  EXPECT_TRUE(Load(job, "[STATION]" + end + "A,11,1,2,3" + end));
   EXPECT_EQ(GetPointCount(job), 0U);
   // Inside a section it is data.
-  EXPECT_FALSE(Load(job, "[PARA]\nMO:1\n[STATION]\r\nA,11,1,2,3\r\n"));
+  EXPECT_FALSE(Load(job, "[PARA]\nMO:1\n[STATION]" + end + "A,11,1,2,3" + end));
 }
 
 TEST(StationFile, LevelsWithoutATableEntryHaveTheLastResort) {

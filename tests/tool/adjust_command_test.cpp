@@ -1,5 +1,6 @@
 #include <gmock/gmock.h>
 
+#include "support/line_end.h"
 #include "tool/program.h"
 
 namespace brenu::testing {
@@ -100,7 +101,8 @@ TEST_F(AdjustCommand, SaysWhyAFileCannotBeRead) {
   ExpectFailure("A,01,,,100\n", 2, "neither a project file");
   ExpectFailure("", 2, "neither a project file");
   ExpectFailure("\xEF\xBB\xBF[PARAM]\nMS:0.005\n\n[PT]\nA,01,,,100\n", 2, "byte-order mark");
-  ExpectFailure("[PARA]\r\nMO:2\r\n\r\n[STATION]\r\nA,01\r\n", 2, "line 1 is a section header");
+  ExpectFailure(std::string("[PARA]") + kReturnAndLineEnd + "[STATION]\nA,01\n", 2,
+                "line 1 is a section header");
   ExpectFailure("[PARAM]\nMO:2\n[PT]\nA,01,,,100\n", 2, "line 3 is a section header without");
   ExpectFailure("[PT]\nA,01,,,100\nB,00,,\n", 2, "line 3 \"B,00,,\": a point line has");
   ExpectFailure("[STATION]\nA,01,,,100\n[OBSER]\nA,Q,0,10,1\n", 2,

@@ -1,0 +1,43 @@
+# What `cmake --install` puts where: the library with its headers, a CMake package, a pkg-config
+# file, the program and its man page, the documentation.
+set(CMAKE_INSTALL_DOCDIR share/doc/brenu CACHE PATH "Folder of the documentation")
+include(GNUInstallDirs)
+include(CMakePackageConfigHelpers)
+
+install(TARGETS brenu EXPORT BrenuTargets
+  RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR}
+  LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}
+  ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR}
+  INCLUDES DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
+install(DIRECTORY include/brenu DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
+if(WIN32) # for linkers that make import libraries of their own
+  install(FILES ${PROJECT_BINARY_DIR}/src/brenu.def DESTINATION ${CMAKE_INSTALL_LIBDIR})
+endif()
+
+set(package ${CMAKE_INSTALL_LIBDIR}/cmake/Brenu)
+install(EXPORT BrenuTargets NAMESPACE Brenu:: FILE BrenuConfig.cmake DESTINATION ${package})
+write_basic_package_version_file(${PROJECT_BINARY_DIR}/BrenuConfigVersion.cmake
+  COMPATIBILITY SameMinorVersion)
+install(FILES ${PROJECT_BINARY_DIR}/BrenuConfigVersion.cmake DESTINATION ${package})
+
+# The pkg-config file finds its folders from its own place, so that the prefix can be moved.
+file(RELATIVE_PATH up_to_prefix
+  ${CMAKE_INSTALL_FULL_LIBDIR}/pkgconfig ${CMAKE_INSTALL_PREFIX})
+configure_file(cmake/brenu.pc.in brenu.pc @ONLY)
+install(FILES ${PROJECT_BINARY_DIR}/brenu.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
+
+if(BRENU_BUILD_TOOL)
+  install(TARGETS brenu_tool DESTINATION ${CMAKE_INSTALL_BINDIR})
+  if(NOT WIN32)
+    install(FILES docs/brenu.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
+  endif()
+endif()
+install(FILES README.md CHANGELOG.md DESTINATION ${CMAKE_INSTALL_DOCDIR})
+install(DIRECTORY docs DESTINATION ${CMAKE_INSTALL_DOCDIR} FILES_MATCHING PATTERN *.md)
+install(DIRECTORY examples bindings python DESTINATION ${CMAKE_INSTALL_DOCDIR}
+  PATTERN CMakeLists.txt EXCLUDE
+  PATTERN generate.py EXCLUDE
+  PATTERN tests EXCLUDE
+  PATTERN build EXCLUDE
+  PATTERN *.egg-info EXCLUDE
+  PATTERN __pycache__ EXCLUDE)

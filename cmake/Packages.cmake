@@ -1,0 +1,26 @@
+# The packages around the library.  Their headers are installed beside those of the build machine's
+# own C library, which a cross-build must not see: there, CLI11 gets a folder of its own, and
+# GoogleTest is built from its sources.
+
+macro(brenu_find_cli11)
+  if(CMAKE_CROSSCOMPILING)
+    find_path(CLI11_HEADERS CLI/CLI.hpp PATHS /usr/include NO_CMAKE_FIND_ROOT_PATH REQUIRED)
+    file(COPY ${CLI11_HEADERS}/CLI DESTINATION ${CMAKE_CURRENT_BINARY_DIR}/cli11)
+    add_library(CLI11::CLI11 INTERFACE IMPORTED)
+    set_target_properties(CLI11::CLI11 PROPERTIES
+      INTERFACE_INCLUDE_DIRECTORIES ${CMAKE_CURRENT_BINARY_DIR}/cli11)
+  else()
+    find_package(CLI11 REQUIRED)
+  endif()
+endmacro()
+
+macro(brenu_find_gtest)
+  if(CMAKE_CROSSCOMPILING)
+    find_path(GTEST_SOURCES googlemock/CMakeLists.txt PATHS /usr/src/googletest
+      NO_CMAKE_FIND_ROOT_PATH REQUIRED)
+    set(INSTALL_GTEST OFF CACHE BOOL "" FORCE)
+    add_subdirectory(${GTEST_SOURCES} ${CMAKE_CURRENT_BINARY_DIR}/googletest EXCLUDE_FROM_ALL)
+  else()
+    find_package(GTest REQUIRED)
+  endif()
+endmacro()

@@ -1,0 +1,18 @@
+# brenu_version_resource(TARGET DESCRIPTION): the version resource of a program or library on
+# Windows.
+function(brenu_version_resource target description)
+  if(NOT WIN32)
+    return()
+  endif()
+  get_target_property(type ${target} TYPE)
+  if(type STREQUAL "EXECUTABLE")
+    set(file_name brenu.exe)
+    set(file_type 1)
+  else()
+    set(file_name brenu.dll)
+    set(file_type 2)
+  endif()
+  set(resource ${CMAKE_CURRENT_BINARY_DIR}/version.rc)
+  configure_file(${PROJECT_SOURCE_DIR}/cmake/version.rc.in ${resource} @ONLY)
+  target_sources(${target} PRIVATE ${resource})
+endfunction()

@@ -1,0 +1,56 @@
+"""The records of the C header as they lie in memory."""
+
+from ctypes import Structure, c_bool, c_char, c_char_p, c_double, c_int32
+
+
+class AdjParam(Structure):
+    _fields_ = [
+        *[(name, c_double) for name in ("MO", "MS", "MR")],
+        *[(name, c_int32) for name in ("Lvl1", "Lvl1Limit", "Lvl2", "Lvl2Limit", "Limit", "format")],
+    ]
+
+
+class PointData(Structure):
+    _fields_ = [
+        ("name", c_char * 128),
+        ("type", c_int32),
+        ("reserved", c_int32),
+        ("x", c_double),
+        ("y", c_double),
+        ("h", c_double),
+    ]
+
+
+class ObsData(Structure):
+    _fields_ = [(name, c_double) for name in ("distance", "direction", "heightDiff", "azimuth")]
+
+
+class CloseError(Structure):
+    _fields_ = [
+        ("route", c_char * 256),
+        ("heightMisclosure", c_double),
+        ("heightLimit", c_double),
+        ("angleMisclosure", c_double),
+        ("angleLimit", c_double),
+        ("lengthMisclosure", c_double),
+        ("routeLength", c_double),
+        ("relativePrecision", c_int32),
+        ("reserved1", c_int32),
+        ("lengthLimit", c_double),
+        ("angleWithinLimit", c_bool),
+        ("heightWithinLimit", c_bool),
+        ("mark", c_bool),
+        ("reserved2", c_char * 21),
+    ]
+
+
+class PlaneResult(Structure):
+    _fields_ = [(name, c_double) for name in ("x", "y", "mx", "my", "mp", "e", "f", "t")]
+
+
+class VerticalResult(Structure):
+    _fields_ = [(name, c_double) for name in ("correction", "height", "sigma")]
+
+
+class CircleRecord(Structure):
+    _fields_ = [("name", c_char_p), ("x", c_double), ("y", c_double), ("radius", c_double)]

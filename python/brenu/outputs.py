@@ -1,0 +1,65 @@
+"""What functions with several outputs give, in the order of these outputs."""
+
+from __future__ import annotations
+
+from dataclasses import dataclass
+
+from .records import CircleRecord
+
+
+@dataclass
+class ObservationResult:
+    """A direction or azimuth (arc-seconds, dd.mmss, arc-seconds) or a distance (metres)."""
+
+    residual: float
+    adjusted: float
+    apriori: float  #: a-priori standard error
+
+
+@dataclass
+class HeightObsResult:
+    """A height difference, metres."""
+
+    residual: float
+    adjusted: float
+    sigma: float  #: standard error
+    weight: float  #: 1000 / length
+
+
+@dataclass
+class LinePrecision:
+    """A line from adjusted coordinates."""
+
+    azimuth: float  #: dd.mmss
+    azimuthError: float  #: arc-seconds
+    length: float  #: metres
+    lengthError: float  #: metres
+    relativePrecision: int  #: N of 1:N
+
+
+@dataclass
+class TraverseRow:
+    """The row of a point in the traverse table."""
+
+    angle: float  #: from back sight to fore sight, clockwise, dd.mmss
+    angleCorrection: float  #: arc-seconds
+    azimuth: float  #: to the next point, dd.mmss
+    length: float  #: to the next point, metres
+    dx: float  #: metres, like the next five
+    dy: float
+    dxCorrection: float
+    dyCorrection: float
+    x: float
+    y: float
+    angleMisclosure: float  #: of the whole traverse, arc-seconds
+    lengthMisclosure: float  #: of the whole traverse, metres
+    relativePrecision: int  #: N of 1:N
+
+
+@dataclass
+class TrilaterationChoice:
+    """The two circles that meet in the next point, and a text that names its two sides."""
+
+    first: CircleRecord
+    second: CircleRecord
+    text: str
