@@ -117,7 +117,8 @@ BRENU_API AdjParam GetAdjParam(AdjustmentContext* context);
  * that line stays in the context. */
 BRENU_API bool OpenBrenuAdjustFile(AdjustmentContext* context, const char* path);
 /* Writes parameters, points and observations, coordinates with 6 decimals.  1 once the file could
- * be opened, 0 otherwise. */
+ * be opened, 0 otherwise.  An old file is replaced when the new contents are complete on the disk:
+ * whatever fails, it holds all of the old or all of the new. */
 BRENU_API int32_t SaveBrenuAdjustFile(AdjustmentContext* context, const char* path);
 /* Reads a station and observation file like OpenBrenuAdjustFile; a project file is refused.  Every
  * observation of this format carries a direction (0 where the field is empty) and no azimuth. */
@@ -231,7 +232,8 @@ BRENU_API bool GetCloseError(AdjustmentContext* context, int32_t index, CloseErr
 /* 1 when every record passes (also when there is none), otherwise 0. */
 BRENU_API int32_t GetCloseErrorMark(AdjustmentContext* context);
 /* Text reports; labels are in code page 936.  False when the file cannot be opened, without closure
- * records, or when the result of a row cannot be had: then the report ends before that row. */
+ * records, or when the result of a row cannot be had: then the report ends before that row.
+ * ExportResultFile also when not all could be written, which leaves an old file as it was. */
 BRENU_API bool ExportResultFile(AdjustmentContext* context, const char* path);
 BRENU_API bool ExportCloseErrorFile(AdjustmentContext* context, const char* path);
 

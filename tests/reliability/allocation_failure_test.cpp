@@ -2,6 +2,7 @@
 // once there is memory again the job goes on to the same results.
 #include <gtest/gtest.h>
 
+#include <atomic>
 #include <cstdlib>
 #include <iterator>
 #include <new>
@@ -17,7 +18,7 @@ namespace {
 bool armed = false;
 bool failed = false;
 long countdown = 0;
-long blocks = 0;  // not freed yet
+std::atomic<long> blocks = 0;  // not freed yet; other tests have threads
 
 }  // namespace
 
