@@ -127,12 +127,12 @@ BRENU_API bool LoadKorvelAdjustFile(AdjustmentContext* context, const char* path
 
 /* The number of points, 0 for a null context. */
 BRENU_API uint32_t GetPointCount(AdjustmentContext* context);
-/* Returns index; -1 when it is negative or taken, or the name is taken. */
+/* Adds a point.  Returns index; -1 when it is negative or taken, or the name is taken. */
 BRENU_API int32_t AddPoint(AdjustmentContext* context, int32_t index, PointData point);
 /* Removes the point and every observation from and to it; the points of higher index each move down
  * to the next lower index in use.  Returns index, -1 when there is no such point. */
 BRENU_API int32_t DeletePoint(AdjustmentContext* context, int32_t index);
-/* Returns index, -1 when there is no such point. */
+/* The point as it is stored.  Returns index, -1 when there is no such point. */
 BRENU_API int32_t GetPoint(AdjustmentContext* context, int32_t index, PointData* out);
 /* Another name of GetPoint. */
 BRENU_API int32_t GetOriginalPoint(AdjustmentContext* context, int32_t index, PointData* out);
@@ -147,8 +147,8 @@ BRENU_API int32_t GetPointNum(AdjustmentContext* context, const char* name);
 
 /* The number of targets stored for the station, 0 when there is no such point. */
 BRENU_API int32_t GetObsDataCount(AdjustmentContext* context, int32_t station);
-/* Returns station; -1 when station or target is no point, both are the same or the pair is stored.
- */
+/* Adds an observation.  Returns station; -1 when station or target is no point, both are the same
+ * or the pair is stored. */
 BRENU_API int32_t AddObsData(AdjustmentContext* context, int32_t station, const char* target,
                              ObsData observation);
 /* Adds two targets at once and registers them as a pair.  With reconcile set and one of the targets
@@ -195,12 +195,15 @@ BRENU_API int32_t DataSnooping(AdjustmentContext* context, uint32_t kind, double
 /* ---- Results: station and index are those of the store; false when there is no such result ----
  */
 
-/* Adjusted coordinates with their standard errors and the error ellipse. */
+/* Adjusted coordinates with their standard errors and the error ellipse; false when the point has
+ * none. */
 BRENU_API bool GetPlaneResult(AdjustmentContext* context, int32_t index, PlaneResult* out);
-/* Residual in arc-seconds, adjusted direction in dd.mmss, a-priori standard error MO. */
+/* Residual in arc-seconds, adjusted direction in dd.mmss, a-priori standard error MO in
+ * arc-seconds; false when no direction was adjusted there. */
 BRENU_API bool GetDirAngleResult(AdjustmentContext* context, int32_t station, const char* target,
                                  double* residual, double* adjusted, double* apriori);
-/* Residual, adjusted length and a-priori standard error MS + MR * length, metres. */
+/* Residual, adjusted length and a-priori standard error MS + MR * length, metres; false when no
+ * distance was adjusted there. */
 BRENU_API bool GetLengthResult(AdjustmentContext* context, int32_t station, const char* target,
                                double* residual, double* adjusted, double* apriori);
 /* As GetDirAngleResult, for an observed azimuth. */
@@ -212,10 +215,12 @@ BRENU_API bool GetAzimuthResult(AdjustmentContext* context, int32_t station, con
 BRENU_API bool GetAzAndLenPrecision(AdjustmentContext* context, int32_t station, const char* target,
                                     double* azimuth, double* azimuthError, double* length,
                                     double* lengthError, int32_t* relativePrecision);
-/* Asking for an index without a point adds an empty point under it (and gives false). */
+/* Adjusted height with its standard error; false when the point has none.  Asking for an index
+ * without a point adds an empty point under it (and gives false). */
 BRENU_API bool GetVerticalResult(AdjustmentContext* context, int32_t index, VerticalResult* out);
-/* Residual, adjusted difference and its standard error in metres, weight 1000 / length.  An unknown
- * station is added as an empty point, as above. */
+/* Residual, adjusted difference and its standard error in metres, weight 1000 / length; false when
+ * no height difference was adjusted there.  An unknown station is added as an empty point, as in
+ * GetVerticalResult. */
 BRENU_API bool GetHeightObsResult(AdjustmentContext* context, int32_t station, const char* target,
                                   double* residual, double* adjusted, double* sigma,
                                   double* weight);
