@@ -53,8 +53,8 @@ typedef struct AdjParam { /* 48 bytes */
 typedef struct PointData { /* 160 bytes */
   char name[128];          /* NUL-terminated; the point's identity */
   int32_t type;            /* tens digit 1: plane coordinates known; units digit 1: height known */
-  int32_t reserved;
-  double x, y, h; /* metres; 0.0 is "not given" */
+  int32_t reserved;        /* not used */
+  double x, y, h;          /* metres; 0.0 is "not given" */
 } PointData;
 
 typedef struct ObsData { /* 32 bytes: what was observed at one station towards one target */
@@ -73,12 +73,12 @@ typedef struct CloseError {  /* 344 bytes: the closure error of a line, a loop o
   double lengthMisclosure;   /* metres */
   double routeLength;        /* sum of the lines or sides, metres */
   int32_t relativePrecision; /* N of 1:N; traverses only */
-  int32_t reserved1;
-  double lengthLimit;     /* metres; traverses only */
-  bool angleWithinLimit;  /* true for levelling records */
-  bool heightWithinLimit; /* traverses: both misclosures within the tolerance */
-  bool mark;              /* the record passes */
-  char reserved2[21];
+  int32_t reserved1;         /* not used */
+  double lengthLimit;        /* metres; traverses only */
+  bool angleWithinLimit;     /* true for levelling records */
+  bool heightWithinLimit;    /* traverses: both misclosures within the tolerance */
+  bool mark;                 /* the record passes */
+  char reserved2[21];        /* not used */
 } CloseError;
 
 typedef struct PlaneResult { /* 64 bytes */
@@ -126,13 +126,14 @@ BRENU_API bool LoadKorvelAdjustFile(AdjustmentContext* context, const char* path
 
 /* ---- Points ---- */
 
+/* The number of points, 0 for a null context. */
 BRENU_API uint32_t GetPointCount(AdjustmentContext* context);
-/* Returns index; -1 when it is negative or taken, or the name is taken. */
+/* Adds a point.  Returns index; -1 when it is negative or taken, or the name is taken. */
 BRENU_API int32_t AddPoint(AdjustmentContext* context, int32_t index, PointData point);
 /* Removes the point and every observation from and to it; the points of higher index each move down
  * to the next lower index in use.  Returns index, -1 when there is no such point. */
 BRENU_API int32_t DeletePoint(AdjustmentContext* context, int32_t index);
-/* Returns index, -1 when there is no such point. */
+/* The point as it is stored.  Returns index, -1 when there is no such point. */
 BRENU_API int32_t GetPoint(AdjustmentContext* context, int32_t index, PointData* out);
 /* Another name of GetPoint. */
 BRENU_API int32_t GetOriginalPoint(AdjustmentContext* context, int32_t index, PointData* out);
@@ -147,8 +148,8 @@ BRENU_API int32_t GetPointNum(AdjustmentContext* context, const char* name);
 
 /* The number of targets stored for the station, 0 when there is no such point. */
 BRENU_API int32_t GetObsDataCount(AdjustmentContext* context, int32_t station);
-/* Returns station; -1 when station or target is no point, both are the same or the pair is stored.
- */
+/* Adds an observation.  Returns station; -1 when station or target is no point, both are the same
+ * or the pair is stored. */
 BRENU_API int32_t AddObsData(AdjustmentContext* context, int32_t station, const char* target,
                              ObsData observation);
 /* Adds two targets at once and registers them as a pair; 1 or -1.  With reconcile set and one of
@@ -159,10 +160,12 @@ BRENU_API int32_t AddObsData(AdjustmentContext* context, int32_t station, const 
 BRENU_API int32_t AddObsData2(AdjustmentContext* context, int32_t station, const char* target1,
                               const char* target2, ObsData observation1, ObsData observation2,
                               uint8_t reconcile);
-/* These three return station, -1 when the pair is not stored. */
+/* Removes the observation.  Returns station, -1 when the pair is not stored. */
 BRENU_API int32_t DeleteObsData(AdjustmentContext* context, int32_t station, const char* target);
+/* The observation as it is stored.  Returns station, -1 when the pair is not stored. */
 BRENU_API int32_t GetObsData(AdjustmentContext* context, int32_t station, const char* target,
                              ObsData* out);
+/* Overwrites the observation.  Returns station, -1 when the pair is not stored. */
 BRENU_API int32_t SetObsData(AdjustmentContext* context, int32_t station, const char* target,
                              ObsData observation);
 
@@ -197,11 +200,15 @@ BRENU_API int32_t DataSnooping(AdjustmentContext* context, uint32_t kind, double
 /* ---- Results: station and index are those of the store; false when there is no such result ----
  */
 
+/* Adjusted coordinates with their standard errors and the error ellipse; false when the point has
+ * none. */
 BRENU_API bool GetPlaneResult(AdjustmentContext* context, int32_t index, PlaneResult* out);
-/* Residual in arc-seconds, adjusted direction in dd.mmss, a-priori standard error MO. */
+/* Residual in arc-seconds, adjusted direction in dd.mmss, a-priori standard error MO in
+ * arc-seconds; false when no direction was adjusted there. */
 BRENU_API bool GetDirAngleResult(AdjustmentContext* context, int32_t station, const char* target,
                                  double* residual, double* adjusted, double* apriori);
-/* Residual, adjusted length and a-priori standard error MS + MR * length, metres. */
+/* Residual, adjusted length and a-priori standard error MS + MR * length, metres; false when no
+ * distance was adjusted there. */
 BRENU_API bool GetLengthResult(AdjustmentContext* context, int32_t station, const char* target,
                                double* residual, double* adjusted, double* apriori);
 /* As GetDirAngleResult, for an observed azimuth. */
@@ -213,10 +220,12 @@ BRENU_API bool GetAzimuthResult(AdjustmentContext* context, int32_t station, con
 BRENU_API bool GetAzAndLenPrecision(AdjustmentContext* context, int32_t station, const char* target,
                                     double* azimuth, double* azimuthError, double* length,
                                     double* lengthError, int32_t* relativePrecision);
-/* Asking for an index without a point adds an empty point under it (and gives false). */
+/* Adjusted height with its standard error; false when the point has none.  Asking for an index
+ * without a point adds an empty point under it (and gives false). */
 BRENU_API bool GetVerticalResult(AdjustmentContext* context, int32_t index, VerticalResult* out);
-/* Residual, adjusted difference and its standard error in metres, weight 1000 / length.  An unknown
- * station is added as an empty point, as above. */
+/* Residual, adjusted difference and its standard error in metres, weight 1000 / length; false when
+ * no height difference was adjusted there.  An unknown station is added as an empty point, as in
+ * GetVerticalResult. */
 BRENU_API bool GetHeightObsResult(AdjustmentContext* context, int32_t station, const char* target,
                                   double* residual, double* adjusted, double* sigma,
                                   double* weight);
@@ -227,14 +236,18 @@ BRENU_API bool GetHeightObsResult(AdjustmentContext* context, int32_t station, c
  * approximate values; false when those cannot be computed, or when a network of type 3 has none
  * of these closures. */
 BRENU_API bool CalculateCloseError(AdjustmentContext* context);
+/* The number of closure records, 0 before they are computed. */
 BRENU_API int32_t GetCloseErrorCount(AdjustmentContext* context);
+/* The record of this index, counted from 0; false when there is none. */
 BRENU_API bool GetCloseError(AdjustmentContext* context, int32_t index, CloseError* out);
 /* 1 when every record passes (also when there is none), otherwise 0. */
 BRENU_API int32_t GetCloseErrorMark(AdjustmentContext* context);
-/* Text reports; labels are in code page 936.  False when the file cannot be opened, without closure
- * records, or when the result of a row cannot be had: then the report ends before that row.
- * ExportResultFile also when not all could be written, which leaves an old file as it was. */
+/* Writes the report of all results as text, labels in code page 936.  False when the file cannot be
+ * opened; when not all could be written, which leaves an old file as it was; and when the result
+ * of a row cannot be had: then the report ends before that row. */
 BRENU_API bool ExportResultFile(AdjustmentContext* context, const char* path);
+/* Writes the report of the closure records as text, labels in code page 936.  False when there are
+ * none (no file is made then), or when the file cannot be opened. */
 BRENU_API bool ExportCloseErrorFile(AdjustmentContext* context, const char* path);
 
 /* ---- Trilateration: new points of a distance-only network, placed one by one ---- */
