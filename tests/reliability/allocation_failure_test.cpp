@@ -20,6 +20,11 @@ bool failed = false;
 long countdown = 0;
 std::atomic<long> blocks = 0;  // not freed yet; other tests have threads
 
+void Release(void* block) {
+  if (block != nullptr) --blocks;
+  std::free(block);
+}
+
 }  // namespace
 
 void* operator new(std::size_t size) {
@@ -38,11 +43,8 @@ void* operator new(std::size_t size, const std::nothrow_t&) noexcept {
   if (block != nullptr) ++blocks;
   return block;
 }
-void operator delete(void* block) noexcept {
-  if (block != nullptr) --blocks;
-  std::free(block);
-}
-void operator delete(void* block, std::size_t) noexcept { operator delete(block); }
+void operator delete(void* block) noexcept { Release(block); }
+void operator delete(void* block, std::size_t) noexcept { Release(block); }
 
 namespace brenu::testing {
 namespace {
