@@ -1,19 +1,22 @@
 #include "core/normal_equations.h"
 
+#include <algorithm>
+
 namespace brenu {
 
 void NormalEquations::SetPattern(const UnknownPattern& pattern) {
+  Clear();  // should memory end on the way, there is no pattern
   const std::int32_t unknowns = pattern.UnknownCount();
+  m_rhs.assign(static_cast<std::size_t>(unknowns), 0.0);
+  m_solution.assign(static_cast<std::size_t>(unknowns), 0.0);
   m_matrix = unknowns <= m_mostPackedUnknowns ? MakePackedNormalMatrix(unknowns)
                                               : MakeSparseNormalMatrix(pattern);
-  m_solution.assign(static_cast<std::size_t>(unknowns), 0.0);
-  m_solved = false;
 }
 
 void NormalEquations::Reset() {
   m_solved = false;
   m_matrix->Clear();
-  m_rhs.assign(m_solution.size(), 0.0);
+  std::fill(m_rhs.begin(), m_rhs.end(), 0.0);
 }
 
 void NormalEquations::Add(std::span<const Term> equation, double weight, double reduced) {
