@@ -16,11 +16,11 @@ SCALARS = {
     "double": "double", "int32_t": "int32", "uint32_t": "uint32", "uint8_t": "uint8",
     "int": "int32", "uint": "uint32", "byte": "uint8", "bool": "bool", "char": "char",
     "void": "void", "IntPtr": "pointer", "string": "text",
-}  # fmt: skip
+}
 C_TYPES = {
     "double": ctypes.c_double, "int32": ctypes.c_int32, "uint32": ctypes.c_uint32,
     "bool": ctypes.c_bool, "char": ctypes.c_char, "pointer": ctypes.c_void_p,
-}  # fmt: skip
+}
 
 
 def strip_comments(text):
@@ -139,7 +139,7 @@ def python_type(kind):
     names = {
         None: "void", ctypes.c_void_p: "pointer", ctypes.c_char_p: "text",
         ctypes.c_uint8: "uint8", **{c: name for name, c in C_TYPES.items()},
-    }  # fmt: skip
+    }
     if kind in names:
         return names[kind]
     if issubclass(kind, ctypes._Pointer):
