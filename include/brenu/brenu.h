@@ -169,7 +169,8 @@ BRENU_API int32_t GetObsData(AdjustmentContext* context, int32_t station, const 
 BRENU_API int32_t SetObsData(AdjustmentContext* context, int32_t station, const char* target,
                              ObsData observation);
 
-/* ---- Computations: each begins by rebuilding the networks from points and observations ---- */
+/* ---- Computations: each begins by rebuilding the networks from points and observations, but
+ * GetNetType only classifies and GetApproxResult only reads ---- */
 
 /* 0 no control point, 1 levelling network, 2 plane network, 3 both. */
 BRENU_API int32_t GetNetType(AdjustmentContext* context);
@@ -183,9 +184,10 @@ BRENU_API bool ApproxCalc(AdjustmentContext* context);
 BRENU_API bool GetApproxResult(AdjustmentContext* context, int32_t number, PointData* out);
 /* Least-squares adjustment of heights (weights 1 km / L) and of coordinates (Gauss-Newton passes
  * until the largest correction is at most 0.01 m, 99 at most).  With format 3 the plane network is
- * adjusted as it stands, from distances only.  False without control, when a point cannot be
- * reached, or for a singular network.  The standard error of unit weight of the heights divides by
- * the number of new heights, that of the coordinates by the redundancy, which is not checked. */
+ * adjusted as it stands, from distances only: a computation that places all points comes first.
+ * False without control, when a point cannot be reached, or for a singular network.  The standard
+ * error of unit weight of the heights divides by the number of new heights, that of the coordinates
+ * by the redundancy, which is not checked. */
 BRENU_API bool LeastSquareAdj(AdjustmentContext* context);
 /* Connecting traverses from angles and sides alone, without back sights: each is turned onto the
  * azimuth between its two control points.  Coordinates have no standard errors (0).  False unless
@@ -221,7 +223,7 @@ BRENU_API bool GetAzAndLenPrecision(AdjustmentContext* context, int32_t station,
                                     double* azimuth, double* azimuthError, double* length,
                                     double* lengthError, int32_t* relativePrecision);
 /* Adjusted height with its standard error; false when the point has none.  Asking for an index
- * without a point adds an empty point under it (and gives false). */
+ * without a point adds an empty point under it when the network has heights. */
 BRENU_API bool GetVerticalResult(AdjustmentContext* context, int32_t index, VerticalResult* out);
 /* Residual, adjusted difference and its standard error in metres, weight 1000 / length; false when
  * no height difference was adjusted there.  An unknown station is added as an empty point, as in

@@ -12,7 +12,8 @@
 struct AdjustmentContext {
   AdjParam param = brenu::kDefaultParam;
   brenu::Store store;
-  brenu::Store::PointMap originalPoints;     // the points as the last project file gave them
+  brenu::Store::PointMap
+      originalPoints;  // as the last project file gave them; no function reads them
   std::int32_t netType = brenu::kNoControl;  // as of the last build or classification
   brenu::LevelNet levelNet;
   brenu::PlaneNet planeNet;

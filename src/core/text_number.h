@@ -8,7 +8,7 @@
 namespace brenu {
 
 // Leading blanks, a sign, then the longest prefix that is a number; 0 when there is none.  Values
-// out of range give an infinity, zero, or the nearest whole number.
+// out of range give an infinity, zero, or the nearest whole number.  Decimal notation only.
 double ParseDouble(std::string_view text);
 std::int32_t ParseInt(std::string_view text);
 

@@ -84,7 +84,9 @@ ReadOutcome ReadStationFile(AdjustmentContext& context, const char* path) {
   for (std::size_t number = 1; file.Next(text); ++number) {
     if (number == 1 && text == "[PARAM]") return {"this is a project file", 0, {}};
     const std::string_view line = WithoutReturn(text);
-    const Section header = SectionOf(text);
+    // Within the parameters only the other two headers count.
+    Section header = SectionOf(text);
+    if (section == Section::kParam && header == Section::kParam) header = Section::kNone;
     const char* fault = nullptr;
     if (line.empty() || header != Section::kNone) {
       section = header;

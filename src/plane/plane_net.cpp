@@ -23,6 +23,7 @@ void PlaneNet::Fill(std::vector<PointData> points, std::int32_t knownPointCount,
 }
 
 bool PlaneNet::PrepareAdj() {
+  if (m_points.empty() || m_orientationCount == 0) return false;  // the last results stay
   m_coords.clear();  // should memory end on the way, there are no results
   m_net = m_layout;
   m_obs = {};
@@ -40,7 +41,6 @@ bool PlaneNet::PrepareAdj() {
     working.x = known ? point.x : kNoCoordinate;
     working.y = known ? point.y : kNoCoordinate;
   }
-  if (m_points.empty() || m_orientationCount == 0) return false;
   m_obs = ObservationTables(*m_net);
   return true;
 }
