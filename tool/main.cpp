@@ -17,6 +17,7 @@ const char* const kStatusHelp =
 ExitStatus Run(int argc, char** argv) {
   CLI::App app("Adjusts survey control networks by least squares.", "brenu");
   app.set_version_flag("--version", "brenu " BRENU_VERSION);
+  app.allow_windows_style_options(false);  // a path may begin with a slash there too
   app.require_subcommand(1);
   app.footer(kStatusHelp);
 
