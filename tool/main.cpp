@@ -73,6 +73,7 @@ void AddClosures(CLI::App& app, std::string& file) {
 ExitStatus Run(int argc, char** argv) {
   CLI::App app("Adjusts survey control networks by least squares.", "brenu");
   app.set_version_flag("--version", "brenu " BRENU_VERSION);
+  app.allow_windows_style_options(false);  // a path may begin with a slash there too
   app.require_subcommand(1);
   app.footer(kStatusHelp);
   AdjustOptions options;
