@@ -10,9 +10,9 @@
 #include <vector>
 
 #include "core/packed_matrix.h"
+#include "grid_network.h"
 #include "level/level_net.h"
 #include "plane/plane_net.h"
-#include "support/grid_network.h"
 
 namespace brenu::testing {
 namespace {

@@ -1,6 +1,5 @@
 #include <gtest/gtest.h>
 
-#include <array>
 #include <cmath>
 #include <vector>
 
@@ -13,32 +12,6 @@ namespace brenu {
 namespace {
 
 using Packed = std::vector<double>;  // columns of the upper triangle
-
-void ExpectNear(const Packed& actual, const Packed& expected, double tolerance) {
-  ASSERT_EQ(actual.size(), expected.size());
-  for (std::size_t i = 0; i < actual.size(); ++i) {
-    EXPECT_NEAR(actual[i], expected[i], tolerance) << "element " << i;
-  }
-}
-
-TEST(InvertPacked, SmallMatricesWithKnownInverses) {
-  Packed one = {4.0};
-  EXPECT_TRUE(InvertPacked(one, 1));
-  EXPECT_EQ(one[0], 0.25);
-
-  // [2 -1 0; -1 2 -1; 0 -1 2], the inverse of which is [3 2 1; 2 4 2; 1 2 3] / 4.
-  Packed chain = {2, -1, 2, 0, -1, 2};
-  EXPECT_TRUE(InvertPacked(chain, 3));
-  ExpectNear(chain, {0.75, 0.5, 1.0, 0.25, 0.5, 0.75}, 1e-15);
-
-  // Indefinite, with a negative second pivot: [1 2; 2 1], inverse [-1 2; 2 -1] / 3.
-  Packed indefinite = {1, 2, 1};
-  EXPECT_TRUE(InvertPacked(indefinite, 2));
-  ExpectNear(indefinite, {-1.0 / 3, 2.0 / 3, -1.0 / 3}, 1e-15);
-
-  Packed nothing;
-  EXPECT_TRUE(InvertPacked(nothing, 0));
-}
 
 TEST(InvertPacked, AVanishingPivotIsSingularByAnAbsoluteTest) {
   Packed zeroFirst = {0, 1, 0};  // regular, but there is no pivoting
@@ -91,24 +64,6 @@ TEST(NormalEquations, SolveAndPropagate) {
   EXPECT_NEAR(normal.QuadraticForm(difference), 0.5, 1e-15);
   const Term sum[] = {{0, 1.0}, {1, 1.0}};
   EXPECT_NEAR(normal.QuadraticForm(sum), 0.25 + 0.75 + 2 * 0.25, 1e-15);
-}
-
-// v = x + 2x + y + l is v = 3x + y + l: the diagonal receives both cross products.
-TEST(NormalEquations, AnUnknownMayComeTwiceInAnEquation) {
-  const Term repeated[] = {{0, 1.0}, {1, 1.0}, {0, 2.0}};
-  const Term merged[] = {{1, 1.0}, {0, 3.0}};
-  const Term second[] = {{0, 1.0}, {1, -1.0}};
-  std::array<NormalEquations, 2> normal;
-  for (std::size_t i = 0; i < 2; ++i) {
-    normal[i].SetPattern(PointPattern(1, 2));
-    normal[i].Reset();
-    i == 0 ? normal[i].Add(repeated, 0.5, -4.0) : normal[i].Add(merged, 0.5, -4.0);
-    normal[i].Add(second, 1.0, 0.0);
-    ASSERT_TRUE(normal[i].Solve());
-    EXPECT_NEAR(normal[i].Solution()[0], 1.0, 1e-14);  // 3x + y = 4, x = y
-    EXPECT_NEAR(normal[i].Solution()[1], 1.0, 1e-14);
-  }
-  EXPECT_NEAR(normal[0].Cofactor(0, 0), normal[1].Cofactor(0, 0), 1e-15);
 }
 
 TEST(NormalEquations, HoldingAddsToTheDiagonalAndReplacingDoesNot) {

@@ -1,9 +1,9 @@
 // Whole networks adjusted with the packed and with the sparse normal matrix.
 #include <gtest/gtest.h>
 
+#include "bench/grid_network.h"
 #include "level/level_net.h"
 #include "plane/plane_net.h"
-#include "support/grid_network.h"
 
 namespace brenu::testing {
 namespace {

@@ -80,10 +80,5 @@ TEST(Separator, PartsAreBalancedAndNotConnected) {
   }
 }
 
-TEST(Separator, GridIsCutAlongARow) {
-  const Graph graph = GroupGraph(GridPattern(20, 60, 1));
-  EXPECT_LE(FindSeparator(graph).weights[2], 24);
-}
-
 }  // namespace
 }  // namespace brenu::testing

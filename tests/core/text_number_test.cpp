@@ -57,6 +57,8 @@ TEST(TextNumber, DoublesOutOfRangeGiveInfinityOrZero) {
 }
 
 TEST(TextNumber, WholeNumbersStopAtTheirLimits) {
+  constexpr std::int32_t kLeast = std::numeric_limits<std::int32_t>::min();
+  constexpr std::int32_t kMost = std::numeric_limits<std::int32_t>::max();
   const struct {
     const char* text;
     std::int32_t value;
@@ -71,11 +73,11 @@ TEST(TextNumber, WholeNumbersStopAtTheirLimits) {
       {"--1", 0},
       {"- 1", 0},
       {"1e3", 1},
-      {"2147483647", 2147483647},
-      {"-2147483648", std::numeric_limits<std::int32_t>::min()},
-      {"2147483648", 2147483647},
-      {"99999999999999999999999", 2147483647},
-      {"-99999999999999999999999", std::numeric_limits<std::int32_t>::min()},
+      {"2147483647", kMost},
+      {"-2147483648", kLeast},
+      {"2147483648", kMost},
+      {"99999999999999999999", kMost},
+      {"-99999999999999999999", kLeast},
   };
   for (const auto& c : cases) EXPECT_EQ(ParseInt(c.text), c.value) << '"' << c.text << '"';
 }

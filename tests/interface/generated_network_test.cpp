@@ -149,6 +149,9 @@ TEST(GeneratedNetwork, AgreesWithAnIndependentAdjustment) {
   const LeastSquares solution = net.Adjust(residuals);
   const auto redundancy = static_cast<double>(net.observations.size() - net.UnknownCount());
   const auto m0 = std::sqrt(static_cast<double>(solution.Pvv()) / redundancy);
+  const auto covariance = [&](const Vector& f, const Vector& g) {
+    return m0 * m0 * static_cast<double>(solution.Covariance(f, g));
+  };
 
   for (std::size_t i = kControl; i < net.points.size(); ++i) {
     const PlaneResult p = ReadPlane(net.job, Network::Name(i));
@@ -158,12 +161,10 @@ TEST(GeneratedNetwork, AgreesWithAnIndependentAdjustment) {
     Vector y(net.UnknownCount());
     x[net.Unknown(i)] = 1;
     y[net.Unknown(i) + 1] = 1;
-    const auto xx = m0 * m0 * static_cast<double>(solution.Covariance(x, x));
-    const auto yy = m0 * m0 * static_cast<double>(solution.Covariance(y, y));
-    const auto xy = m0 * m0 * static_cast<double>(solution.Covariance(x, y));
-    EXPECT_NEAR(p.mx, std::sqrt(xx), 1e-7);
-    EXPECT_NEAR(p.my, std::sqrt(yy), 1e-7);
-    EXPECT_NEAR(p.mp, std::sqrt(xx + yy), 1e-7);
+    const double xx = covariance(x, x);
+    const double yy = covariance(y, y);
+    const double xy = covariance(x, y);
+    EXPECT_TRUE(Near({p.mx, p.my, p.mp}, {std::sqrt(xx), std::sqrt(yy), std::sqrt(xx + yy)}, 1e-7));
     // The ellipse from the direction of its major axis, tan 2t = 2 xy / (xx - yy): the variances
     // along and across it.
     const double t = 0.5 * std::atan2(2 * xy, xx - yy);
@@ -189,10 +190,8 @@ TEST(GeneratedNetwork, AgreesWithAnIndependentAdjustment) {
     ASSERT_TRUE(line);
     const Vector a = net.Gradient(o.from, o.to, true);
     const Vector s = net.Gradient(o.from, o.to, false);
-    EXPECT_NEAR(line->azimuthError, m0 * std::sqrt(static_cast<double>(solution.Covariance(a, a))),
-                1e-4);
-    EXPECT_NEAR(line->lengthError, m0 * std::sqrt(static_cast<double>(solution.Covariance(s, s))),
-                1e-7);
+    EXPECT_NEAR(line->azimuthError, std::sqrt(covariance(a, a)), 1e-4);
+    EXPECT_NEAR(line->lengthError, std::sqrt(covariance(s, s)), 1e-7);
     EXPECT_NEAR(line->length, static_cast<double>(net.Length(o.from, o.to)), 1e-6);
     EXPECT_EQ(line->relative, static_cast<int32_t>(line->length / line->lengthError));
   }

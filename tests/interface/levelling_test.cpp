@@ -8,38 +8,18 @@
 namespace brenu::testing {
 namespace {
 
-struct HeightObs {
-  double residual, adjusted, sigma, weight;
-};
-
-HeightObs ReadObs(const Job& job, const std::string& station, const std::string& target) {
-  HeightObs r{};
-  EXPECT_TRUE(GetHeightObsResult(job, job.Index(station), target.c_str(), &r.residual, &r.adjusted,
-                                 &r.sigma, &r.weight));
-  return r;
-}
-
-bool HasObs(const Job& job, int32_t station, const char* target) {
-  HeightObs r{};
-  return GetHeightObsResult(job, station, target, &r.residual, &r.adjusted, &r.sigma, &r.weight);
-}
-
 TEST(ApproximateHeights, RunForwardAndBackwardAlongTheObservations) {
   Job job;
-  job.Add("A");
-  job.Add("B");
-  job.Add("C");
+  for (const char* name : {"A", "B", "C"}) job.Add(name);
+  EXPECT_FALSE(ApproxCalc(job));
   job.Add("Z", 1, 0, 0, 100);
+  EXPECT_FALSE(LeastSquareAdj(job));         // no observation
   job.Observe("B", "Z", Levelled(100, 5));   // backward: B = 95
   job.Observe("B", "C", Levelled(100, -2));  // forward: C = 93
   job.Observe("A", "C", Levelled(100, 1));   // backward, in the second pass: A = 92
   ASSERT_TRUE(ApproxCalc(job));
-  const double expected[] = {92, 95, 93, 100};
-  for (int32_t i = 0; i < 4; ++i) {
-    PointData point{};
-    ASSERT_TRUE(GetApproxResult(job, i, &point));
-    EXPECT_EQ(point.h, expected[i]);
-  }
+  const auto h = [&](const char* name) { return ReadApproximate(job, name).h; };
+  EXPECT_TRUE(Near({h("A"), h("B"), h("C"), h("Z")}, {92, 95, 93, 100}, 0));
   job.Add("Far");
   EXPECT_FALSE(ApproxCalc(job));
   job.Observe("Far", "A", Levelled(100, 0.0));  // a difference of zero is none
@@ -54,91 +34,62 @@ TEST(ApproximateHeights, RunForwardAndBackwardAlongTheObservations) {
 // a km beside a detour of b km has the cofactor a b / (a + b).
 TEST(Levelling, ALoopByHand) {
   Job job;
-  job.Add("A", 1, 0, 0, 100);
-  job.Add("B");
-  job.Add("C");
-  job.Observe("A", "B", Levelled(1000, 1.0));
-  job.Observe("B", "C", Levelled(1000, 2.0));
-  job.Observe("C", "A", Levelled(2000, -2.994));
+  job.AddPoints({{"A", 1, 0, 0, 100}, {"B"}, {"C"}});
+  job.ObserveAll({{"A", "B", Levelled(1000, 1.0)},
+                  {"B", "C", Levelled(1000, 2.0)},
+                  {"C", "A", Levelled(2000, -2.994)}});
   ASSERT_TRUE(LeastSquareAdj(job));
   const double sigma0 = std::sqrt(4.5) / 1000;
-
-  const VerticalResult b = ReadHeight(job, "B");
-  EXPECT_NEAR(b.correction, -0.0015, 1e-12);
-  EXPECT_NEAR(b.height, 100.9985, 1e-12);
-  EXPECT_NEAR(b.sigma, sigma0 * std::sqrt(1.0 * 3.0 / 4.0), 1e-12);
-  const VerticalResult c = ReadHeight(job, "C");
-  EXPECT_NEAR(c.correction, -0.003, 1e-12);
-  EXPECT_NEAR(c.height, 102.997, 1e-12);
-  EXPECT_NEAR(c.sigma, sigma0 * std::sqrt(2.0 * 2.0 / 4.0), 1e-12);
-  const VerticalResult a = ReadHeight(job, "A");
-  EXPECT_NEAR(a.correction, 0, 1e-12);
-  EXPECT_EQ(a.height, 100);
-  EXPECT_NEAR(a.sigma, 0, 1e-12);
-
-  const HeightObs bc = ReadObs(job, "B", "C");
-  EXPECT_NEAR(bc.residual, -0.0015, 1e-12);
-  EXPECT_NEAR(bc.adjusted, 1.9985, 1e-12);
-  EXPECT_NEAR(bc.sigma, sigma0 * std::sqrt(0.75), 1e-12);
-  EXPECT_EQ(bc.weight, 1.0);
-  const HeightObs ca = ReadObs(job, "C", "A");
-  EXPECT_NEAR(ca.residual, -0.003, 1e-12);
-  EXPECT_NEAR(ca.adjusted, -2.997, 1e-12);
-  EXPECT_NEAR(ca.sigma, sigma0, 1e-12);
-  EXPECT_EQ(ca.weight, 0.5);
-  EXPECT_FALSE(HasObs(job, 0, "C"));  // only as it was stored
-  EXPECT_FALSE(HasObs(job, 0, "X"));
+  const auto expectPoint = [&](const char* name, double correction, double height, double sigma) {
+    const VerticalResult r = ReadHeight(job, name);
+    EXPECT_TRUE(
+        Near({r.correction, r.height, r.sigma}, {correction, height, sigma0 * sigma}, 1e-12));
+  };
+  expectPoint("A", 0, 100, 0);
+  expectPoint("B", -0.0015, 100.9985, std::sqrt(1.0 * 3.0 / 4.0));
+  expectPoint("C", -0.003, 102.997, std::sqrt(2.0 * 2.0 / 4.0));
+  const HeightObs bc = ReadHeightObs(job, "B", "C");
+  EXPECT_TRUE(Near({bc.residual, bc.adjusted, bc.sigma, bc.weight},
+                   {-0.0015, 1.9985, sigma0 * std::sqrt(0.75), 1}, 1e-12));
+  const HeightObs ca = ReadHeightObs(job, "C", "A");
+  EXPECT_TRUE(
+      Near({ca.residual, ca.adjusted, ca.sigma, ca.weight}, {-0.003, -2.997, sigma0, 0.5}, 1e-12));
+  EXPECT_FALSE(FindHeightObs(job, 0, "C"));  // only as it was stored
+  EXPECT_FALSE(FindHeightObs(job, 0, "X"));
 }
 
 // Weights 2 and 1: the difference is (2 * 1.000 + 1.003) / 3 = 1.001.
 TEST(Levelling, BothDirectionsOfALineAreTwoObservations) {
   Job job;
-  job.Add("A", 1, 0, 0, 10);
-  job.Add("B");
-  job.Observe("A", "B", Levelled(500, 1.0));
-  job.Observe("B", "A", Levelled(1000, -1.003));
+  job.AddPoints({{"A", 1, 0, 0, 10}, {"B"}});
+  job.ObserveAll({{"A", "B", Levelled(500, 1.0)}, {"B", "A", Levelled(1000, -1.003)}});
   ASSERT_TRUE(LeastSquareAdj(job));
-  EXPECT_NEAR(ReadHeight(job, "B").height, 11.001, 1e-12);
-  EXPECT_NEAR(ReadObs(job, "A", "B").residual, 0.001, 1e-12);
-  EXPECT_NEAR(ReadObs(job, "B", "A").residual, 0.002, 1e-12);
   const double sigma0 = std::sqrt(2 * 1e-6 + 4e-6);
-  EXPECT_NEAR(ReadHeight(job, "B").sigma, sigma0 / std::sqrt(3.0), 1e-12);
-  EXPECT_EQ(ReadObs(job, "A", "B").weight, 2.0);
-}
+  const VerticalResult b = ReadHeight(job, "B");
+  EXPECT_TRUE(Near({b.height, b.sigma}, {11.001, sigma0 / std::sqrt(3.0)}, 1e-12));
+  EXPECT_NEAR(ReadHeightObs(job, "A", "B").residual, 0.001, 1e-12);
+  EXPECT_NEAR(ReadHeightObs(job, "B", "A").residual, 0.002, 1e-12);
+  EXPECT_EQ(ReadHeightObs(job, "A", "B").weight, 2.0);
 
-TEST(Levelling, WithoutNewHeightsThereIsNoUnitWeightError) {
-  Job job;
-  job.Add("A", 1, 0, 0, 10);
-  job.Add("B", 11, 0, 0, 11);
-  job.Observe("A", "B", Levelled(500, 1.5));
-  SetPoint(job, 1, MakePoint("B", 1, 0, 0, 11));
+  // Without new heights there is no standard error of unit weight.
+  SetPoint(job, 1, MakePoint("B", 1, 0, 0, 11.5));
   ASSERT_TRUE(LeastSquareAdj(job));
-  EXPECT_NEAR(ReadObs(job, "A", "B").residual, -0.5, 1e-12);
+  EXPECT_NEAR(ReadHeightObs(job, "A", "B").residual, 0.5, 1e-12);
   EXPECT_FALSE(std::isfinite(ReadHeight(job, "A").sigma));
-}
-
-TEST(Levelling, NeedsAnObservation) {
-  Job job;
-  job.Add("A", 1, 0, 0, 10);
-  EXPECT_FALSE(ApproxCalc(job));
-  EXPECT_FALSE(LeastSquareAdj(job));
 }
 
 TEST(LevellingResults, AskingForAnIndexWithoutPointAddsAnEmptyOne) {
   Job job;
-  job.Add("A", 1, 0, 0, 10);
-  job.Add("B");
+  job.AddPoints({{"A", 1, 0, 0, 10}, {"B"}});
   job.Observe("A", "B", Levelled(500, 1.5));
   ASSERT_TRUE(LeastSquareAdj(job));
   VerticalResult height{};
   EXPECT_FALSE(GetVerticalResult(job, 7, &height));
-  EXPECT_FALSE(HasObs(job, 9, "B"));
+  EXPECT_FALSE(FindHeightObs(job, 9, "B"));
   EXPECT_EQ(GetPointCount(job), 4U);
   PointData point = MakePoint("filled", 11, 1, 2, 3);
   EXPECT_EQ(GetPoint(job, 7, &point), 7);
-  EXPECT_STREQ(point.name, "");
-  EXPECT_EQ(point.type, 0);
-  EXPECT_EQ(point.h, 0);
+  EXPECT_EQ(Bytes(point), Bytes(PointData{}));
   EXPECT_EQ(GetPointNum(job, ""), 7);
   EXPECT_FALSE(GetVerticalResult(job, 7, &height));
   EXPECT_EQ(GetPointCount(job), 4U);

@@ -15,12 +15,6 @@ std::string ApproxName(const Job& job, int32_t number) {
   return GetApproxResult(job, number, &point) ? point.name : "none";
 }
 
-double ApproxHeight(const Job& job, int32_t number) {
-  PointData point{};
-  EXPECT_TRUE(GetApproxResult(job, number, &point)) << number;
-  return point.h;
-}
-
 TEST(NetworkType, FollowsFromTheTypesOfThePoints) {
   const struct {
     std::vector<int32_t> types;
@@ -36,76 +30,50 @@ TEST(NetworkType, FollowsFromTheTypesOfThePoints) {
 
 TEST(NetworkType, WithoutControlNothingIsComputed) {
   Job job;
-  job.Add("A");
-  job.Add("B", 5);
+  job.AddPoints({{"A"}, {"B", 5}});
   job.Observe("A", "B", {100, 0, 1, 0});
   EXPECT_FALSE(ApproxCalc(job));
   EXPECT_FALSE(LeastSquareAdj(job));
-  PointData point{};
-  EXPECT_FALSE(GetApproxResult(job, 0, &point));
+  EXPECT_EQ(ApproxName(job, 0), "none");
   VerticalResult height{};
   EXPECT_FALSE(GetVerticalResult(job, 7, &height));
   EXPECT_EQ(GetPointCount(job), 2U);  // asked of the wrong network, no point is added
 }
 
-// A new at (250 sqrt 2, 250 sqrt 2), B plane control, C control of both kinds: the plane network
-// numbers B, C, A.
+// A new (its type is none of the list) at (250 sqrt 2, 250 sqrt 2), B plane control, C control of
+// both kinds: the plane network numbers B, C, A.
 const double kA = 250 * std::sqrt(2.0);
 struct MixedJob : Job {
   MixedJob() {
-    Add("A");
-    Add("B", 10, 0, 0);
-    Add("C", 11, 1000, 0, 50);
-    Observe("B", "C", {1000, 10, 4, -1});
-    Observe("B", "A", {500, 55, 0, -1});
-    Observe("C", "A", Levelled(std::hypot(1000 - kA, kA), 3));
+    AddPoints({{"A", 5, 77, 77, 77}, {"B", 10, 0, 0}, {"C", 11, 1000, 0, 50}});
+    ObserveAll({{"B", "C", {1000, 10, 4, -1}},
+                {"B", "A", {500, 55, 0, -1}},
+                {"C", "A", Levelled(std::hypot(1000 - kA, kA), 3)}});
   }
 };
 
-TEST(NetworkNumbers, PutKnownPointsFirst) {
-  const MixedJob job;
-  ASSERT_TRUE(ApproxCalc(job));
-  EXPECT_EQ(ApproxName(job, 0), "B");
-  EXPECT_EQ(ApproxName(job, 1), "C");
-  EXPECT_EQ(ApproxName(job, 2), "A");
-  EXPECT_EQ(ApproxName(job, 3), "none");
-  EXPECT_EQ(ApproxName(job, -1), "none");
+TEST(NetworkNumbers, PutKnownPointsFirstAndAreStoreIndicesInLevelling) {
+  const MixedJob mixed;
+  ASSERT_TRUE(ApproxCalc(mixed));
+  const std::string names[] = {"none", "B", "C", "A", "none"};
+  for (int32_t i = -1; i < 4; ++i) EXPECT_EQ(ApproxName(mixed, i), names[i + 1]);
   // The height is that of the point stored under the same number: A, B, C.
-  EXPECT_EQ(ApproxHeight(job, 0), 53);
-  EXPECT_EQ(ApproxHeight(job, 1), 46);
-  EXPECT_EQ(ApproxHeight(job, 2), 50);
-}
+  const auto height = [&](const char* name) { return ReadApproximate(mixed, name).h; };
+  EXPECT_TRUE(Near({height("B"), height("C"), height("A")}, {53, 46, 50}, 0));
 
-TEST(NetworkNumbers, OfALevellingNetworkAreStoreIndices) {
   const Job job;
   AddPoint(job, 4, MakePoint("New"));
   AddPoint(job, 9, MakePoint("Mark", 1, 0, 0, 10));
   AddObsData(job, 9, "New", Levelled(100, 1));
   ASSERT_TRUE(ApproxCalc(job));
   EXPECT_EQ(ApproxName(job, 4), "New");
-  EXPECT_EQ(ApproxHeight(job, 4), 11);
   EXPECT_EQ(ApproxName(job, 9), "Mark");
   EXPECT_EQ(ApproxName(job, 0), "none");
-}
-
-TEST(NetworkBuild, AnUnlistedTypeIsAnUnknownPoint) {
-  Job job;
-  job.Add("A", 11, 0, 0, 10);
-  job.Add("B", 11, 100, 0, 10);
-  job.Add("P", 5, 77, 77, 77);
-  job.Observe("A", "B", Direction(10));
-  job.Observe("A", "P", {100, 100, 2, -1});
-  ASSERT_TRUE(LeastSquareAdj(job));
-  EXPECT_NEAR(ReadPlane(job, "P").y, 100, 1e-9);
-  EXPECT_NEAR(ReadHeight(job, "P").height, 12, 1e-9);
 }
 
 TEST(NetworkBuild, EditsBetweenComputationsTakeEffect) {
   const MixedJob job;
   ASSERT_TRUE(LeastSquareAdj(job));
-  EXPECT_NEAR(ReadHeight(job, "A").height, 53, 1e-9);
-  EXPECT_NEAR(ReadPlane(job, "A").x, kA, 1e-6);
-
   SetObsData(job, 2, "A", Levelled(std::hypot(1000, 200), 5));
   SetObsData(job, 1, "A", Direction(100, 200));
   SetPoint(job, 2, MakePoint("C", 11, 1000, 0, 60));
@@ -123,10 +91,7 @@ TEST(NetworkBuild, EditsBetweenComputationsTakeEffect) {
   SetPoint(job, 0, MakePoint("A", 1, 0, 0, 1));
   ASSERT_TRUE(LeastSquareAdj(job));
   EXPECT_NEAR(Read(GetLengthResult, job, "C", "A").apriori, 5.0 + 5.0 * 1020, 1e-9);
-  ObsResult none{};
-  double weight = 0;
-  EXPECT_FALSE(
-      GetHeightObsResult(job, 2, "A", &none.residual, &none.adjusted, &none.apriori, &weight));
+  EXPECT_FALSE(FindHeightObs(job, 2, "A"));
 }
 
 }  // namespace

@@ -18,51 +18,47 @@ class Reconcile : public ::testing::Test {
     return AddObsData2(job, job.Index(station), target1.c_str(), target2.c_str(), obs1, obs2,
                        reconcile ? 1 : 0);
   }
-  ObsData Stored(const std::string& target, const std::string& station = "S") const {
-    ObsData obs{};
-    EXPECT_NE(GetObsData(job, job.Index(station), target.c_str(), &obs), -1) << target;
-    return obs;
-  }
+  ObsData At(const std::string& target) const { return Stored(job, "S", target); }
   std::int32_t Count() const { return GetObsDataCount(job, job.Index("S")); }
   Job job;
 };
 
 TEST_F(Reconcile, NothingStoredOrNotAskedForAddsBothAsTheyAre) {
   EXPECT_EQ(AddPair("A", "B", Direction(10.0), Direction(50.0)), 1);
-  EXPECT_EQ(Stored("B").direction, 50.0);
+  EXPECT_EQ(At("B").direction, 50.0);
   EXPECT_EQ(AddPair("A", "C", Direction(20.0), Direction(60.0), false), -1);
   EXPECT_EQ(Count(), 2);
   // The first target stays when the second is refused.
   EXPECT_EQ(AddPair("C", "A", Direction(20.0), Direction(60.0), false), -1);
-  EXPECT_EQ(Stored("C").direction, 20.0);
+  EXPECT_EQ(At("C").direction, 20.0);
 }
 
 // stored - new is -9 deg 59' 30".
 TEST_F(Reconcile, TurnsTheOtherTargetOntoTheStoredOne) {
   job.Observe("S", "A", Direction(10.0010));
   EXPECT_EQ(AddPair("A", "B", Direction(19.5940), Direction(60.3015, 123.4)), 1);
-  EXPECT_NEAR(Stored("B").direction, 50.3045, 1e-9);
-  EXPECT_EQ(Stored("B").distance, 123.4);
-  EXPECT_EQ(Stored("A").direction, 10.0010);
+  EXPECT_NEAR(At("B").direction, 50.3045, 1e-9);
+  EXPECT_EQ(At("B").distance, 123.4);
+  EXPECT_EQ(At("A").direction, 10.0010);
   EXPECT_EQ(AddPair("C", "A", Direction(5.0), Direction(19.5940)), 1);  // the second is stored
-  EXPECT_NEAR(Stored("C").direction, 355.0030, 1e-9);
+  EXPECT_NEAR(At("C").direction, 355.0030, 1e-9);
 }
 
 TEST_F(Reconcile, StaysWithinTheCircle) {
   job.Observe("S", "A", Direction(100.0));
   EXPECT_EQ(AddPair("A", "B", Direction(0.0), Direction(300.0)), 1);
-  EXPECT_NEAR(Stored("B").direction, 40.0, 1e-9);
+  EXPECT_NEAR(At("B").direction, 40.0, 1e-9);
   // 0.2" short of the full circle is a whole degree in dd.mmss: 0, not 360.
   EXPECT_EQ(AddPair("A", "C", Direction(0.0), Direction(259.59598)), 1);
-  EXPECT_EQ(Stored("C").direction, 0.0);
+  EXPECT_EQ(At("C").direction, 0.0);
 }
 
 TEST_F(Reconcile, ReadingsThatAgreeAreNotTurned) {
   job.Observe("S", "A", Direction(10.0));
   EXPECT_EQ(AddPair("A", "B", Direction(10.000009), Direction(50.123456)), 1);
-  EXPECT_EQ(Stored("B").direction, 50.123456);
+  EXPECT_EQ(At("B").direction, 50.123456);
   EXPECT_EQ(AddPair("A", "C", Direction(10.000011), Direction(50.123456)), 1);  // 0.11"
-  EXPECT_NEAR(Stored("C").direction, 50.123445, 1e-10);
+  EXPECT_NEAR(At("C").direction, 50.123445, 1e-10);
 }
 
 TEST_F(Reconcile, WithoutReferenceOnlyADistanceIsAdded) {
@@ -70,28 +66,25 @@ TEST_F(Reconcile, WithoutReferenceOnlyADistanceIsAdded) {
   EXPECT_EQ(AddPair("A", "B", Direction(10.0), Direction(50.0)), -1);
   EXPECT_EQ(Count(), 1);
   EXPECT_EQ(AddPair("A", "B", Direction(10.0), Distance(50.0)), 1);
-  EXPECT_EQ(Stored("B").distance, 50.0);
-}
-
-// A is stored without direction; the pair it was entered with has one.
-TEST_F(Reconcile, RegisteredPairSuppliesTheReference) {
+  EXPECT_EQ(At("B").distance, 50.0);
+  // A is stored without direction; the pair it was entered with has one.
+  for (const char* name : {"A", "B"}) DeleteObsData(job, job.Index("S"), name);
   EXPECT_EQ(AddPair("A", "B", Distance(100.0), Direction(30.0)), 1);
   EXPECT_EQ(AddPair("A", "C", Direction(10.0), Direction(50.0)), 1);
-  EXPECT_NEAR(Stored("C").direction, 70.0, 1e-9);
+  EXPECT_NEAR(At("C").direction, 70.0, 1e-9);
 }
 
 // Any result of the addition but 0 counts as success: hosts rely on it.
 TEST_F(Reconcile, ResultsOfRefusalAndOfStationZero) {
-  job.Observe("S", "A", Direction(10.0));
-  job.Observe("S", "B", Direction(50.0));
+  job.ObserveAll({{"S", "A", Direction(10.0)}, {"S", "B", Direction(50.0)}});
   EXPECT_EQ(AddPair("A", "B", Direction(11.0), Direction(51.0)), 1);
-  EXPECT_EQ(Stored("B").direction, 50.0);
+  EXPECT_EQ(At("B").direction, 50.0);
   EXPECT_EQ(AddPair("A", "no point", Direction(11.0), Direction(51.0)), 1);
   EXPECT_EQ(Count(), 2);
 
   job.Observe("A", "S", Direction(10.0));
   EXPECT_EQ(AddPair("S", "B", Direction(11.0), Direction(51.0), true, "A"), -1);
-  EXPECT_NEAR(Stored("B", "A").direction, 50.0, 1e-9);
+  EXPECT_NEAR(Stored(job, "A", "B").direction, 50.0, 1e-9);
 }
 
 }  // namespace

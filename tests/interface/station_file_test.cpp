@@ -28,34 +28,14 @@ TEST(StationFile, IsReadIntoParametersPointsAndObservations) {
                    "[STATION]\nA,11,1,2,3,surplus\nB,1\nC,10,5\nD,,,6,\n"
                    "[OBSER]\nA,B,12.3,100,-2\nA,C,,50,1,surplus\n"
                    "\nskipped"));
-  const AdjParam p = GetAdjParam(job);
-  EXPECT_EQ(p.MO, 1.5);
-  EXPECT_EQ(p.MS, 0.002);
-  EXPECT_EQ(p.MR, 3e-6);
-  EXPECT_EQ(p.Lvl1, 3);
-  EXPECT_EQ(p.Lvl1Limit, 12);
-  EXPECT_EQ(p.Lvl2, 7);
-  EXPECT_EQ(p.Lvl2Limit, 24);
-  EXPECT_EQ(p.Limit, 2);
-  EXPECT_EQ(p.format, 3);
+  EXPECT_EQ(Bytes(GetAdjParam(job)), Bytes(AdjParam{1.5, 0.002, 3e-6, 3, 12, 7, 24, 2, 3}));
   EXPECT_EQ(GetPointCount(job), 4U);
-  EXPECT_EQ(PointAt(job, 0).type, 11);
-  EXPECT_EQ(PointAt(job, 0).h, 3);
-  EXPECT_EQ(PointAt(job, 1).type, 1);
-  EXPECT_EQ(PointAt(job, 1).x, 0);
-  EXPECT_EQ(PointAt(job, 2).x, 5);
-  EXPECT_EQ(PointAt(job, 3).type, 0);
-  EXPECT_EQ(PointAt(job, 3).y, 6);
-  ObsData obs{};
-  ASSERT_EQ(GetObsData(job, 0, "B", &obs), 0);
-  EXPECT_EQ(obs.direction, 12.3);
-  EXPECT_EQ(obs.distance, 100);
-  EXPECT_EQ(obs.heightDiff, -2);
-  EXPECT_EQ(obs.azimuth, -1);
+  const PointData points[] = {MakePoint("A", 11, 1, 2, 3), MakePoint("B", 1), MakePoint("C", 10, 5),
+                              MakePoint("D", 0, 0, 6)};
+  for (int32_t i = 0; i < 4; ++i) EXPECT_EQ(Bytes(PointAt(job, i)), Bytes(points[i]));
+  EXPECT_EQ(Bytes(Stored(job, "A", "B")), Bytes(ObsData{100, 12.3, -2, -1}));
   // An empty direction is a reading of zero here, not an absent one.
-  ASSERT_EQ(GetObsData(job, 0, "C", &obs), 0);
-  EXPECT_EQ(obs.direction, 0);
-  EXPECT_EQ(obs.azimuth, -1);
+  EXPECT_EQ(Bytes(Stored(job, "A", "C")), Bytes(ObsData{50, 0, 1, -1}));
 }
 
 TEST(StationFile, RefusesAProjectFile) {
@@ -102,16 +82,6 @@ TEST(StationFile, AHeaderFollowedByACarriageReturnIsNone) {
   EXPECT_EQ(GetPointCount(job), 0U);
   // Inside a section it is data.
   EXPECT_FALSE(Load(job, "[PARA]\nMO:1\n[STATION]" + end + "A,11,1,2,3" + end));
-}
-
-TEST(StationFile, LevelsWithoutATableEntryHaveTheLastResort) {
-  const Job job;
-  ASSERT_TRUE(Load(job, "[PARA]\nLevel1:6\nLevel:9\n"));
-  EXPECT_EQ(GetAdjParam(job).Lvl1Limit, 35);
-  EXPECT_EQ(GetAdjParam(job).Lvl2Limit, 24);
-  ASSERT_TRUE(Load(job, "[PARA]\nLevel1:x\n"));
-  EXPECT_EQ(GetAdjParam(job).Lvl1, 0);
-  EXPECT_EQ(GetAdjParam(job).Lvl1Limit, 40);
 }
 
 }  // namespace

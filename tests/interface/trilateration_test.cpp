@@ -2,14 +2,13 @@
 
 #include <array>
 #include <cmath>
-#include <cstdio>
-#include <fstream>
 #include <map>
+#include <sstream>
 #include <string>
 #include <utility>
-#include <vector>
 
 #include "support/job.h"
+#include "support/report_text.h"
 
 namespace brenu::testing {
 namespace {
@@ -63,9 +62,8 @@ const std::map<std::string, std::pair<double, double>> kTruth = {
     {"A", {1000, 1000}}, {"B", {1020, 1600}}, {"C", {400, 1310}},
     {"P", {700, 1050}},  {"Q", {690, 1580}},  {"R", {1050, 1290}}};
 
-std::string WriteFile() {
-  std::string path = ::testing::TempDir() + "trilateration_test.txt";
-  std::ofstream file(path, std::ios::binary);
+std::string FileOfTruth() {
+  std::ostringstream file;
   file << "[PARA]\nMS:0.01\nMR:0\nFormat:3\n\n[STATION]\nA,10,1000,1000\nB,10,1020,1600\n"
           "C,10,400,1310\nP,0\nQ,0\nR,0\n\n[OBSER]\n";
   file.precision(12);
@@ -76,14 +74,12 @@ std::string WriteFile() {
            << ",0\n";
     }
   }
-  return path;
+  return file.str();
 }
 
 TEST(Trilateration, FromTheFileToTheAdjustedNetwork) {
   const Job job;
-  const std::string path = WriteFile();
-  ASSERT_TRUE(LoadKorvelAdjustFile(job, path.c_str()));
-  std::remove(path.c_str());
+  ASSERT_TRUE(LoadKorvelAdjustFile(job, TempFile(FileOfTruth()).Path()));
   EXPECT_FALSE(LeastSquareAdj(job));  // nothing set up
   ASSERT_TRUE(JudgeTrilateration(job));
   ASSERT_TRUE(InitializeDataTrilateration(job));
@@ -100,24 +96,17 @@ TEST(Trilateration, FromTheFileToTheAdjustedNetwork) {
   }
   EXPECT_EQ(Next(job).found, 0);
   ASSERT_TRUE(TrilaterationDirection(job));
-  double residual = 0.0;
-  double adjusted = 0.0;
-  double apriori = 0.0;
-  ASSERT_TRUE(GetDirAngleResult(job, 3, "Q", &residual, &adjusted, &apriori));
   // atan2(530, -10) = 91 deg 04' 51.3"
-  EXPECT_NEAR(adjusted, 91.04513, 1e-5);
+  EXPECT_NEAR(Read(GetDirAngleResult, job, "P", "Q").adjusted, 91.04513, 1e-5);
 
   ASSERT_TRUE(LeastSquareAdj(job));
   for (const auto& [name, truth] : kTruth) {
-    PlaneResult r{};
-    ASSERT_TRUE(GetPlaneResult(job, job.Index(name), &r));
-    EXPECT_NEAR(r.x, truth.first, 1e-7) << name;
-    EXPECT_NEAR(r.y, truth.second, 1e-7) << name;
+    const PlaneResult r = ReadPlane(job, name);
+    EXPECT_TRUE(Near({r.x, r.y}, {truth.first, truth.second}, 1e-7)) << name;
   }
-  ASSERT_TRUE(GetLengthResult(job, 3, "Q", &residual, &adjusted, &apriori));
-  EXPECT_NEAR(residual, 0.0, 1e-7);
-  EXPECT_NEAR(adjusted, std::hypot(530.0, 10.0), 1e-7);
-  EXPECT_EQ(apriori, 0.01);
+  const ObsResult pq = Read(GetLengthResult, job, "P", "Q");
+  EXPECT_TRUE(
+      Near({pq.residual, pq.adjusted, pq.apriori}, {0, std::hypot(530.0, 10.0), 0.01}, 1e-7));
 }
 
 // P at (1000, 1000) measures 100 m to N, 100.01 m to E and to W, all with sigma 0.01.  By symmetry
@@ -125,37 +114,24 @@ TEST(Trilateration, FromTheFileToTheAdjustedNetwork) {
 // 0.5e-4. With three directions of one station stored, as by the station format, r = 6 - 2 - 1 = 3.
 TEST(Trilateration, PrecisionCountsTheStoredDirections) {
   Job job;
-  job.Add("N", 10, 1100, 1000);
-  job.Add("E", 10, 1000, 1100);
-  job.Add("W", 10, 1000, 900);
-  job.Add("P");
-  job.Observe("P", "N", Direction(0.0, 100.0));
-  job.Observe("P", "E", Direction(0.0, 100.01));
-  job.Observe("P", "W", Direction(0.0, 100.01));
+  job.AddPoints({{"N", 10, 1100, 1000}, {"E", 10, 1000, 1100}, {"W", 10, 1000, 900}, {"P"}});
+  job.ObserveAll({{"P", "N", Direction(0.0, 100.0)},
+                  {"P", "E", Direction(0.0, 100.01)},
+                  {"P", "W", Direction(0.0, 100.01)}});
   Begin(job);
   const Step step = Next(job);
   EXPECT_EQ(step.text, "P: E -> N, left or right");
   ASSERT_EQ(Place(job, false, step.first, step.second, "P"), 0U);
   ASSERT_TRUE(TrilaterationDirection(job));
   ASSERT_TRUE(LeastSquareAdj(job));
-  PlaneResult r{};
-  ASSERT_TRUE(GetPlaneResult(job, 3, &r));
+  const PlaneResult r = ReadPlane(job, "P");
   const double m0 = std::sqrt(2.0 / 3.0);
-  EXPECT_NEAR(r.x, 1000.0, 1e-5);
-  EXPECT_NEAR(r.y, 1000.0, 1e-5);
-  EXPECT_NEAR(r.mx, m0 * 0.01, 1e-6);
-  EXPECT_NEAR(r.my, m0 * 0.01 * std::sqrt(0.5), 1e-6);
-  double azimuth = 0.0;
-  double azimuthError = 0.0;
-  double length = 0.0;
-  double lengthError = 0.0;
-  std::int32_t n = 0;
-  ASSERT_TRUE(
-      GetAzAndLenPrecision(job, 3, "E", &azimuth, &azimuthError, &length, &lengthError, &n));
-  EXPECT_NEAR(azimuth, 90.0, 1e-5);
-  EXPECT_NEAR(azimuthError, r.mx / 100.0 * kRho, 1e-3);  // across the line: north
-  EXPECT_NEAR(length, 100.0, 1e-5);
-  EXPECT_NEAR(lengthError, r.my, 1e-8);
+  EXPECT_TRUE(Near({r.x, r.y}, {1000, 1000}, 1e-5));
+  EXPECT_TRUE(Near({r.mx, r.my}, {m0 * 0.01, m0 * 0.01 * std::sqrt(0.5)}, 1e-6));
+  const auto line = ReadLine(job, "P", "E");
+  ASSERT_TRUE(line);
+  EXPECT_TRUE(Near({line->azimuth, line->length, line->lengthError}, {90, 100, r.my}, 1e-5));
+  EXPECT_NEAR(line->azimuthError, r.mx / 100.0 * kRho, 1e-3);  // across the line: north
 }
 
 // ---- Single steps: control points A and B on a line to the east, 60 m apart ----
@@ -163,12 +139,8 @@ TEST(Trilateration, PrecisionCountsTheStoredDirections) {
 class TwoCentres : public ::testing::Test {
  protected:
   explicit TwoCentres(double x = 1000.0) : m_x(x) {
-    job.Add("A", 10, x, 1000);
-    job.Add("B", 10, x, 1060);
-    job.Add("P");
-    job.Add("Q");
-    job.Observe("A", "P", Distance(50.0));
-    job.Observe("B", "P", Distance(50.0));
+    job.AddPoints({{"A", 10, x, 1000}, {"B", 10, x, 1060}, {"P"}, {"Q"}});
+    job.ObserveAll({{"A", "P", Distance(50.0)}, {"B", "P", Distance(50.0)}});
     job.Observe("Q", "A", Distance(70.0));  // measured at the new point
     job.Observe("Q", "B", Distance(70.0));
     Begin(job);
@@ -194,6 +166,20 @@ TEST_F(TwoCentres, RightIsSouthOfALineToTheEast) {
   EXPECT_EQ(Position(job, 3), std::pair(1040.0, 1030.0));
 }
 
+// Pairs without a distance get a direction when they have a reading, and break no report.
+TEST_F(TwoCentres, PairsWithoutDistanceHaveResultsToo) {
+  job.ObserveAll({{"P", "Q", Direction(10.0)}, {"P", "A", {0.0, -1.0, 1.5, -1.0}}});
+  Begin(job);
+  Place(job, true, A(50), B(50), "P");
+  Place(job, false, A(70), B(70), "Q");
+  ASSERT_TRUE(TrilaterationDirection(job));
+  ASSERT_TRUE(LeastSquareAdj(job));
+  EXPECT_NEAR(Read(GetDirAngleResult, job, "P", "Q").adjusted, 0.0, 1e-6);  // Q lies north of P
+  const ReportText report = Export(ExportResultFile, job);
+  EXPECT_TRUE(report.complete);
+  EXPECT_NE(Section(report.text, "[CONTROLPOINT]"), "");
+}
+
 TEST_F(TwoCentres, CirclesThatDoNotMeetPlaceNothing) {
   for (const bool right : {false, true}) {
     EXPECT_EQ(Place(job, right, A(30), B(30), "P"), 2U);   // touch
@@ -212,12 +198,10 @@ TEST_F(TwoCentres, NothingIsPlacedWhenBothSolutionsLieOnTheOtherSide) {
   EXPECT_EQ(Place(job, true, first, second, "P"), 2U);
   EXPECT_EQ(Place(job, false, first, second, "P"), 1U);
   EXPECT_EQ(Position(job, 2), std::pair(1460.0, 1030.0));
-}
-
-TEST_F(TwoCentres, NameThatIsNoPointCountsAndStandsUnderMinusOne) {
-  EXPECT_EQ(Place(job, true, A(50), B(50), "nobody"), 1U);
+  // A name that is no point counts and stands under -1; a centre that is none places nothing.
+  EXPECT_EQ(Place(job, true, A(50), B(50), "nobody"), 0U);
   EXPECT_EQ(Position(job, -1), std::pair(960.0, 1030.0));
-  EXPECT_EQ(Place(job, true, {"nowhere", 0, 0, 50}, B(50), "P"), 1U);
+  EXPECT_EQ(Place(job, true, {"nowhere", 0, 0, 50}, B(50), "P"), 0U);
 }
 
 TEST_F(NearTheOrigin, PointAtXZeroCountsAsNotPlaced) {
@@ -250,34 +234,27 @@ TEST_F(TwoCentres, NextPointHasTheBestAngleOrIsTheOneAskedFor) {
   EXPECT_EQ(Next(job).Name(), "P");  // equal: name order
 }
 
-TEST(Trilateration, TextIsCutToTheBuffer) {
-  Job job;
+TEST_F(TwoCentres, TextIsCutToTheBuffer) {
   const std::string a(127, 'a');
   const std::string b(127, 'b');
   const std::string p(127, 'p');
-  job.Add(a, 10, 1000, 1000);
-  job.Add(b, 10, 1000, 1060);
-  job.Add(p);
-  job.Observe(a, p, Distance(50.0));
-  job.Observe(b, p, Distance(50.0));
+  SetPoint(job, 0, MakePoint(a, 10, 1000, 1000));
+  SetPoint(job, 1, MakePoint(b, 10, 1000, 1060));
+  SetPoint(job, 2, MakePoint(p));
   Begin(job);
   EXPECT_EQ(Next(job).text, (p + ": " + a + " -> " + b).substr(0, 254));
 }
 
-TEST(Trilateration, RefusedWithoutPlaneNetworkOrFormat) {
-  Job job;
-  job.Add("A", 1, 1000, 1000, 10);
-  job.Add("B", 1, 1000, 1060, 10);
-  job.Add("P");
-  job.Observe("A", "P", {50.0, 0.0, 1.0, -1.0});
-  job.Observe("B", "P", {50.0, 0.0, 1.0, -1.0});
+TEST_F(TwoCentres, RefusedWithoutFormatOrPlaneNetwork) {
+  SetAdjParam(job, Errors(2.5, 0.01));
   EXPECT_FALSE(JudgeTrilateration(job));
   SetAdjParam(job, kDistancesOnly);
+  for (const char* name : {"A", "B"}) SetPoint(job, job.Index(name), MakePoint(name, 1));
   EXPECT_TRUE(JudgeTrilateration(job));
   EXPECT_FALSE(InitializeDataTrilateration(job));
   EXPECT_FALSE(TrilaterationDirection(job));
   EXPECT_EQ(Next(job, "P").found, 0);
-  EXPECT_EQ(Place(job, true, {"A", 1000, 1000, 50}, {"B", 1000, 1060, 50}, "P"), 99U);
+  EXPECT_EQ(Place(job, true, A(50), B(50), "P"), 99U);
 }
 
 }  // namespace

@@ -3,15 +3,29 @@
 
 #include <gtest/gtest.h>
 
+#include <cmath>
 #include <cstdint>
 #include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "brenu/brenu.h"
 
 namespace brenu::testing {
+
+// That numbers agree in pairs.
+inline ::testing::AssertionResult Near(const std::vector<double>& actual,
+                                       const std::vector<double>& expected, double tolerance) {
+  if (actual.size() != expected.size()) return ::testing::AssertionFailure() << "other count";
+  for (std::size_t i = 0; i < actual.size(); ++i) {
+    if (std::fabs(actual[i] - expected[i]) <= tolerance) continue;
+    return ::testing::AssertionFailure()
+           << "number " << i << " is " << actual[i] << ", not " << expected[i];
+  }
+  return ::testing::AssertionSuccess();
+}
 
 // Copies at most the 128 bytes of the field, without a NUL when the name fills it.
 inline PointData MakePoint(std::string_view name, std::int32_t type = 0, double x = 0.0,
@@ -52,6 +66,21 @@ class Job {
   }
   std::int32_t Observe(const std::string& station, const std::string& target, ObsData obs) {
     return AddObsData(*this, Index(station), target.c_str(), obs);
+  }
+  struct NewPoint {
+    std::string name;
+    std::int32_t type = 0;
+    double x = 0.0, y = 0.0, h = 0.0;
+  };
+  void AddPoints(const std::vector<NewPoint>& points) {
+    for (const NewPoint& p : points) Add(p.name, p.type, p.x, p.y, p.h);
+  }
+  struct NewObs {
+    std::string station, target;
+    ObsData obs;
+  };
+  void ObserveAll(const std::vector<NewObs>& observations) {
+    for (const NewObs& o : observations) Observe(o.station, o.target, o.obs);
   }
   std::int32_t Index(const std::string& name) const { return GetPointNum(*this, name.c_str()); }
   // The name stored under an index; "none" when there is no point.
@@ -110,6 +139,53 @@ inline VerticalResult ReadHeight(const Job& job, const std::string& name) {
   VerticalResult r{};
   EXPECT_TRUE(GetVerticalResult(job, job.Index(name), &r)) << name;
   return r;
+}
+
+struct HeightObs {
+  double residual, adjusted, sigma, weight;
+};
+inline std::optional<HeightObs> FindHeightObs(const Job& job, std::int32_t station,
+                                              const char* target) {
+  HeightObs r{};
+  const bool found =
+      GetHeightObsResult(job, station, target, &r.residual, &r.adjusted, &r.sigma, &r.weight);
+  return found ? std::optional(r) : std::nullopt;
+}
+inline HeightObs ReadHeightObs(const Job& job, const std::string& station, const char* target) {
+  return FindHeightObs(job, job.Index(station), target).value();
+}
+
+// The approximate position of a point, wherever it stands in the network.
+inline PointData ReadApproximate(const Job& job, const std::string& name) {
+  PointData point{};
+  for (std::int32_t i = 0; GetApproxResult(job, i, &point); ++i) {
+    if (point.name == name) return point;
+  }
+  ADD_FAILURE() << "no " << name;
+  return {};
+}
+
+// An observation as it is stored.
+inline ObsData Stored(const Job& job, const std::string& station, const std::string& target) {
+  ObsData obs{};
+  EXPECT_NE(GetObsData(job, job.Index(station), target.c_str(), &obs), -1) << station << target;
+  return obs;
+}
+
+// The closures after a computation.
+inline std::vector<CloseError> Closures(const Job& job) {
+  EXPECT_TRUE(CalculateCloseError(job));
+  std::vector<CloseError> records(static_cast<std::size_t>(GetCloseErrorCount(job)));
+  for (std::size_t i = 0; i < records.size(); ++i) {
+    EXPECT_TRUE(GetCloseError(job, static_cast<std::int32_t>(i), &records[i]));
+  }
+  return records;
+}
+using Strings = std::vector<std::string>;
+inline Strings Routes(const std::vector<CloseError>& records) {
+  Strings routes;
+  for (const CloseError& record : records) routes.emplace_back(record.route);
+  return routes;
 }
 
 }  // namespace brenu::testing

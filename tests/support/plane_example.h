@@ -28,10 +28,7 @@ class PlaneExample {
 
   // MO 2.5", distances 5 mm + 5 ppm.  Distances are observed at the station of the earlier name.
   static void Fill(Job& job) {
-    AdjParam param = GetAdjParam(job);
-    param.MS = 0.005;
-    param.MR = 5e-6;
-    SetAdjParam(job, param);
+    SetAdjParam(job, Errors(2.5, 0.005, 5e-6));
     for (const Point& p : kPoints) {
       const bool known = p.type == 10;
       job.Add(p.name, p.type, known ? p.x : 0.0, known ? p.y : 0.0);
@@ -44,21 +41,21 @@ class PlaneExample {
   }
 
   static void PlantBlunders(Job& job) {
-    const ObsData direction = Get(job, "B", "Q");
+    const ObsData direction = Stored(job, "B", "Q");
     Set(job, "B", "Q",
         Direction(Dms(Azimuth(kPoints[4], kPoints[1]) + kDirectionBlunder + kCircle),
                   direction.distance));
-    ObsData distance = Get(job, "C", "P");
+    ObsData distance = Stored(job, "C", "P");
     distance.distance += kDistanceBlunder;
     Set(job, "C", "P", distance);
   }
 
   // Leaves out the observations that PlantBlunders spoils.
   static void DeleteBlunders(Job& job) {
-    ObsData direction = Get(job, "B", "Q");
+    ObsData direction = Stored(job, "B", "Q");
     direction.direction = -1.0;
     Set(job, "B", "Q", direction);
-    ObsData distance = Get(job, "C", "P");
+    ObsData distance = Stored(job, "C", "P");
     distance.distance = 0.0;
     Set(job, "C", "P", distance);
   }
@@ -72,18 +69,13 @@ class PlaneExample {
       }
       for (const Point& to : kPoints) {
         if (from.name == except || to.name == except || from.name[0] >= to.name[0]) continue;
-        ObsData o = Get(job, from.name, to.name);
+        ObsData o = Stored(job, from.name, to.name);
         o.heightDiff = to.h - from.h + 0.001 * ((from.name[0] + 2 * to.name[0]) % 3 - 1);
         Set(job, from.name, to.name, o);
       }
     }
   }
 
-  static ObsData Get(const Job& job, const char* station, const char* target) {
-    ObsData o{};
-    GetObsData(job, job.Index(station), target, &o);
-    return o;
-  }
   static void Set(const Job& job, const char* station, const char* target, const ObsData& o) {
     SetObsData(job, job.Index(station), target, o);
   }
