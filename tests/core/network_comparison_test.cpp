@@ -4,6 +4,7 @@
 #include "bench/grid_network.h"
 #include "level/level_net.h"
 #include "plane/plane_net.h"
+#include "support/fill_net.h"
 
 namespace brenu::testing {
 namespace {
@@ -21,27 +22,6 @@ constexpr Shape kShapes[] = {{2, 2, PointOrder::kByRows},     {1, 40, PointOrder
                              {1, 300, PointOrder::kShuffled}, {3, 70, PointOrder::kShuffled},
                              {10, 10, PointOrder::kByRows},   {10, 10, PointOrder::kShuffled},
                              {14, 20, PointOrder::kShuffled}};
-
-// Known points first, as networks want them.
-template <typename Net>
-void FillNet(Net& net, const GeneratedNetwork& network) {
-  std::vector<PointData> points;
-  for (const PointData& p : network.points) {
-    if (p.type != 0) points.push_back(p);
-  }
-  const auto known = static_cast<std::int32_t>(points.size());
-  for (const PointData& p : network.points) {
-    if (p.type == 0) points.push_back(p);
-  }
-  ObservationMap observations;
-  for (const auto& line : network.lines) {
-    const auto name = [&](std::int32_t i) {
-      return network.points[static_cast<std::size_t>(i)].name;
-    };
-    observations[name(line.station)].emplace(name(line.target), line.obs);
-  }
-  net.Fill(points, known, observations, network.param);
-}
 
 void ExpectSame(double expected, double actual, double relative, const std::string& what) {
   ASSERT_NEAR(expected, actual, relative * std::fabs(expected)) << what;

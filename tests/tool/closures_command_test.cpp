@@ -42,7 +42,7 @@ TEST_F(ClosuresCommand, LevellingLine) {
   const Outcome bad = Closures(Line("1.02"));
   EXPECT_EQ(bad.status, 1);
   EXPECT_THAT(bad.err, HasSubstr("1 of 1 closure errors are beyond their limits"));
-  EXPECT_THAT(bad.out, ContainsRegex("0 pass, 1 fail\n(.*\n) +-30\\.00 .* FAILS +B - N - A\n"));
+  EXPECT_THAT(bad.out, ContainsRegex("0 pass, 1 fail\n.*\n +-30\\.00 .* FAILS +B - N - A\n"));
 }
 
 // Limits: 5" sqrt(3) = 8.7" and 200 m / 35000 = 5.7 mm.
@@ -50,7 +50,7 @@ TEST_F(ClosuresCommand, TraverseSaysWhichMisclosureFails) {
   const Outcome good = Closures(Traverse("190", "100.005"));
   EXPECT_EQ(good.status, 0) << good.err;
   EXPECT_THAT(good.out, StartsWith("Traverses: 1 pass, 0 fail\n"));
-  EXPECT_THAT(good.out, ContainsRegex(" 0\\.0 +8\\.7 +0\\.0050 +0\\.0057 +1:[34].* passes +A - T"));
+  EXPECT_THAT(good.out, ContainsRegex(" 0\\.0 +8\\.7 +0\\.0050 +0\\.0057 +1:.* passes +A - T"));
 
   const Outcome angles = Closures(Traverse("190.0010", "100"));
   EXPECT_EQ(angles.status, 1);

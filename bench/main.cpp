@@ -1,0 +1,14 @@
+// Runs the benchmarks; those on demand only when a filter on the command line lets them through.
+#include <benchmark/benchmark.h>
+
+#include <string>
+
+#include "measure.h"
+
+int main(int argc, char** argv) {
+  benchmark::Initialize(&argc, argv);
+  benchmark::AddCustomContext("unit_seconds", std::to_string(brenu::bench::Unit()));
+  const std::string filter = benchmark::GetBenchmarkFilter();
+  benchmark::RunSpecifiedBenchmarks(filter.empty() ? "-^OnDemand" : filter);
+  return 0;
+}

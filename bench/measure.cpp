@@ -1,0 +1,79 @@
+#include "measure.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <ctime>
+#include <fstream>
+#include <string>
+#include <vector>
+
+#include "core/packed_matrix.h"
+
+#ifdef __GLIBC__
+#include <malloc.h>
+#endif
+
+namespace brenu::bench {
+
+namespace {
+
+double MeasureUnit() {
+  constexpr std::size_t kOrder = 600;
+  double best = 1e9;
+  for (int repeat = 0; repeat < 9; ++repeat) {
+    std::vector<double> matrix(PackedSize(kOrder), 1.0);
+    for (std::size_t i = 0; i < kOrder; ++i) matrix[PackedIndex(i, i)] = 1000.0;
+    const double start = CpuSeconds();
+    benchmark::DoNotOptimize(InvertPacked(matrix, kOrder));
+    best = std::min(best, CpuSeconds() - start);
+  }
+  return best;
+}
+
+// A figure of the process in megabytes, -1 where the system has none.
+double ProcessMemory(const std::string& key) {
+  std::ifstream status("/proc/self/status");
+  for (std::string word; status >> word;) {
+    double kilobytes = 0.0;
+    if (word == key && status >> kilobytes) return kilobytes / 1000.0;
+  }
+  return -1.0;
+}
+
+// Gives freed memory back and forgets the peak so far.
+void ForgetPeak() {
+#ifdef __GLIBC__
+  malloc_trim(0);
+#endif
+  std::ofstream("/proc/self/clear_refs") << "5";
+}
+
+}  // namespace
+
+double CpuSeconds() { return static_cast<double>(std::clock()) / CLOCKS_PER_SEC; }
+
+double Unit() {
+  static const double unit = MeasureUnit();
+  return unit;
+}
+
+Meter::Meter(benchmark::State& state) : m_state(state) {
+  Unit();
+  ForgetPeak();
+  m_before = ProcessMemory("VmRSS:");
+}
+
+Meter::~Meter() {
+  for (auto& [name, counter] : m_state.counters) counter.flags = benchmark::Counter::kAvgIterations;
+  if (m_before >= 0.0) m_state.counters["MB"] = ProcessMemory("VmHWM:") - m_before;
+}
+
+void Meter::Count(const char* part) {
+  const double now = CpuSeconds();
+  const double share = (now - m_last) / Unit();
+  m_state.counters[part] += share;
+  m_state.counters["P"] += share;
+  m_last = now;
+}
+
+}  // namespace brenu::bench

@@ -1,0 +1,39 @@
+// Time and memory of one job.
+//
+// Figures are compared within one run only.  Their unit P is the inversion of a packed matrix of
+// 600 unknowns, measured in the same run; times are those of the processor, so that other work on
+// the machine does not count.
+#pragma once
+
+#include <benchmark/benchmark.h>
+
+namespace brenu::bench {
+
+// Processor time of this process.
+double CpuSeconds();
+
+// The seconds that P stands for, measured at the first call.
+double Unit();
+
+// Adds the parts of a job to the counters of a benchmark, each in P: one for every named part, and
+// their sum "P".  The counter "MB" is the most memory that the process held meanwhile beyond what
+// it held before; missing where the system does not tell.
+class Meter {
+ public:
+  explicit Meter(benchmark::State& state);
+  ~Meter();
+  Meter(const Meter&) = delete;
+  Meter& operator=(const Meter&) = delete;
+
+  // What follows belongs to the next part.
+  void Start() { m_last = CpuSeconds(); }
+  // Ends a part.
+  void Count(const char* part);
+
+ private:
+  benchmark::State& m_state;
+  double m_before;  // megabytes
+  double m_last = 0.0;
+};
+
+}  // namespace brenu::bench

@@ -1,0 +1,141 @@
+// Plane networks: whole jobs, data snooping, small networks with either normal matrix.
+#include <benchmark/benchmark.h>
+
+#include <cmath>
+#include <cstddef>
+
+#include "api/adjustment_context.h"
+#include "bench/grid_network.h"
+#include "measure.h"
+#include "network_file.h"
+#include "plane/plane_net.h"
+#include "support/fill_net.h"
+
+namespace brenu::bench {
+namespace {
+
+using testing::GeneratedNetwork;
+using testing::GridNetwork;
+using testing::Job;
+using testing::PointOrder;
+
+const char* TargetName(const GeneratedNetwork& network, const GeneratedNetwork::Line& line) {
+  return network.points[static_cast<std::size_t>(line.target)].name;
+}
+
+void ReadResults(const GeneratedNetwork& network, const Job& job) {
+  for (std::size_t i = 0; i < network.points.size(); ++i) {
+    PlaneResult result;
+    GetPlaneResult(job, static_cast<std::int32_t>(i), &result);
+    benchmark::DoNotOptimize(result);
+  }
+  for (const auto& line : network.lines) {
+    const char* target = TargetName(network, line);
+    double a[4];
+    std::int32_t relative = 0;
+    GetDirAngleResult(job, line.station, target, &a[0], &a[1], &a[2]);
+    GetLengthResult(job, line.station, target, &a[0], &a[1], &a[2]);
+    GetAzAndLenPrecision(job, line.station, target, &a[0], &a[1], &a[2], &a[3], &relative);
+    benchmark::DoNotOptimize(a);
+  }
+}
+
+// From the file to the last getter.
+void RunJobs(benchmark::State& state, const GeneratedNetwork& network) {
+  const TempPath file;
+  Save(network, file);
+  Meter meter(state);
+  while (state.KeepRunning()) {
+    meter.Start();
+    const Job job;
+    bool ok = OpenBrenuAdjustFile(job, file.c_str());
+    meter.Count("open");
+    ok = ok && ApproxCalc(job);
+    meter.Count("approximate");
+    ok = ok && LeastSquareAdj(job);
+    meter.Count("adjust");
+    ReadResults(network, job);
+    meter.Count("results");
+    if (!ok) state.SkipWithError("the network was not adjusted");
+  }
+}
+
+void PlaneShuffled(benchmark::State& state) {
+  const std::int32_t side = SideOf(state);
+  RunJobs(state, GridNetwork(side, side, PointOrder::kShuffled).Plane());
+}
+BENCHMARK(PlaneShuffled)->Arg(100)->Arg(1000)->MinTime(0.3)->Unit(benchmark::kMillisecond);
+BENCHMARK(PlaneShuffled)->Arg(10000)->Iterations(3)->Unit(benchmark::kMillisecond);
+BENCHMARK(PlaneShuffled)->Arg(40000)->Arg(100000)->Iterations(1)->Unit(benchmark::kMillisecond);
+
+// Small networks only: in this order approximate coordinates are carried along the rows, and in
+// larger ones they drift too far for the adjustment to settle.
+void PlaneByRows(benchmark::State& state) {
+  const std::int32_t side = SideOf(state);
+  RunJobs(state, GridNetwork(side, side, PointOrder::kByRows).Plane());
+}
+BENCHMARK(PlaneByRows)->Arg(100)->Arg(1000)->MinTime(0.3)->Unit(benchmark::kMillisecond);
+
+// Runs on demand only: minutes, and several gigabytes.
+void OnDemandPlaneMillion(benchmark::State& state) { PlaneShuffled(state); }
+BENCHMARK(OnDemandPlaneMillion)->Arg(1000000)->Iterations(1)->Unit(benchmark::kMillisecond);
+
+// One gross error for 500 points, evenly spread: 20 for 10 000.
+std::size_t PlantBlunders(GeneratedNetwork& network) {
+  constexpr double kBlunder = 0.00007;  // 0.7", in directions of 0.025"
+  const std::size_t count = network.points.size() / 500;
+  const std::size_t distance = network.lines.size() / count;
+  for (std::size_t k = 0; k < count; ++k) {
+    network.lines[k * distance + distance / 2].obs.direction += kBlunder;
+  }
+  return count;
+}
+
+std::size_t CountRemoved(const GeneratedNetwork& network, const PlaneNet& net) {
+  std::size_t count = 0;
+  for (const auto& line : network.lines) {
+    const char* station = network.points[static_cast<std::size_t>(line.station)].name;
+    const auto result = net.ResultOfDirection(station, TargetName(network, line));
+    if (result && result->removed) ++count;
+  }
+  return count;
+}
+
+void PlaneSnooping(benchmark::State& state) {
+  constexpr double kAlpha = 1e-7;  // among so many observations chance must not find any
+  const std::int32_t side = SideOf(state);
+  GeneratedNetwork network = GridNetwork(side, side, PointOrder::kShuffled).Plane();
+  const std::size_t planted = PlantBlunders(network);
+  Meter meter(state);
+  while (state.KeepRunning()) {
+    const Job job;
+    Enter(network, job);
+    meter.Start();
+    const bool ok = DataSnooping(job, kPlane, kAlpha, kAlpha) == 1;
+    meter.Count("snooping");
+    AdjustmentContext* const context = job;
+    if (!ok || CountRemoved(network, context->planeNet) != planted) {
+      state.SkipWithError("not the planted observations were taken out");
+    }
+  }
+}
+BENCHMARK(PlaneSnooping)->Arg(1000)->Arg(10000)->Iterations(1)->Unit(benchmark::kMillisecond);
+
+// Approximate values, adjustment and precision of 50 points, with the limit of the packed matrix
+// as it is and with the packed matrix always.
+void AdjustSmall(benchmark::State& state, std::int32_t mostPackedUnknowns) {
+  const GeneratedNetwork network = GridNetwork(5, 10, PointOrder::kShuffled).Plane();
+  PlaneNet net(mostPackedUnknowns);
+  Meter meter(state);
+  while (state.KeepRunning()) {
+    meter.Start();
+    testing::FillNet(net, network);
+    if (!net.Adjust()) state.SkipWithError("the network was not adjusted");
+    meter.Count("adjust");
+  }
+}
+BENCHMARK_CAPTURE(AdjustSmall, AsItIs, kMostPackedUnknowns)->MinTime(0.5);
+BENCHMARK_CAPTURE(AdjustSmall, Packed, 1000000)->MinTime(0.5);
+
+}  // namespace
+}  // namespace brenu::bench
