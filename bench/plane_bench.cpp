@@ -68,12 +68,12 @@ BENCHMARK(PlaneShuffled)->Arg(100)->Arg(1000)->MinTime(0.3)->Unit(benchmark::kMi
 BENCHMARK(PlaneShuffled)->Arg(10000)->Iterations(3)->Unit(benchmark::kMillisecond);
 BENCHMARK(PlaneShuffled)->Arg(40000)->Arg(100000)->Iterations(1)->Unit(benchmark::kMillisecond);
 
-// A strip of 10 columns: across many more the approximate coordinates, which in this order are
-// carried along the rows, drift too far.
+// With more known points: in this order approximate coordinates are carried along the rows, and
+// drift too far otherwise.
 void PlaneByRows(benchmark::State& state) {
-  constexpr std::int32_t kColumns = 10;
-  const auto rows = static_cast<std::int32_t>(state.range(0)) / kColumns + 1;
-  RunJobs(state, GridNetwork(rows, kColumns, PointOrder::kByRows).Plane());
+  constexpr std::int32_t kControlInterval = 8;
+  const std::int32_t side = SideOf(state);
+  RunJobs(state, GridNetwork(side, side, PointOrder::kByRows, kControlInterval).Plane());
 }
 BENCHMARK(PlaneByRows)->Arg(100)->Arg(1000)->MinTime(0.3)->Unit(benchmark::kMillisecond);
 BENCHMARK(PlaneByRows)->Arg(10000)->Arg(100000)->Iterations(1)->Unit(benchmark::kMillisecond);

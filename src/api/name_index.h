@@ -1,46 +1,45 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
-#include <limits>
+#include <functional>
 #include <set>
 #include <string>
 #include <string_view>
-#include <utility>
+#include <unordered_map>
 
 namespace brenu {
 
 // Which points bear a name.  Several can after a renaming; the lowest index then counts.
 class NameIndex {
  public:
-  void Add(std::string_view name, std::int32_t index) { m_entries.emplace(name, index); }
-  void Remove(std::string_view name, std::int32_t index) {
-    const auto found = m_entries.find(Key{name, index});
-    if (found != m_entries.end()) m_entries.erase(found);
+  void Add(std::string_view name, std::int32_t index) {
+    m_indices[std::string(name)].insert(index);
   }
-  void Clear() { m_entries.clear(); }
+  void Remove(std::string_view name, std::int32_t index) {
+    const auto found = m_indices.find(name);
+    if (found == m_indices.end()) return;
+    found->second.erase(index);
+    if (found->second.empty()) m_indices.erase(found);
+  }
+  void Clear() { m_indices.clear(); }
 
-  bool Has(std::string_view name) const { return Find(name) != m_entries.end(); }
+  bool Has(std::string_view name) const { return m_indices.find(name) != m_indices.end(); }
   // -1 when there is none.
   std::int32_t First(std::string_view name) const {
-    const auto found = Find(name);
-    return found == m_entries.end() ? -1 : found->second;
+    const auto found = m_indices.find(name);
+    return found == m_indices.end() ? -1 : *found->second.begin();
   }
 
  private:
-  using Entry = std::pair<std::string, std::int32_t>;
-  using Key = std::pair<std::string_view, std::int32_t>;
-  struct Before {
+  struct Hash {
     using is_transparent = void;
-    bool operator()(const Key& a, const Key& b) const { return a < b; }
+    std::size_t operator()(std::string_view name) const {
+      return std::hash<std::string_view>{}(name);
+    }
   };
-  using Entries = std::set<Entry, Before>;
 
-  Entries::const_iterator Find(std::string_view name) const {
-    const auto found = m_entries.lower_bound(Key{name, std::numeric_limits<std::int32_t>::min()});
-    return found != m_entries.end() && found->first == name ? found : m_entries.end();
-  }
-
-  Entries m_entries;
+  std::unordered_map<std::string, std::set<std::int32_t>, Hash, std::equal_to<>> m_indices;
 };
 
 }  // namespace brenu

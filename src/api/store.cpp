@@ -114,9 +114,11 @@ ObsData* Store::FindObs(std::int32_t station, std::string_view target) {
 std::int32_t Store::AddObs(std::int32_t station, std::string_view target, const ObsData& obs) {
   const PointData* point = FindPoint(station);
   if (point == nullptr || target == NameOf(*point) || !m_names.Has(target)) return -1;
-  if (FindObs(station, target) != nullptr) return -1;
-  m_observations[std::string(NameOf(*point))].emplace(target, obs);
-  return station;
+  auto entry = m_observations.lower_bound(NameOf(*point));
+  if (entry == m_observations.end() || entry->first != NameOf(*point)) {
+    entry = m_observations.emplace_hint(entry, NameOf(*point), TargetMap());
+  }
+  return entry->second.try_emplace(std::string(target), obs).second ? station : -1;
 }
 
 std::int32_t Store::SetObs(std::int32_t station, std::string_view target, const ObsData& obs) {

@@ -47,19 +47,18 @@ class BridgeSearch {
     Enter(start, -1);
     while (!m_path.empty()) {
       Visit& visit = m_path.back();
-      const auto lines = m_graph.LinesAt(visit.node);
-      if (visit.next == lines.size()) {
+      const auto steps = m_graph.StepsFrom(visit.node);
+      if (visit.next == steps.size()) {
         Leave();
         continue;
       }
-      const std::int32_t line = lines[visit.next++];
-      if (line == visit.via) continue;
+      const RouteStep& step = steps[visit.next++];
+      if (step.line == visit.via) continue;
       const std::int32_t node = visit.node;
-      const std::int32_t other = m_graph.Across(line, node);
-      if (At(other).order == 0) {
-        Enter(other, line);
+      if (At(step.to).order == 0) {
+        Enter(step.to, step.line);
       } else {
-        At(node).lowest = std::min(At(node).lowest, At(other).order);
+        At(node).lowest = std::min(At(node).lowest, At(step.to).order);
       }
     }
   }

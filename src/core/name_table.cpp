@@ -1,6 +1,8 @@
 #include "core/name_table.h"
 
 #include <algorithm>
+#include <bit>
+#include <functional>
 
 namespace brenu {
 
@@ -8,12 +10,19 @@ NameTable::NameTable(std::vector<std::string_view> names) {
   std::sort(names.begin(), names.end());
   names.erase(std::unique(names.begin(), names.end()), names.end());
   m_names.assign(names.begin(), names.end());
+
+  m_places.assign(std::bit_ceil(2 * m_names.size() + 1), -1);
+  for (std::size_t slot = 0; slot < m_names.size(); ++slot) {
+    m_places[PlaceOf(m_names[slot])] = static_cast<std::int32_t>(slot);
+  }
 }
 
-std::int32_t NameTable::Find(std::string_view name) const {
-  const auto found = std::lower_bound(m_names.begin(), m_names.end(), name);
-  if (found == m_names.end() || *found != name) return -1;
-  return static_cast<std::int32_t>(found - m_names.begin());
+// More than half of the places are free, so that the search ends.
+std::size_t NameTable::PlaceOf(std::string_view name) const {
+  const std::size_t mask = m_places.size() - 1;
+  std::size_t place = std::hash<std::string_view>{}(name)&mask;
+  while (m_places[place] >= 0 && NameAt(m_places[place]) != name) place = (place + 1) & mask;
+  return place;
 }
 
 }  // namespace brenu

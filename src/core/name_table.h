@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <string>
 #include <string_view>
@@ -20,10 +21,14 @@ class NameTable {
     return m_names[static_cast<std::size_t>(slot)];
   }
   // -1 when the name is not in the table.
-  std::int32_t Find(std::string_view name) const;
+  std::int32_t Find(std::string_view name) const { return m_places[PlaceOf(name)]; }
 
  private:
+  // Where the name stands in the hash table, or the free place where it would.
+  std::size_t PlaceOf(std::string_view name) const;
+
   std::vector<std::string> m_names;
+  std::vector<std::int32_t> m_places{-1};  // hash table of slots, -1 for a free place
 };
 
 }  // namespace brenu

@@ -28,14 +28,4 @@ bool NormalEquations::Solve() {
   return m_solved;
 }
 
-double NormalEquations::QuadraticForm(std::span<const Term> function) const {
-  double sum = 0.0;
-  for (const Term& k : function) {
-    for (const Term& m : function) {
-      sum += k.coefficient * Cofactor(k.unknown, m.unknown) * m.coefficient;
-    }
-  }
-  return sum;
-}
-
 }  // namespace brenu

@@ -1,8 +1,11 @@
 #pragma once
 
+#include <algorithm>
+#include <cstddef>
 #include <cstdint>
 #include <memory>
 #include <span>
+#include <utility>
 #include <vector>
 
 #include "core/normal_matrix.h"
@@ -31,6 +34,11 @@ class NormalEquations {
   // Analyses the pattern.  Equations can be added after the next Reset.
   void SetPattern(const UnknownPattern& pattern);
 
+  // The numbers 0..count-1 of equations in the order in which they are added fastest; `unknownOf`
+  // gives any one unknown of each.
+  template <typename UnknownOf>
+  std::vector<std::int32_t> FastestOrder(std::size_t count, UnknownOf unknownOf) const;
+
   // Starts anew with N and b zero; the last solution stays until the next one.
   void Reset();
 
@@ -54,7 +62,9 @@ class NormalEquations {
   // Of two unknowns that meet in the pattern.
   double Cofactor(std::int32_t i, std::int32_t j) const { return m_matrix->Cofactor(i, j); }
   // The cofactor of a linear function of the unknowns: sum over all k, m of a_k Q(k, m) a_m.
-  double QuadraticForm(std::span<const Term> function) const;
+  double QuadraticForm(std::span<const Term> function) const {
+    return m_matrix->QuadraticForm(function);
+  }
 
  private:
   std::int32_t m_mostPackedUnknowns;
@@ -63,5 +73,20 @@ class NormalEquations {
   std::vector<double> m_solution;
   bool m_solved = false;
 };
+
+template <typename UnknownOf>
+std::vector<std::int32_t> NormalEquations::FastestOrder(std::size_t count,
+                                                        UnknownOf unknownOf) const {
+  std::vector<std::pair<std::int32_t, std::int32_t>> byPlace;
+  byPlace.reserve(count);
+  for (std::size_t k = 0; k < count; ++k) {
+    byPlace.emplace_back(m_matrix->PlaceOf(unknownOf(k)), static_cast<std::int32_t>(k));
+  }
+  std::sort(byPlace.begin(), byPlace.end());
+  std::vector<std::int32_t> order;
+  order.reserve(count);
+  for (const auto& [place, k] : byPlace) order.push_back(k);
+  return order;
+}
 
 }  // namespace brenu

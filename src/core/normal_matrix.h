@@ -33,6 +33,10 @@ class NormalMatrix {
   virtual bool Solve(std::span<const double> b, std::span<double> x) = 0;
   // Element (i, j) of N^-1, after a successful Solve.  Not a number where the matrix keeps none.
   virtual double Cofactor(std::int32_t i, std::int32_t j) = 0;
+  // The sum of a_k Q a_m over any two terms, Q the element of N^-1 of their unknowns.
+  virtual double QuadraticForm(std::span<const Term> function) = 0;
+  // Where an unknown stands in the matrix.  Equations are added fastest in the order of places.
+  virtual std::int32_t PlaceOf(std::int32_t unknown) const = 0;
 };
 
 // All elements, inverted at once: best for small networks.

@@ -52,6 +52,19 @@ class PackedNormalMatrix : public NormalMatrix {
     return m_elements[PackedIndex(Index(i), Index(j))];
   }
 
+  double QuadraticForm(std::span<const Term> function) override {
+    double sum = 0.0;
+    for (const Term& k : function) {
+      for (const Term& m : function) {
+        sum += k.coefficient * m_elements[PackedIndex(Index(k.unknown), Index(m.unknown))] *
+               m.coefficient;
+      }
+    }
+    return sum;
+  }
+
+  std::int32_t PlaceOf(std::int32_t unknown) const override { return unknown; }
+
  private:
   std::size_t m_order;
   std::vector<double> m_elements;  // N, after Solve N^-1

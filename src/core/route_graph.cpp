@@ -14,24 +14,20 @@ RouteGraph::RouteGraph(std::int32_t nodeCount, std::vector<RouteLine> lines,
   }
   for (std::size_t i = 1; i < m_firstAt.size(); ++i) m_firstAt[i] += m_firstAt[i - 1];
   std::vector<std::int32_t> next(m_firstAt.begin(), m_firstAt.end() - 1);
-  m_linesAt.resize(2 * m_lines.size());
+  m_steps.resize(2 * m_lines.size());
+  const auto add = [&](std::int32_t node, const RouteStep& step) {
+    m_steps[static_cast<std::size_t>(next[static_cast<std::size_t>(node)]++)] = step;
+  };
   for (std::int32_t k = 0; k < LineCount(); ++k) {
-    for (const std::int32_t node : {Line(k).from, Line(k).to}) {
-      const std::int32_t place = next[static_cast<std::size_t>(node)]++;
-      m_linesAt[static_cast<std::size_t>(place)] = k;
-    }
+    const RouteLine& line = Line(k);
+    add(line.from, {k, line.to, line.length, line.rise});
+    add(line.to, {k, line.from, line.length, -line.rise});
   }
 }
 
-std::span<const std::int32_t> RouteGraph::LinesAt(std::int32_t node) const {
-  const auto i = static_cast<std::size_t>(node);
-  const auto first = static_cast<std::size_t>(m_firstAt[i]);
-  return std::span(m_linesAt).subspan(first, static_cast<std::size_t>(m_firstAt[i + 1]) - first);
-}
-
 std::int32_t RouteGraph::FirstLineBetween(std::int32_t a, std::int32_t b) const {
-  for (const std::int32_t line : LinesAt(a)) {
-    if (Across(line, a) == b) return line;
+  for (const RouteStep& step : StepsFrom(a)) {
+    if (step.to == b) return step.line;
   }
   return -1;
 }

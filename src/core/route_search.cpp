@@ -5,20 +5,18 @@ namespace brenu {
 RouteSearch::RouteSearch(const RouteGraph& graph)
     : m_graph(graph), m_nodes(static_cast<std::size_t>(graph.NodeCount())) {}
 
-void RouteSearch::Offer(std::int32_t from, std::int32_t line) {
+void RouteSearch::Offer(std::int32_t from, const RouteStep& step) {
   const Node& start = At(from);
-  const RouteLine& taken = m_graph.Line(line);
-  const std::int32_t to = m_graph.Across(line, from);
-  const double length = start.length + taken.length;
-  const Moment found{line > start.found.line ? start.found.pass : start.found.pass + 1, line};
-  Node& node = m_nodes[static_cast<std::size_t>(to)];
+  const double length = start.length + step.length;
+  const bool samePass = step.line > start.found.line;
+  const Moment found{samePass ? start.found.pass : start.found.pass + 1, step.line};
+  Node& node = m_nodes[static_cast<std::size_t>(step.to)];
   if (node.run == m_run &&
       !(length < node.length || (length == node.length && found < node.found))) {
     return;
   }
-  const double rise = start.rise + (taken.from == from ? taken.rise : -taken.rise);
-  node = {length, rise, from, found, m_run};
-  m_queue.push({length, found, to});
+  node = {length, start.rise + step.rise, from, found, m_run};
+  m_queue.push({length, found, step.to});
 }
 
 void RouteSearch::Run(std::int32_t source, std::int32_t excluded, std::int32_t target) {
@@ -35,8 +33,8 @@ void RouteSearch::Run(std::int32_t source, std::int32_t excluded, std::int32_t t
     }
     if (next.node == target) return;
     if (m_graph.IsEnd(next.node) && next.node != source) continue;
-    for (const std::int32_t line : m_graph.LinesAt(next.node)) {
-      if (line != excluded) Offer(next.node, line);
+    for (const RouteStep& step : m_graph.StepsFrom(next.node)) {
+      if (step.line != excluded) Offer(next.node, step);
     }
   }
 }

@@ -62,7 +62,7 @@ class RouteSearch {
   };
 
   const Node& At(std::int32_t node) const { return m_nodes[static_cast<std::size_t>(node)]; }
-  void Offer(std::int32_t from, std::int32_t line);
+  void Offer(std::int32_t from, const RouteStep& step);
 
   const RouteGraph& m_graph;
   std::int32_t m_run = 0;

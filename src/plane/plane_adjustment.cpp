@@ -50,11 +50,12 @@ void PlaneNet::NumberOrientations() {
 
 bool PlaneNet::BuildNormals() {
   if (HasUnknownName()) return false;
-  if (!m_normal.HasPattern()) m_normal.SetPattern(MakePattern());
+  if (!m_normal.HasPattern()) AnalysePattern();
   m_normal.Reset();
   NumberOrientations();
-  for (const DirectionSet& set : m_obs.sets) AddDirectionSet(set);
-  for (const PlaneObs& o : m_obs.distances) {
+  for (const std::int32_t k : m_setOrder) AddDirectionSet(m_obs.sets[static_cast<std::size_t>(k)]);
+  for (const std::int32_t k : m_distanceOrder) {
+    const PlaneObs& o = m_obs.distances[static_cast<std::size_t>(k)];
     if (!o.inUse) continue;
     const LineEquation line = DistanceCoefficients(o.from, o.to);
     const double error = DistanceError(o.observed);

@@ -147,6 +147,7 @@ class PlaneNet {
   bool BuildNormals();
   bool HasUnknownName() const;
   UnknownPattern MakePattern() const;
+  void AnalysePattern();
   void NumberOrientations();
   void AddDirectionSet(const DirectionSet& set);
   void HoldKnownPoints();
@@ -179,8 +180,10 @@ class PlaneNet {
   std::vector<PlaneResult> m_coords;  // by slot: working coordinates, then precision
   ObservationTables m_obs;            // with use flags and residuals
   NormalEquations m_normal;
-  std::int32_t m_firstUnknownPoint = 0;  // the point that owns the unknowns 0 and 1
-  bool m_directionsDerived = false;      // the directions come from coordinates, not from readings
+  std::vector<std::int32_t> m_setOrder;       // the sets and
+  std::vector<std::int32_t> m_distanceOrder;  // distances in the order in which they are added
+  std::int32_t m_firstUnknownPoint = 0;       // the point that owns the unknowns 0 and 1
+  bool m_directionsDerived = false;  // the directions come from coordinates, not from readings
   std::int32_t m_redundancy = 0;
   double m_sigma0 = 0.0;
 

@@ -1,3 +1,5 @@
+#include <algorithm>
+
 #include "plane/plane_net.h"
 
 namespace brenu {
@@ -18,7 +20,18 @@ UnknownPattern PlaneNet::MakePattern() const {
   return pattern;
 }
 
-// The same for the new points alone, without orientations.
+void PlaneNet::AnalysePattern() {
+  m_normal.SetPattern(MakePattern());
+  // What stands at a name without point is never added: any place will do.
+  const auto unknownOf = [this](const PlaneObs& o) { return std::max(UnknownOf(o.from), 0); };
+  m_setOrder = m_normal.FastestOrder(m_obs.sets.size(), [&](std::size_t k) {
+    return unknownOf(m_obs.directions[static_cast<std::size_t>(m_obs.sets[k].first)]);
+  });
+  m_distanceOrder = m_normal.FastestOrder(
+      m_obs.distances.size(), [&](std::size_t k) { return unknownOf(m_obs.distances[k]); });
+}
+
+// As MakePattern, for the new points alone, without orientations.
 UnknownPattern PlaneNet::MakeDistancePattern() const {
   const std::int32_t known = m_net->ControlCount();
   UnknownPattern pattern = PointPattern(m_net->PointCount() - known, 2);

@@ -22,20 +22,12 @@ class SparseNormalMatrix : public NormalMatrix {
   }
 
   void Add(std::span<const Term> equation, double weight) override {
-    m_places.clear();
-    for (const Term& t : equation) m_places.push_back(m_symbolic.PlaceOf(t.unknown));
-    const Supernode* located = nullptr;  // to which m_rows refers
-    for (std::size_t c = 0; c < equation.size(); ++c) {
-      const Supernode& s = m_symbolic.SupernodeAt(m_places[c]);
-      if (&s != located) LocateRows(s);
-      located = &s;
-      double* const column =
-          m_elements.data() + s.firstElement + std::int64_t{m_places[c] - s.first} * s.Height();
+    ForEachColumn(equation, [&](std::size_t c, double* column) {
       const double scaled = equation[c].coefficient * weight;
       for (std::size_t r = 0; r < equation.size(); ++r) {
         if (m_places[r] >= m_places[c]) column[m_rows[r]] += scaled * equation[r].coefficient;
       }
-    }
+    });
   }
 
   double& Diagonal(std::int32_t unknown) override {
@@ -46,23 +38,60 @@ class SparseNormalMatrix : public NormalMatrix {
   bool Solve(std::span<const double> b, std::span<double> x) override {
     if (!FactorSparse(m_symbolic, m_elements)) return false;
     std::vector<double> byPlace(b.size());
-    for (std::size_t i = 0; i < b.size(); ++i) byPlace[PlaceOf(i)] = b[i];
+    for (std::size_t i = 0; i < b.size(); ++i) byPlace[Place(i)] = b[i];
     SolveSparse(m_symbolic, m_elements, byPlace);
-    for (std::size_t i = 0; i < b.size(); ++i) x[i] = byPlace[PlaceOf(i)];
+    for (std::size_t i = 0; i < b.size(); ++i) x[i] = byPlace[Place(i)];
     return true;
   }
 
   double Cofactor(std::int32_t i, std::int32_t j) override {
-    if (!m_isInverse) {
-      InvertSelected(m_symbolic, m_elements);
-      m_isInverse = true;
-    }
+    Invert();
     const auto [column, row] = std::minmax({m_symbolic.PlaceOf(i), m_symbolic.PlaceOf(j)});
     const std::int64_t element = m_symbolic.FindElement(row, column);
     return element < 0 ? std::numeric_limits<double>::quiet_NaN() : m_elements[At(element)];
   }
 
+  double QuadraticForm(std::span<const Term> function) override {
+    Invert();
+    double sum = 0.0;
+    ForEachColumn(function, [&](std::size_t c, const double* column) {
+      // Elements beside the diagonal stand for two.
+      double own = 0.0;
+      double other = 0.0;
+      for (std::size_t r = 0; r < function.size(); ++r) {
+        if (m_places[r] == m_places[c]) own += column[m_rows[r]] * function[r].coefficient;
+        if (m_places[r] > m_places[c]) other += column[m_rows[r]] * function[r].coefficient;
+      }
+      sum += function[c].coefficient * (own + 2.0 * other);
+    });
+    return sum;
+  }
+
+  std::int32_t PlaceOf(std::int32_t unknown) const override { return m_symbolic.PlaceOf(unknown); }
+
  private:
+  void Invert() {
+    if (m_isInverse) return;
+    InvertSelected(m_symbolic, m_elements);
+    m_isInverse = true;
+  }
+
+  // Calls visit(c, column) with the column of the matrix that belongs to each term c; m_places and
+  // m_rows then tell the rows of all terms that stand in it.
+  template <typename Visit>
+  void ForEachColumn(std::span<const Term> terms, Visit visit) {
+    m_places.clear();
+    for (const Term& t : terms) m_places.push_back(m_symbolic.PlaceOf(t.unknown));
+    const Supernode* located = nullptr;  // to which m_rows refers
+    for (std::size_t c = 0; c < terms.size(); ++c) {
+      const Supernode& s = m_symbolic.SupernodeAt(m_places[c]);
+      if (&s != located) LocateRows(s);
+      located = &s;
+      visit(c,
+            m_elements.data() + s.firstElement + std::int64_t{m_places[c] - s.first} * s.Height());
+    }
+  }
+
   // The rows of m_places in a supernode.  Neighbouring places are neighbouring rows.
   void LocateRows(const Supernode& s) {
     m_rows.resize(m_places.size());
@@ -73,14 +102,14 @@ class SparseNormalMatrix : public NormalMatrix {
       m_rows[k] = follows ? m_rows[k - 1] + 1 : m_symbolic.FindRow(s, m_places[k]);
     }
   }
-  std::size_t PlaceOf(std::size_t unknown) const {
-    return At(m_symbolic.PlaceOf(static_cast<std::int32_t>(unknown)));
+  std::size_t Place(std::size_t unknown) const {
+    return At(PlaceOf(static_cast<std::int32_t>(unknown)));
   }
 
   SymbolicFactor m_symbolic;
   std::vector<double> m_elements;  // N, after Solve L and D, after the first Cofactor N^-1
   bool m_isInverse = false;
-  std::vector<std::int32_t> m_places;  // of the terms of the equation being added
+  std::vector<std::int32_t> m_places;  // of the terms being visited
   std::vector<std::int32_t> m_rows;    // beside m_places
 };
 
