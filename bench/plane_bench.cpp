@@ -68,15 +68,13 @@ BENCHMARK(PlaneShuffled)->Arg(100)->Arg(1000)->MinTime(0.3)->Unit(benchmark::kMi
 BENCHMARK(PlaneShuffled)->Arg(10000)->Iterations(3)->Unit(benchmark::kMillisecond);
 BENCHMARK(PlaneShuffled)->Arg(40000)->Arg(100000)->Iterations(1)->Unit(benchmark::kMillisecond);
 
-// With more known points: in this order approximate coordinates are carried along the rows, and
-// drift too far otherwise.
+// Small networks only: in this order approximate coordinates are carried along the rows, and in
+// larger ones they drift too far for the adjustment to settle.
 void PlaneByRows(benchmark::State& state) {
-  constexpr std::int32_t kControlInterval = 8;
   const std::int32_t side = SideOf(state);
-  RunJobs(state, GridNetwork(side, side, PointOrder::kByRows, kControlInterval).Plane());
+  RunJobs(state, GridNetwork(side, side, PointOrder::kByRows).Plane());
 }
 BENCHMARK(PlaneByRows)->Arg(100)->Arg(1000)->MinTime(0.3)->Unit(benchmark::kMillisecond);
-BENCHMARK(PlaneByRows)->Arg(10000)->Arg(100000)->Iterations(1)->Unit(benchmark::kMillisecond);
 
 // Runs on demand only: minutes, and several gigabytes.
 void OnDemandPlaneMillion(benchmark::State& state) { PlaneShuffled(state); }

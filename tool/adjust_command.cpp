@@ -77,16 +77,21 @@ std::optional<Fault> WriteClosures(AdjustmentContext& context, const AdjustOptio
 }
 
 std::optional<Fault> Adjust(AdjustmentContext& context, const AdjustOptions& options,
-                            std::string& text) {
+                            Progress& progress, std::string& text) {
+  progress.Enter("checking the data");
   if (auto fault = UnfitOption(context, options)) return fault;
   for (const auto& sentence : {FindDataFault(context), FindWeightFault(context)}) {
     if (sentence) return Fault{kFileOrUsage, *sentence};
   }
   SayDoubts(context, options.file);
+  progress.Enter("computing closure errors");
   if (auto fault = WriteClosures(context, options)) return fault;
+  progress.Enter(options.alpha ? "adjusting with data snooping" : "adjusting");
   if (auto fault = Compute(context, options)) return fault;
+  progress.Enter("making the tables");
   text = IsUnoriented(context) ? TraverseText(context, options) : NetworkText(context, options);
   if (options.resultFile.empty()) return std::nullopt;
+  progress.Enter("writing the result report");
   return WriteResultFile(context, options.resultFile);
 }
 
@@ -97,9 +102,10 @@ ExitStatus RunAdjust(const AdjustOptions& options) {
     Say(options.file, *sentence);
     return kFileOrUsage;
   }
-  return RunOnFile(options.file, [&](AdjustmentContext& context, std::string& text) {
-    return Adjust(context, options, text);
-  });
+  return RunOnFile(options.file,
+                   [&](AdjustmentContext& context, Progress& progress, std::string& text) {
+                     return Adjust(context, options, progress, text);
+                   });
 }
 
 }  // namespace brenu::tool

@@ -33,7 +33,8 @@ std::optional<Fault> Check(AdjustmentContext& context, const std::string& path, 
 }  // namespace
 
 ExitStatus RunClosures(const std::string& path) {
-  return RunOnFile(path, [&](AdjustmentContext& context, std::string& text) {
+  return RunOnFile(path, [&](AdjustmentContext& context, Progress& progress, std::string& text) {
+    progress.Enter("computing closure errors");
     return Check(context, path, text);
   });
 }

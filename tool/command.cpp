@@ -23,16 +23,19 @@ bool Print(const std::string& text) {
 }  // namespace
 
 void Say(const std::string& path, const std::string& sentence) {
-  std::fprintf(stderr, "brenu: %s: %s\n", Printable(path).c_str(), sentence.c_str());
+  std::fprintf(stderr, "%sbrenu: %s: %s\n", LineStart(), Printable(path).c_str(), sentence.c_str());
 }
 
 ExitStatus RunOnFile(const std::string& path, const Work& work) {
   const std::unique_ptr<AdjustmentContext, CloseJob> job(StartAdjustment());
+  Progress progress;
+  progress.Enter("reading");
   std::vector<std::string> warnings;
   std::optional<Fault> fault = LoadFile(job.get(), path, warnings);
   for (const std::string& warning : warnings) Say(path, "warning: " + warning);
   std::string text;
-  if (!fault) fault = work(*job, text);
+  if (!fault) fault = work(*job, progress, text);
+  progress.Stop();
   if (!Print(text)) {
     fault = {kFileOrUsage,
              "the results cannot be written to the standard output; make room for them"};

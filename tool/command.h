@@ -6,12 +6,14 @@
 
 #include "brenu/brenu.h"
 #include "fault.h"
+#include "progress.h"
 
 namespace brenu::tool {
 
 // What a command does with a file that has been read: appends to the text for the standard output.
 // That is printed also when there is a fault.
-using Work = std::function<std::optional<Fault>(AdjustmentContext& context, std::string& text)>;
+using Work = std::function<std::optional<Fault>(AdjustmentContext& context, Progress& progress,
+                                                std::string& text)>;
 
 // Reads the file into a fresh context and does the work; warnings and the fault, one sentence each,
 // go to the standard error.

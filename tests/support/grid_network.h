@@ -43,12 +43,8 @@ enum class PointOrder { kByRows, kShuffled };
 // by rows they do so all the same when there are many columns.
 class GridNetwork {
  public:
-  GridNetwork(std::int32_t rows, std::int32_t columns, PointOrder order,
-              std::int32_t controlInterval = 32)
-      : m_rows(rows),
-        m_columns(columns),
-        m_controlInterval(controlInterval),
-        m_indices(static_cast<std::size_t>(rows * columns)) {
+  GridNetwork(std::int32_t rows, std::int32_t columns, PointOrder order)
+      : m_rows(rows), m_columns(columns), m_indices(static_cast<std::size_t>(rows * columns)) {
     std::iota(m_indices.begin(), m_indices.end(), 0);
     if (order == PointOrder::kShuffled) {
       for (std::size_t i = m_indices.size(); i > 1; --i) {
@@ -100,6 +96,7 @@ class GridNetwork {
   static constexpr double kDirectionNoise = 0.025 / 206264.8;  // radians
   static constexpr double kDistanceNoise = 0.00005;            // metres
   static constexpr double kLevellingNoise = 0.001;             // metres for one kilometre
+  static constexpr std::int32_t kControlInterval = 32;         // grid steps
 
   static std::size_t At(std::int32_t i) { return static_cast<std::size_t>(i); }
   std::int32_t IndexAt(std::int32_t row, std::int32_t column) const {
@@ -122,7 +119,7 @@ class GridNetwork {
   bool IsControl(std::int32_t row, std::int32_t column, int knownType) const {
     const bool pair = knownType == 10;
     if (row == m_rows - 1 && column >= m_columns - (pair ? 2 : 1)) return true;
-    return row % m_controlInterval == 0 && column % m_controlInterval <= (pair ? 1 : 0);
+    return row % kControlInterval == 0 && column % kControlInterval <= (pair ? 1 : 0);
   }
 
   GeneratedNetwork Points(int knownType) {
@@ -160,7 +157,6 @@ class GridNetwork {
   }
 
   std::int32_t m_rows, m_columns;
-  std::int32_t m_controlInterval;  // grid steps
   std::minstd_rand m_random;
   std::vector<std::int32_t> m_indices;  // by place in the grid: the store index
   std::vector<double> m_x, m_y;         // by store index: true coordinates

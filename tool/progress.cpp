@@ -1,0 +1,67 @@
+#include "progress.h"
+
+#include <cstdio>
+#include <system_error>
+
+#ifdef _WIN32
+#include <io.h>
+#else
+#include <unistd.h>
+#endif
+
+namespace brenu::tool {
+
+namespace {
+
+constexpr std::chrono::milliseconds kSilence{1000};
+constexpr std::chrono::milliseconds kInterval{250};
+
+bool IsTerminal() {
+#ifdef _WIN32
+  return _isatty(_fileno(stderr)) != 0;
+#else
+  return isatty(fileno(stderr)) != 0;
+#endif
+}
+
+}  // namespace
+
+// Back to the left margin and erase to the end of the line.
+const char* LineStart() { return IsTerminal() ? "\r\033[K" : ""; }
+
+Progress::Progress() {
+  if (!IsTerminal()) return;
+  try {
+    m_thread = std::thread([this] { Show(); });
+  } catch (const std::system_error&) {
+    // Without a thread to spare the work is done unseen.
+  }
+}
+
+void Progress::Enter(const char* stage) {
+  const std::lock_guard lock(m_mutex);
+  m_stage = stage;
+}
+
+void Progress::Stop() {
+  {
+    const std::lock_guard lock(m_mutex);
+    m_stopped = true;
+  }
+  m_wake.notify_one();
+  if (m_thread.joinable()) m_thread.join();
+}
+
+void Progress::Show() {
+  std::unique_lock lock(m_mutex);
+  const auto stopped = [this] { return m_stopped; };
+  if (m_wake.wait_for(lock, kSilence, stopped)) return;
+  do {
+    const std::chrono::duration<double> elapsed = std::chrono::steady_clock::now() - m_start;
+    std::fprintf(stderr, "%s%s ... %.0f s", LineStart(), m_stage.c_str(), elapsed.count());
+    std::fflush(stderr);
+  } while (!m_wake.wait_for(lock, kInterval, stopped));
+  std::fputs(LineStart(), stderr);
+}
+
+}  // namespace brenu::tool
