@@ -53,11 +53,10 @@ TEST_F(Example, SnoopingFindsThePlantedBlundersAndNoOthers) {
       Execute("adjust --snoop 0.001 --summary --result \"" + report + "\" " + blunders);
   EXPECT_EQ(run.status, 0) << run.err;
   const std::string table = run.out.substr(run.out.find("Taken out"));
-  EXPECT_THAT(table,
-              ::testing::MatchesRegex("Taken out by data snooping: 2\n"
-                                      "  Station  Target  Kind +Residual\n"
-                                      "  T05      T09     distance +-..\\..*  mm\n"
-                                      "  T10      T05     direction +-..\\..*  \"\n"));
+  EXPECT_THAT(table, ::testing::MatchesRegex("Taken out by data snooping: 2\n"
+                                             "  Station  Target  Kind +Residual\n"
+                                             "  T05      T09     distance +-..\\..*  mm\n"
+                                             "  T10      T05     direction +-..\\..*  \"\n"));
   EXPECT_THAT(GrossErrors(report),
               ElementsAre("         T10           T05", "         T05           T09"));
 }
