@@ -23,21 +23,9 @@ void ReadParam(AdjParam& param, std::string_view line) {
   if (pieces.size() < 2) return;
   const std::string_view key = pieces[0];
   const std::string_view value = pieces[1];
-  if (key == "MO") param.MO = ParseDouble(value);
-  if (key == "MS") param.MS = ParseDouble(value);
-  if (key == "MR") param.MR = ParseDouble(value);
-  if (key == "Lvl1") {
-    param.Lvl1 = ParseInt(value);
-    param.Lvl1Limit = LevellingLimitOfGrade(param.Lvl1);
-  }
-  if (key == "Lvl2") {
-    param.Lvl2 = ParseInt(value);
-    param.Lvl2Limit = AngleLimitOfGrade(param.Lvl2);
-  }
+  EnterParam(param, {"Lvl1", "Lvl2", "format"}, key, value);
   if (key == "Lvl1Limit") param.Lvl1Limit = ParseInt(value);
   if (key == "Lvl2Limit") param.Lvl2Limit = ParseInt(value);
-  if (key == "Limit") param.Limit = ParseInt(value);
-  if (key == "format") param.format = ParseInt(value);
 }
 
 const char* ReadPoint(Store& store, std::int32_t index, std::string_view line) {

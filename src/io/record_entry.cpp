@@ -7,6 +7,23 @@
 
 namespace brenu {
 
+void EnterParam(AdjParam& param, const ParamKeys& keys, std::string_view key,
+                std::string_view value) {
+  if (key == "MO") param.MO = ParseDouble(value);
+  if (key == "MS") param.MS = ParseDouble(value);
+  if (key == "MR") param.MR = ParseDouble(value);
+  if (key == keys.levellingGrade) {
+    param.Lvl1 = ParseInt(value);
+    param.Lvl1Limit = LevellingLimitOfGrade(param.Lvl1);
+  }
+  if (key == keys.planeGrade) {
+    param.Lvl2 = ParseInt(value);
+    param.Lvl2Limit = AngleLimitOfGrade(param.Lvl2);
+  }
+  if (key == "Limit") param.Limit = ParseInt(value);
+  if (key == keys.format) param.format = ParseInt(value);
+}
+
 const char* EnterPoint(Store& store, std::int32_t index, std::span<const std::string_view> pieces) {
   const std::string_view name = UpToNul(pieces[0]);
   if (name.size() > kMaxNameLength) return "the point name is longer than 127 bytes";

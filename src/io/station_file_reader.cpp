@@ -22,21 +22,7 @@ void ReplaceAllEmpty(Pieces& pieces) {
 const char* ReadParam(AdjParam& param, std::string_view line) {
   const Pieces pieces = Split(line, ':');
   if (pieces.size() != 2) return "a parameter line has the form key:value";
-  const std::string_view key = pieces[0];
-  const std::string_view value = pieces[1];
-  if (key == "MO") param.MO = ParseDouble(value);
-  if (key == "MS") param.MS = ParseDouble(value);
-  if (key == "MR") param.MR = ParseDouble(value);
-  if (key == "Level1") {
-    param.Lvl1 = ParseInt(value);
-    param.Lvl1Limit = LevellingLimitOfGrade(param.Lvl1);
-  }
-  if (key == "Level") {
-    param.Lvl2 = ParseInt(value);
-    param.Lvl2Limit = AngleLimitOfGrade(param.Lvl2);
-  }
-  if (key == "Limit") param.Limit = ParseInt(value);
-  if (key == "Format") param.format = ParseInt(value);
+  EnterParam(param, {"Level1", "Level", "Format"}, pieces[0], pieces[1]);
   return nullptr;
 }
 
