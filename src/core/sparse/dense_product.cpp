@@ -8,7 +8,7 @@ namespace {
 
 // Cache blocks: B is packed in kDepth x kColumns, A in kRows x kDepth.
 constexpr std::ptrdiff_t kDepth = 256;
-constexpr std::ptrdiff_t kRows = 128;
+constexpr std::ptrdiff_t kRows = 10 * kTileRows;
 constexpr std::ptrdiff_t kColumns = 1024;
 
 constexpr std::ptrdiff_t RoundUp(std::ptrdiff_t n, std::ptrdiff_t unit) {

@@ -5,7 +5,7 @@
 namespace brenu {
 
 // The register block of dense products: a tile of kTileRows x kTileColumns.
-inline constexpr std::ptrdiff_t kTileRows = 8;
+inline constexpr std::ptrdiff_t kTileRows = 12;
 inline constexpr std::ptrdiff_t kTileColumns = 4;
 
 // C += A B^T for one tile.  Column p of A and of B stands at a + p kTileRows and b + p
