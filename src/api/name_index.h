@@ -1,58 +1,64 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
-#include <limits>
+#include <functional>
 #include <set>
 #include <string>
 #include <string_view>
-#include <utility>
+#include <unordered_map>
 
 namespace brenu {
 
-// Which points bear a name.  Several can after a renaming; the lowest index then counts.  Functions
-// that name a point expect it to be there.
+// Which points bear a name.  Several can after a renaming; the lowest index then counts.
 class NameIndex {
  public:
-  void Add(std::string_view name, std::int32_t index) { m_entries.emplace(name, index); }
-  void Remove(std::string_view name, std::int32_t index) {
-    const auto found = m_entries.find(Key{name, index});
-    if (found != m_entries.end()) m_entries.erase(found);
+  void Add(std::string_view name, std::int32_t index) { Expect(name).insert(index); }
+  // Makes room for a Rename to this name.
+  std::set<std::int32_t>& Expect(std::string_view name) {
+    return m_points.try_emplace(std::string(name)).first->second;
   }
-  // These two take no memory: they cannot fail.
-  void Move(std::string_view name, std::int32_t from, std::int32_t to) noexcept {
-    auto entry = m_entries.extract(m_entries.find(Key{name, from}));
-    entry.value().second = to;
-    m_entries.insert(std::move(entry));
-  }
-  void Rename(std::string_view name, std::int32_t index, std::string newName) noexcept {
-    auto entry = m_entries.extract(m_entries.find(Key{name, index}));
-    entry.value().first = std::move(newName);
-    m_entries.insert(std::move(entry));
-  }
-  void Clear() { m_entries.clear(); }
 
-  bool Has(std::string_view name) const { return Find(name) != m_entries.end(); }
+  // The following take no memory: they cannot fail.  They expect the point that they name.
+  void Remove(std::string_view name, std::int32_t index) noexcept {
+    const auto entry = m_points.find(name);
+    entry->second.erase(index);
+    if (entry->second.empty()) m_points.erase(entry);
+  }
+  void Move(std::string_view name, std::int32_t from, std::int32_t to) noexcept {
+    std::set<std::int32_t>& points = m_points.find(name)->second;
+    auto node = points.extract(from);
+    node.value() = to;
+    points.insert(std::move(node));
+  }
+  // To a name that is expected.
+  void Rename(std::string_view from, std::string_view to, std::int32_t index) noexcept {
+    const auto entry = m_points.find(from);
+    m_points.find(to)->second.insert(entry->second.extract(index));
+    if (entry->second.empty()) m_points.erase(entry);
+  }
+  void Clear() noexcept { m_points.clear(); }
+
+  bool Has(std::string_view name) const {
+    const auto entry = m_points.find(name);
+    return entry != m_points.end() && !entry->second.empty();
+  }
   // -1 when there is none.
   std::int32_t First(std::string_view name) const {
-    const auto found = Find(name);
-    return found == m_entries.end() ? -1 : found->second;
+    const auto entry = m_points.find(name);
+    return entry == m_points.end() || entry->second.empty() ? -1 : *entry->second.begin();
   }
 
  private:
-  using Entry = std::pair<std::string, std::int32_t>;
-  using Key = std::pair<std::string_view, std::int32_t>;
-  struct Before {
+  struct Hash {
     using is_transparent = void;
-    bool operator()(const Key& a, const Key& b) const { return a < b; }
+    std::size_t operator()(std::string_view name) const noexcept {
+      return std::hash<std::string_view>{}(name);
+    }
   };
-  using Entries = std::set<Entry, Before>;
 
-  Entries::const_iterator Find(std::string_view name) const {
-    const auto found = m_entries.lower_bound(Key{name, std::numeric_limits<std::int32_t>::min()});
-    return found != m_entries.end() && found->first == name ? found : m_entries.end();
-  }
-
-  Entries m_entries;
+  // Ascending indices by name; names that are only expected have none.
+  std::unordered_map<std::string, std::set<std::int32_t>, Hash, std::equal_to<>> m_points;
 };
 
 }  // namespace brenu

@@ -58,7 +58,7 @@ std::int32_t Store::SetPoint(std::int32_t index, const PointData& point) {
   const auto place = m_points.find(index);
   if (place == m_points.end()) return -1;
   const std::string oldName(NameOf(place->second));
-  std::string newName(NameOf(point));
+  const std::string newName(NameOf(point));
   if (oldName == newName) {
     place->second = Terminated(point);
     return index;
@@ -66,8 +66,9 @@ std::int32_t Store::SetPoint(std::int32_t index, const PointData& point) {
   // All memory is taken before the first change.
   const bool isStation = m_observations.contains(newName);
   std::vector<std::string> copies(isStation ? 0 : CountInObservations(oldName), newName);
+  m_names.Expect(newName);
   place->second = Terminated(point);
-  m_names.Rename(oldName, index, std::move(newName));
+  m_names.Rename(oldName, newName, index);
   RenameInObservations(oldName, std::move(copies));
   return isStation ? -1 : index;
 }
@@ -134,11 +135,11 @@ ObsData* Store::FindObs(std::int32_t station, std::string_view target) {
 std::int32_t Store::AddObs(std::int32_t station, std::string_view target, const ObsData& obs) {
   const PointData* point = FindPoint(station);
   if (point == nullptr || target == NameOf(*point) || !m_names.Has(target)) return -1;
-  if (FindObs(station, target) != nullptr) return -1;
-  TargetMap added;
-  added.emplace(target, obs);
-  TargetMap& targets = m_observations.try_emplace(std::string(NameOf(*point))).first->second;
-  targets.insert(added.extract(added.begin()));
+  const auto entry = m_observations.find(NameOf(*point));
+  if (entry != m_observations.end()) {
+    return entry->second.try_emplace(std::string(target), obs).second ? station : -1;
+  }
+  m_observations.emplace(NameOf(*point), TargetMap{{std::string(target), obs}});
   return station;
 }
 
