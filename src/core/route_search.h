@@ -28,11 +28,15 @@ class RouteSearch {
   // to `target` is known.  kNone excludes nothing, and finds all routes.
   void Run(std::int32_t source, std::int32_t excluded, std::int32_t target);
 
-  bool IsReached(std::int32_t node) const { return At(node).run == m_run; }
+  bool IsReached(std::int32_t node) const { return At(m_graph.PlaceOf(node)).run == m_run; }
   // For nodes reached:
-  double Length(std::int32_t node) const { return At(node).length; }
-  double Rise(std::int32_t node) const { return At(node).rise; }
-  std::int32_t Predecessor(std::int32_t node) const { return At(node).predecessor; }
+  double Length(std::int32_t node) const { return At(m_graph.PlaceOf(node)).length; }
+  // Summed from the source on.
+  double Rise(std::int32_t node) const;
+  // The node before this one; the source is its own.
+  std::int32_t Predecessor(std::int32_t node) const {
+    return m_graph.NodeAt(At(m_graph.PlaceOf(node)).predecessor);
+  }
   // Whether the route has two lines or more.
   bool HasTwoLines(std::int32_t node) const;
 
@@ -45,28 +49,27 @@ class RouteSearch {
       return std::tie(pass, line) < std::tie(other.pass, other.line);
     }
   };
-  struct Node {
-    double length = 0.0;            // of the route from the source
-    double rise = 0.0;              // summed along it
-    std::int32_t predecessor = -1;  // the node before this one; the source is its own
-    Moment found{};
-    std::int32_t run = 0;  // the run that wrote this node
+  struct Route {
+    double length = 0.0;            // from the source
+    Moment found{};                 // with the last line
+    std::int32_t predecessor = -1;  // a place; the source is its own
+    std::int32_t run = 0;           // the run that wrote this route
   };
   struct Candidate {
     double length;
     Moment found;
-    std::int32_t node;
+    std::int32_t place;
     bool operator>(const Candidate& other) const {
-      return std::tie(other.length, other.found, other.node) < std::tie(length, found, node);
+      return std::tie(other.length, other.found, other.place) < std::tie(length, found, place);
     }
   };
 
-  const Node& At(std::int32_t node) const { return m_nodes[static_cast<std::size_t>(node)]; }
+  const Route& At(std::int32_t place) const { return m_routes[static_cast<std::size_t>(place)]; }
   void Offer(std::int32_t from, const RouteStep& step);
 
   const RouteGraph& m_graph;
   std::int32_t m_run = 0;
-  std::vector<Node> m_nodes;
+  std::vector<Route> m_routes;  // by place of the end
   std::priority_queue<Candidate, std::vector<Candidate>, std::greater<>> m_queue;
 };
 
