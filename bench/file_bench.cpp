@@ -1,11 +1,8 @@
 // Reading, saving and the result report of a plane network.
 #include <benchmark/benchmark.h>
 
-#include <cmath>
-
 #include "bench/grid_network.h"
-#include "measure.h"
-#include "network_file.h"
+#include "whole_job.h"
 
 namespace brenu::bench {
 namespace {

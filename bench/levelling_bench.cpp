@@ -1,12 +1,10 @@
 // Levelling networks: whole jobs with closure errors.
 #include <benchmark/benchmark.h>
 
-#include <cmath>
 #include <cstddef>
 
 #include "bench/grid_network.h"
-#include "measure.h"
-#include "network_file.h"
+#include "whole_job.h"
 
 namespace brenu::bench {
 namespace {
@@ -16,14 +14,6 @@ using testing::GridNetwork;
 using testing::Job;
 using testing::PointOrder;
 
-void ReadClosures(const Job& job) {
-  for (std::int32_t i = 0; i < GetCloseErrorCount(job); ++i) {
-    CloseError record;
-    GetCloseError(job, i, &record);
-    benchmark::DoNotOptimize(record);
-  }
-}
-
 void ReadResults(const GeneratedNetwork& network, const Job& job) {
   for (std::size_t i = 0; i < network.points.size(); ++i) {
     VerticalResult result;
@@ -31,33 +21,26 @@ void ReadResults(const GeneratedNetwork& network, const Job& job) {
     benchmark::DoNotOptimize(result);
   }
   for (const auto& line : network.lines) {
-    const char* target = network.points[static_cast<std::size_t>(line.target)].name;
     double a[4];
-    GetHeightObsResult(job, line.station, target, &a[0], &a[1], &a[2], &a[3]);
+    GetHeightObsResult(job, line.station, TargetName(network, line), &a[0], &a[1], &a[2], &a[3]);
     benchmark::DoNotOptimize(a);
   }
 }
 
+bool CloseErrors(AdjustmentContext* context) {
+  const bool found = CalculateCloseError(context);
+  for (std::int32_t i = 0; i < GetCloseErrorCount(context); ++i) {
+    CloseError record;
+    GetCloseError(context, i, &record);
+    benchmark::DoNotOptimize(record);
+  }
+  return found;
+}
+
 void RunJobs(benchmark::State& state, PointOrder order) {
   const std::int32_t side = SideOf(state);
-  const GeneratedNetwork network = GridNetwork(side, side, order).Levelling();
-  const TempPath file;
-  Save(network, file);
-  Meter meter(state);
-  while (state.KeepRunning()) {
-    meter.Start();
-    const Job job;
-    bool ok = OpenBrenuAdjustFile(job, file.c_str());
-    meter.Count("open");
-    ok = ok && CalculateCloseError(job);
-    ReadClosures(job);
-    meter.Count("closures");
-    ok = ok && LeastSquareAdj(job);
-    meter.Count("adjust");
-    ReadResults(network, job);
-    meter.Count("results");
-    if (!ok) state.SkipWithError("the network was not adjusted");
-  }
+  MeasureJobs(state, GridNetwork(side, side, order).Levelling(),
+              {{"closures", CloseErrors}, {"adjust", LeastSquareAdj}}, ReadResults);
 }
 
 void LevellingShuffled(benchmark::State& state) { RunJobs(state, PointOrder::kShuffled); }

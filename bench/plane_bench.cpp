@@ -1,15 +1,13 @@
 // Plane networks: whole jobs, data snooping, small networks with either normal matrix.
 #include <benchmark/benchmark.h>
 
-#include <cmath>
 #include <cstddef>
 
 #include "api/adjustment_context.h"
 #include "bench/grid_network.h"
-#include "measure.h"
-#include "network_file.h"
 #include "plane/plane_net.h"
 #include "support/fill_net.h"
+#include "whole_job.h"
 
 namespace brenu::bench {
 namespace {
@@ -18,10 +16,6 @@ using testing::GeneratedNetwork;
 using testing::GridNetwork;
 using testing::Job;
 using testing::PointOrder;
-
-const char* TargetName(const GeneratedNetwork& network, const GeneratedNetwork::Line& line) {
-  return network.points[static_cast<std::size_t>(line.target)].name;
-}
 
 void ReadResults(const GeneratedNetwork& network, const Job& job) {
   for (std::size_t i = 0; i < network.points.size(); ++i) {
@@ -40,40 +34,20 @@ void ReadResults(const GeneratedNetwork& network, const Job& job) {
   }
 }
 
-// From the file to the last getter.
-void RunJobs(benchmark::State& state, const GeneratedNetwork& network) {
-  const TempPath file;
-  Save(network, file);
-  Meter meter(state);
-  while (state.KeepRunning()) {
-    meter.Start();
-    const Job job;
-    bool ok = OpenBrenuAdjustFile(job, file.c_str());
-    meter.Count("open");
-    ok = ok && ApproxCalc(job);
-    meter.Count("approximate");
-    ok = ok && LeastSquareAdj(job);
-    meter.Count("adjust");
-    ReadResults(network, job);
-    meter.Count("results");
-    if (!ok) state.SkipWithError("the network was not adjusted");
-  }
+void RunJobs(benchmark::State& state, PointOrder order) {
+  const std::int32_t side = SideOf(state);
+  MeasureJobs(state, GridNetwork(side, side, order).Plane(),
+              {{"approximate", ApproxCalc}, {"adjust", LeastSquareAdj}}, ReadResults);
 }
 
-void PlaneShuffled(benchmark::State& state) {
-  const std::int32_t side = SideOf(state);
-  RunJobs(state, GridNetwork(side, side, PointOrder::kShuffled).Plane());
-}
+void PlaneShuffled(benchmark::State& state) { RunJobs(state, PointOrder::kShuffled); }
 BENCHMARK(PlaneShuffled)->Arg(100)->Arg(1000)->MinTime(0.3)->Unit(benchmark::kMillisecond);
 BENCHMARK(PlaneShuffled)->Arg(10000)->Iterations(3)->Unit(benchmark::kMillisecond);
 BENCHMARK(PlaneShuffled)->Arg(40000)->Arg(100000)->Iterations(1)->Unit(benchmark::kMillisecond);
 
 // Small networks only: in this order approximate coordinates are carried along the rows, and in
 // larger ones they drift too far for the adjustment to settle.
-void PlaneByRows(benchmark::State& state) {
-  const std::int32_t side = SideOf(state);
-  RunJobs(state, GridNetwork(side, side, PointOrder::kByRows).Plane());
-}
+void PlaneByRows(benchmark::State& state) { RunJobs(state, PointOrder::kByRows); }
 BENCHMARK(PlaneByRows)->Arg(100)->Arg(1000)->MinTime(0.3)->Unit(benchmark::kMillisecond);
 
 // Runs on demand only: minutes, and several gigabytes.

@@ -26,17 +26,16 @@ class Run:
 
 
 def processor():
-    model, flags, clock = "unknown processor", "", 0.0
+    model, flags = "unknown processor", ""
     try:
         with open("/proc/cpuinfo", encoding="utf-8") as file:
             for line in file:
                 key, _, value = line.partition(":")
                 model = value.strip() if key.strip() == "model name" else model
                 flags = value if key.strip() == "flags" else flags
-                clock = float(value) if key.strip() == "cpu MHz" else clock
     except OSError:
         pass
-    return model, "avx2" in flags and "fma" in flags, clock
+    return model, "avx2" in flags and "fma" in flags
 
 
 def number(value, digits=3):
@@ -105,9 +104,10 @@ def exponent(pairs):
 
 
 def figures(run):
-    model, wide, clock = processor()
-    peak = f"; 16 operations a cycle make {clock * 16e-3:.0f} GFlop/s at that clock" if wide else ""
-    out = (f"Measured on {datetime.date.today()}, one core of {run.cpus}: {model} at {clock:.0f} MHz"
+    model, wide = processor()
+    clock = run.get("Product", "GHz") or 0.0
+    peak = f", where 16 operations a cycle make {clock * 16:.0f} GFlop/s" if wide else ""
+    out = (f"Measured on {datetime.date.today()}, one core of {run.cpus}: {model} at {clock:.1f} GHz"
            f"{peak}. P = {run.unit:.4f} s.\n\n")
     out += "### Marks\n\n" + marks(run)
     out += ("### Parts\n\nIn P; MB is the most memory held beyond that before the job. The growth is fitted "
