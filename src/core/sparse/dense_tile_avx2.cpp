@@ -23,14 +23,12 @@ struct Column {
     middle = _mm256_fmadd_pd(a.middle, factor, middle);
     bottom = _mm256_fmadd_pd(a.bottom, factor, bottom);
   }
-  // NOLINTBEGIN(portability-simd-intrinsics): there is no portable spelling yet.
   void AddTo(double* c) const {
     const Column sum = Load(c);
     _mm256_storeu_pd(c, _mm256_add_pd(sum.top, top));
     _mm256_storeu_pd(c + 4, _mm256_add_pd(sum.middle, middle));
     _mm256_storeu_pd(c + 8, _mm256_add_pd(sum.bottom, bottom));
   }
-  // NOLINTEND(portability-simd-intrinsics)
 };
 
 }  // namespace
