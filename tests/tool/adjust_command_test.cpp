@@ -10,12 +10,6 @@ using ::testing::ContainsRegex;
 using ::testing::HasSubstr;
 using ::testing::Not;
 
-// The text with one place of it changed.
-std::string With(const std::string& text, const std::string& from, const std::string& to) {
-  const std::size_t place = text.find(from);
-  return text.substr(0, place) + to + text.substr(place + from.size());
-}
-
 class AdjustCommand : public ProgramTest {};
 
 // P half way between two bench marks: 4 mm of misclosure, half of it on each line of 1 km.

@@ -38,13 +38,11 @@ TEST_F(AdjustFormats, TraverseWithoutOrientation) {
 }
 
 TEST_F(AdjustFormats, SaysWhyTraversesCannotBeComputed) {
-  std::string text = kUnoriented;
-  text.replace(text.find("U,B,120"), 7, "U,B,");
-  ExpectFailure(text, 1, "no traverse joins two control points");
-  ExpectFailure(text, 1, "no traverse joins two control points", "closures");
-  text = kUnoriented;
-  text.insert(text.find("U,00"), "V,00,,,\n");
-  ExpectFailure(text, 1, "coordinates cannot be computed for the point V;");
+  const std::string noAngle = With(kUnoriented, "U,B,120", "U,B,");
+  ExpectFailure(noAngle, 1, "no traverse joins two control points");
+  ExpectFailure(noAngle, 1, "no traverse joins two control points", "closures");
+  ExpectFailure(With(kUnoriented, "U,00", "V,00,,,\nU,00"), 1,
+                "coordinates cannot be computed for the point V;");
   ExpectFailure(kUnoriented, 2, "leave out --result", "adjust --result x");
   ExpectFailure(kUnoriented, 2, "leave out --snoop", "adjust --snoop 0.01");
   ExpectFailure("[PARAM]\nformat:1\n\n[PT]\nA,01,,,1\nN,00,,,\n\n[OBS]\nA,N,,400,1,\n", 1,
@@ -84,29 +82,24 @@ TEST_F(AdjustFormats, DistancesOnlyWithTheSideFromApproximateCoordinates) {
 TEST_F(AdjustFormats, SaysWhichPointsCannotBePlaced) {
   ExpectFailure(Distances(",", ",", false), 1, "the side of the point P on the line A - B");
   ExpectFailure(Distances("1090,1110", ",", false), 1, "the side of the point Q on the line");
-  std::string text = Distances(",", ",", false);
-  text.replace(text.find("P,B,,141.42136"), 14, "P,B,,20");
-  ExpectFailure(text, 1, "no place can be found for the points P and Q;");
-  text = Distances(",", ",", true);
-  text.replace(text.find("A,10,1000"), 9, "A,10,0");
-  ExpectFailure(text, 1, "the control point A lies at X = 0");
+  ExpectFailure(With(Distances(",", ",", false), "P,B,,141.42136", "P,B,,20"), 1,
+                "no place can be found for the points P and Q;");
+  ExpectFailure(With(Distances(",", ",", true), "A,10,1000", "A,10,0"), 1,
+                "the control point A lies at X = 0");
 }
 
 // A distance to a point in line with the two centres fits both sides, whatever its error.
 TEST_F(AdjustFormats, AThirdDistanceAlongTheLineDoesNotTellTheSide) {
-  std::string text = Distances(",", ",", true);
-  text.replace(text.find("C,10,1400,1300"), 14, "C,10,1000,1300");
-  text.replace(text.find("P,C,,360.55513"), 14, "P,C,,223.6068");
-  text.replace(text.find("C,Q,,424.26407"), 14, "C,Q,,316.2278");
+  std::string text = With(Distances(",", ",", true), "C,10,1400,", "C,10,1000,");
+  text = With(With(text, "P,C,,360.55513", "P,C,,223.6068"), "C,Q,,424.26407", "C,Q,,316.2278");
   ExpectFailure(text, 1, "is undetermined");
 }
 
 TEST_F(AdjustFormats, WarnsOfWhatDistancesOnlyLeavesOut) {
-  std::string text = Distances(",", ",", true);
-  text.replace(text.find("A,P,,"), 5, "A,P,10,");
-  EXPECT_THAT(Adjust(text).err, HasSubstr("count in the redundancy"));
-  text.replace(text.find("A,10"), 4, "A,11");
-  EXPECT_THAT(Adjust(text).err, HasSubstr("adjust the heights as a job of their own"));
+  const std::string direction = With(Distances(",", ",", true), "A,P,,", "A,P,10,");
+  EXPECT_THAT(Adjust(direction).err, HasSubstr("count in the redundancy"));
+  EXPECT_THAT(Adjust(With(direction, "A,10", "A,11")).err,
+              HasSubstr("adjust the heights as a job of their own"));
 }
 
 }  // namespace

@@ -21,6 +21,11 @@ struct Outcome {
   std::string out, err;
 };
 
+// The text with one place of it changed.
+inline std::string With(std::string text, const std::string& from, const std::string& to) {
+  return text.replace(text.find(from), from.size(), to);
+}
+
 class ProgramTest : public ::testing::Test {
  protected:
   void SetUp() override { std::filesystem::create_directories(m_folder); }
