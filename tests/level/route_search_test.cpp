@@ -32,7 +32,8 @@ void ExpectSameRoute(const RandomNet& net, const RouteSearch& search, const Pass
   EXPECT_EQ(search.Predecessor(point), routes.before[i]) << net.Name(point);
 }
 
-// The heap must decide every tie as the passes do.
+// The heap must decide every tie as the passes do.  Searches that stop at a target are those of
+// loops, whose whole routes are compared in level_closures_test.
 TEST(RouteSearch, FindsTheRoutesOfThePasses) {
   for (std::uint32_t seed = 0; seed < kRandomNets; ++seed) {
     SCOPED_TRACE(seed);
@@ -48,29 +49,6 @@ TEST(RouteSearch, FindsTheRoutesOfThePasses) {
         for (std::int32_t i = 0; i < graph.NodeCount(); ++i) {
           ExpectSameRoute(net, search, routes, i);
         }
-      }
-    }
-    if (HasFailure()) return;
-  }
-}
-
-// Stopping early must not leave a tie undecided, neither at the target nor on the way to it.
-TEST(RouteSearch, EarlyStopKeepsTheWholeRouteToTheTarget) {
-  for (std::uint32_t seed = 0; seed < kRandomNets; ++seed) {
-    SCOPED_TRACE(seed);
-    const RandomNet net(seed);
-    const RouteGraph graph = GraphOf(net);
-    RouteSearch search(graph);
-    for (std::int32_t k = 0; k < static_cast<std::int32_t>(net.lines.size()); ++k) {
-      const RandomNet::Line& line = net.lines[static_cast<std::size_t>(k)];
-      const PassRoutes routes(net, line.target, k);
-      search.Run(line.target, k, line.station);
-      if (!routes.IsReached(line.station)) {
-        EXPECT_FALSE(search.IsReached(line.station));
-        continue;
-      }
-      for (const std::int32_t i : routes.Back(line.station)) {
-        ExpectSameRoute(net, search, routes, i);
       }
     }
     if (HasFailure()) return;
