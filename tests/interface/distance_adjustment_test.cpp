@@ -50,6 +50,7 @@ TEST(DistanceAdjustment, HasOnlyTheNewPointsAsUnknowns) {
   ASSERT_TRUE(line);
   EXPECT_NEAR(line->azimuth, 270, 1e-6);
   EXPECT_NEAR(line->lengthError, ReadPlane(job, "P").my, 1e-9);
+  EXPECT_NEAR(line->azimuthError, ReadPlane(job, "P").mx / 100.0 * 206264.806, 1e-3);  // across it
   EXPECT_FALSE(ReadLine(job, "N", "S"));
 }
 
