@@ -1,14 +1,8 @@
 // The networks that the program computes in other ways than by directions and distances together.
-#include <gmock/gmock.h>
-
 #include "tool/program.h"
 
 namespace brenu::testing {
 namespace {
-
-using ::testing::ContainsRegex;
-using ::testing::HasSubstr;
-using ::testing::Not;
 
 class AdjustFormats : public ProgramTest {};
 
@@ -19,19 +13,13 @@ const char* const kUnoriented =
     "[OBS]\nU,A,30,100,,\nU,B,120,100,,\n";
 
 TEST_F(AdjustFormats, TraverseWithoutOrientation) {
-  const Outcome run = Adjust(kUnoriented);
-  EXPECT_EQ(run.status, 0);
-  EXPECT_THAT(run.out, ContainsRegex("\n +200\\.000 +0\\.0200 +1:999. +A - U - B\n"));
-  EXPECT_THAT(run.out, HasSubstr("  U       929.2893  1070.7207\n"));
-  EXPECT_THAT(run.out, ContainsRegex("\nTraverse A - B\n"));
-  EXPECT_THAT(run.out, ContainsRegex("\n  A +- +- +135 00 00\\.0 +100\\.0000 .* 10\\.0 +1000\\.0"));
-  EXPECT_THAT(run.out, ContainsRegex("\n  U +90 00 00\\.0 +0\\.00 +45 00 00\\.0 +100\\.0000 "));
-  EXPECT_THAT(run.out, ContainsRegex("\n  B +- .* 1000\\.0000  1141\\.4414\n"));
-  EXPECT_THAT(run.out, HasSubstr("linear misclosure 0.0200 m in 200.000 m, 1:"));
-
-  const Outcome closures = On(kUnoriented, "closures");
-  EXPECT_EQ(closures.status, 0);
-  EXPECT_THAT(closures.out, ContainsRegex(" 0\\.0200 +1:.* +A - U - B\n"));
+  ExpectOutput(kUnoriented, {"\n +200\\.000 +0\\.0200 +1:999. +A - U - B\n",
+                             "  U       929\\.2893  1070\\.7207\n", "\nTraverse A - B\n",
+                             "\n  A +- +- +135 00 00\\.0 +100\\.0000 .* 10\\.0 +1000\\.0",
+                             "\n  U +90 00 00\\.0 +0\\.00 +45 00 00\\.0 +100\\.0000 ",
+                             "\n  B +- .* 1000\\.0000  1141\\.4414\n",
+                             "linear misclosure 0\\.0200 m in 200\\.000 m, 1:"});
+  ExpectOutput(kUnoriented, {" 0\\.0200 +1:.* +A - U - B\n"}, "closures");
   const Outcome summary = On(kUnoriented, "adjust --summary");
   EXPECT_THAT(summary.out, HasSubstr("A - U - B"));
   EXPECT_THAT(summary.out, Not(HasSubstr("Coordinates")));
@@ -61,22 +49,16 @@ std::string Distances(const std::string& p, const std::string& q, bool withThird
 }
 
 TEST_F(AdjustFormats, DistancesOnlyWithTheSideFromAThirdDistance) {
-  const Outcome run = Adjust(Distances(",", ",", true));
-  EXPECT_EQ(run.status, 0) << run.err;
-  EXPECT_EQ(run.err, "");
-  EXPECT_THAT(run.out, ContainsRegex("distances +6\n"));
-  EXPECT_THAT(run.out, ContainsRegex("redundancy +2\n"));
-  EXPECT_THAT(run.out, ContainsRegex("P +1100\\.0000  1100\\.0000 "));
-  EXPECT_THAT(run.out, ContainsRegex("Q +1100\\.0000  1000\\.0000 "));
+  ExpectOutput(Distances(",", ",", true),
+               {"distances +6\n", "redundancy +2\n", "P +1100\\.0000  1100\\.0000 ",
+                "Q +1100\\.0000  1000\\.0000 "});
 }
 
 TEST_F(AdjustFormats, DistancesOnlyWithTheSideFromApproximateCoordinates) {
-  const Outcome north = Adjust(Distances("1090,1110", "1050,1010", false));
-  EXPECT_THAT(north.out, ContainsRegex("P +1100\\.0000  1100\\.0000 ")) << north.err;
-  EXPECT_THAT(north.out, ContainsRegex("Q +1100\\.0000  1000\\.0000 "));
-  const Outcome south = Adjust(Distances("910,1110", "950,1010", false));
-  EXPECT_THAT(south.out, ContainsRegex("P +900\\.0000  1100\\.0000 ")) << south.err;
-  EXPECT_THAT(south.out, ContainsRegex("Q +900\\.0000  1000\\.0000 "));
+  ExpectOutput(Distances("1090,1110", "1050,1010", false),
+               {"P +1100\\.0000  1100\\.0000 ", "Q +1100\\.0000  1000\\.0000 "});
+  ExpectOutput(Distances("910,1110", "950,1010", false),
+               {"P +900\\.0000  1100\\.0000 ", "Q +900\\.0000  1000\\.0000 "});
 }
 
 TEST_F(AdjustFormats, SaysWhichPointsCannotBePlaced) {

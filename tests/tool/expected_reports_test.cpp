@@ -1,7 +1,5 @@
 // Reports and summaries of the examples against those kept under tests/expected, which
 // scripts/update-expected writes anew when a change is intended.
-#include <gmock/gmock.h>
-
 #include "tool/program.h"
 
 namespace brenu::testing {
