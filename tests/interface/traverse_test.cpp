@@ -201,24 +201,6 @@ TEST_F(Connecting, RowsAreThoseOfTheFirstTraverseAndSurviveTheAdjustment) {
   EXPECT_EQ(RowOf(job, "G").lengthMisclosure, records[1].lengthMisclosure);
 }
 
-TEST_F(Connecting, LevellingRecordsComeFirst) {
-  for (const char* name : {"S", "E", "BS", "FS"}) {
-    PointData point{};
-    GetPoint(job, job.Index(name), &point);
-    point.type = 11;
-    point.h = 10.0;
-    SetPoint(job, job.Index(name), point);
-  }
-  Change("S", "P", {100.03, 100.0010, 1.001, -1.0});
-  Change("Q", "P", {200.04, 0.0, -1.5, -1.0});
-  Change("E", "Q", {100.00, 0.0, 2.5, -1.0});
-  const auto records = Closures(job);
-  ASSERT_EQ(Routes(records), (Strings{"E - Q - P - S", "S - P - Q - E"}));
-  EXPECT_NEAR(records[0].heightMisclosure, -1.0, 1e-6);  // 1.001 + 1.5 - 2.5 = 1 mm up
-  EXPECT_EQ(records[0].angleMisclosure, 0.0);
-  EXPECT_NEAR(records[1].angleMisclosure, 40.0, 1e-6);
-}
-
 // ---- Without orientation ----
 
 TEST_F(Connecting, WithoutOrientationTheChainIsTurnedOntoItsEnds) {
