@@ -59,7 +59,7 @@ TEST(DistanceAdjustment, TakesTheNetworkAsItStands) {
   job.DistancesOnly();
   EXPECT_FALSE(LeastSquareAdj(job));  // never built
   ASSERT_TRUE(ApproxCalc(job));
-  SetObsData(job, job.Index("E"), "P", Distance(70));
+  job.Change("E", "P", Distance(70));
   job.DistancesOnly(Errors(1.0, 5.0));
   ASSERT_TRUE(LeastSquareAdj(job));
   ExpectSymmetric(job);

@@ -126,7 +126,7 @@ TEST(CombinedSnooping, CleansBothNetworksAndNeedsThem) {
   PlaneExample::PlantBlunders(job);
   ObsData spoiled = Stored(job, "A", "P");
   spoiled.heightDiff += 0.05;
-  PlaneExample::Set(job, "A", "P", spoiled);
+  job.Change("A", "P", spoiled);
   ASSERT_EQ(DataSnooping(job, 3, 0.001, 0.001), 1);
   EXPECT_EQ(GrossErrors(job, "[HEIGHT]"), Strings{"A P"});
   EXPECT_EQ(GrossErrors(job, "[DIRANGLE]"), Strings{"B Q"});

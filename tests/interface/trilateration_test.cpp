@@ -189,12 +189,12 @@ TEST_F(TwoCentres, NextPointHasTheBestAngleOrIsTheOneAskedFor) {
   EXPECT_EQ(Next(job, "nobody").found, 0);
   EXPECT_EQ(Next(job, q.text).found, 0);  // a buffer not emptied
 
-  SetObsData(job, job.Index("Q"), "A", Distance(45.0));
-  SetObsData(job, job.Index("Q"), "B", Distance(40.0));  // 90 deg are nearer: 25 / 3600
+  job.Change("Q", "A", Distance(45.0));
+  job.Change("Q", "B", Distance(40.0));  // 90 deg are nearer: 25 / 3600
   Begin(job);
   EXPECT_EQ(Next(job).Name(), "Q");
-  SetObsData(job, job.Index("Q"), "A", Distance(50.0));
-  SetObsData(job, job.Index("Q"), "B", Distance(50.0));
+  job.Change("Q", "A", Distance(50.0));
+  job.Change("Q", "B", Distance(50.0));
   Begin(job);
   EXPECT_EQ(Next(job).Name(), "P");  // equal: name order
 }
