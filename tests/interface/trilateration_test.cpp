@@ -131,8 +131,10 @@ TEST_F(TwoCentres, RightIsSouthOfALineToTheEast) {
   EXPECT_EQ(Position(job, 3), std::pair(1040.0, 1030.0));
 }
 
-// Pairs without a distance get a direction when they have a reading, and break no report.
+// Pairs without a distance get a direction when they have a reading, and break no report.  Heights
+// are not computed, even beside a bench mark.
 TEST_F(TwoCentres, PairsWithoutDistanceHaveResultsToo) {
+  SetPoint(job, 0, MakePoint("A", 11, 1000, 1000, 50));
   job.ObserveAll({{"P", "Q", Direction(10.0)}, {"P", "A", {0.0, -1.0, 1.5, -1.0}}});
   Begin(job);
   Place(job, true, A(50), B(50), "P");
@@ -143,6 +145,7 @@ TEST_F(TwoCentres, PairsWithoutDistanceHaveResultsToo) {
   const ReportText report = Export(ExportResultFile, job);
   EXPECT_TRUE(report.complete);
   EXPECT_NE(Section(report.text, "[CONTROLPOINT]"), "");
+  EXPECT_EQ(Section(report.text, "[VERTICAL]"), "");
 }
 
 TEST_F(TwoCentres, CirclesThatDoNotMeetPlaceNothing) {
