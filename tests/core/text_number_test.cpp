@@ -6,6 +6,7 @@
 #include <cmath>
 #include <limits>
 #include <string>
+#include <utility>
 
 namespace brenu {
 namespace {
@@ -59,27 +60,22 @@ TEST(TextNumber, DoublesOutOfRangeGiveInfinityOrZero) {
 TEST(TextNumber, WholeNumbersStopAtTheirLimits) {
   constexpr std::int32_t kLeast = std::numeric_limits<std::int32_t>::min();
   constexpr std::int32_t kMost = std::numeric_limits<std::int32_t>::max();
-  const struct {
-    const char* text;
-    std::int32_t value;
-  } cases[] = {
-      {"12", 12},
-      {" -7x", -7},
-      {"+4", 4},
-      {"3.9", 3},
-      {"010", 10},
-      {"", 0},
-      {"x", 0},
-      {"--1", 0},
-      {"- 1", 0},
-      {"1e3", 1},
-      {"2147483647", kMost},
-      {"-2147483648", kLeast},
-      {"2147483648", kMost},
-      {"99999999999999999999", kMost},
-      {"-99999999999999999999", kLeast},
-  };
-  for (const auto& c : cases) EXPECT_EQ(ParseInt(c.text), c.value) << '"' << c.text << '"';
+  const std::pair<const char*, std::int32_t> cases[] = {{"12", 12},
+                                                        {" -7x", -7},
+                                                        {"+4", 4},
+                                                        {"3.9", 3},
+                                                        {"010", 10},
+                                                        {"", 0},
+                                                        {"x", 0},
+                                                        {"--1", 0},
+                                                        {"- 1", 0},
+                                                        {"1e3", 1},
+                                                        {"2147483647", kMost},
+                                                        {"-2147483648", kLeast},
+                                                        {"2147483648", kMost},
+                                                        {"99999999999999999999", kMost},
+                                                        {"-99999999999999999999", kLeast}};
+  for (const auto& [text, value] : cases) EXPECT_EQ(ParseInt(text), value) << text;
 }
 
 TEST(TextNumber, FixedNotationRoundsTheExactBinaryValue) {

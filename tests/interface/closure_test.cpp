@@ -71,10 +71,10 @@ TEST(Closures, LoopAtOneBenchMarkAndMisclosuresAtTheLimit) {
   EXPECT_TRUE(r.mark);
   SetLimit(job, 125);  // exact in binary, as is the misclosure
   for (const double sign : {1.0, -1.0}) {
-    SetObsData(job, job.Index("A"), "C", Levelled(500, 3.0 + sign * 0.125));
+    job.Change("A", "C", Levelled(500, 3.0 + sign * 0.125));
     EXPECT_EQ(Closures(job).front().heightMisclosure, sign * 125.0);
     EXPECT_EQ(GetCloseErrorMark(job), 1);
-    SetObsData(job, job.Index("A"), "C", Levelled(500, 3.0 + sign * 0.126));
+    job.Change("A", "C", Levelled(500, 3.0 + sign * 0.126));
     EXPECT_EQ(Closures(job).size(), 1U);
     EXPECT_EQ(GetCloseErrorMark(job), 0);
   }

@@ -50,6 +50,7 @@ TEST(DistanceAdjustment, HasOnlyTheNewPointsAsUnknowns) {
   ASSERT_TRUE(line);
   EXPECT_NEAR(line->azimuth, 270, 1e-6);
   EXPECT_NEAR(line->lengthError, ReadPlane(job, "P").my, 1e-9);
+  EXPECT_NEAR(line->azimuthError, ReadPlane(job, "P").mx / 100.0 * 206264.806, 1e-3);  // across it
   EXPECT_FALSE(ReadLine(job, "N", "S"));
 }
 
@@ -58,7 +59,7 @@ TEST(DistanceAdjustment, TakesTheNetworkAsItStands) {
   job.DistancesOnly();
   EXPECT_FALSE(LeastSquareAdj(job));  // never built
   ASSERT_TRUE(ApproxCalc(job));
-  SetObsData(job, job.Index("E"), "P", Distance(70));
+  job.Change("E", "P", Distance(70));
   job.DistancesOnly(Errors(1.0, 5.0));
   ASSERT_TRUE(LeastSquareAdj(job));
   ExpectSymmetric(job);

@@ -72,25 +72,32 @@ struct Network {
   }
 
   void Sight(Random& random, std::size_t i, std::size_t k) {
-    const long double dx = points[k].first - points[i].first;
-    const long double dy = points[k].second - points[i].second;
-    const long double s = std::hypot(dx, dy);
-    if (i == k || s > 650) return;
-    const long double seconds = (std::atan2(dy, dx) + 2 * kPi) * kRho -
-                                3600 * (40 + 20 * static_cast<long double>(i)) +
-                                random.Uniform(-4, 4);
+    const Line line = Between(i, k);
+    if (i == k || line.length > 650) return;
+    const long double seconds = (line.azimuth + 2 * kPi - ZeroOf(i)) * kRho + random.Uniform(-4, 4);
     const double reading = Packed(std::llround(seconds * 100) % 129600000);
-    const auto distance = static_cast<double>(s) + random.Uniform(-0.007, 0.007);
+    const auto distance = static_cast<double>(line.length) + random.Uniform(-0.007, 0.007);
     job.Observe(Name(i), Name(k), Direction(reading, i < k ? distance : 0.0));
     observations.push_back({i, k, true, Unpacked(reading), 2.5});
     if (i < k) observations.push_back({i, k, false, distance, 0.003 + 2e-6 * distance});
   }
 
-  // Derivatives of azimuth (arc-seconds) or length by the unknowns.
-  Vector Gradient(std::size_t from, std::size_t to, bool azimuth) const {
+  struct Line {
+    long double dx, dy, length, azimuth;
+  };
+  Line Between(std::size_t from, std::size_t to) const {
     const long double dx = points[to].first - points[from].first;
     const long double dy = points[to].second - points[from].second;
-    const long double s = std::hypot(dx, dy);
+    return {dx, dy, std::hypot(dx, dy), std::atan2(dy, dx)};
+  }
+  // The azimuth of the zero of a circle.
+  static long double ZeroOf(std::size_t station) {
+    return (40 + 20 * static_cast<long double>(station)) * 3600 / kRho;
+  }
+
+  // Derivatives of azimuth (arc-seconds) or length by the unknowns.
+  Vector Gradient(std::size_t from, std::size_t to, bool azimuth) const {
+    const auto [dx, dy, s, direction] = Between(from, to);
     const long double gx = azimuth ? -dy / (s * s) * kRho : dx / s;
     const long double gy = azimuth ? dx / (s * s) * kRho : dy / s;
     Vector gradient(UnknownCount());
@@ -103,14 +110,6 @@ struct Network {
     add(to, 1);
     return gradient;
   }
-  long double Azimuth(std::size_t from, std::size_t to) const {
-    return std::atan2(points[to].second - points[from].second,
-                      points[to].first - points[from].first);
-  }
-  long double Length(std::size_t from, std::size_t to) const {
-    return std::hypot(points[to].first - points[from].first,
-                      points[to].second - points[from].second);
-  }
 
   // One pass from the present points; moves them and gives the residuals by observation.
   LeastSquares Adjust(Vector& residuals) {
@@ -120,9 +119,10 @@ struct Network {
       Vector row = Gradient(o.from, o.to, o.isDirection);
       if (o.isDirection) row[Orientation(o.from)] = -1;
       for (std::size_t j = 0; j < row.size(); ++j) columns[j][l.size()] = row[j] / o.error;
-      const long double zero = (40 + 20 * static_cast<long double>(o.from)) * 3600 / kRho;
-      const long double misfit = o.isDirection ? Norm(Azimuth(o.from, o.to) - o.value - zero) * kRho
-                                               : Length(o.from, o.to) - o.value;
+      const Line line = Between(o.from, o.to);
+      const long double misfit = o.isDirection
+                                     ? Norm(line.azimuth - o.value - ZeroOf(o.from)) * kRho
+                                     : line.length - o.value;
       l.push_back(misfit / o.error);
     }
     LeastSquares solution(columns, l);
@@ -192,7 +192,7 @@ TEST(GeneratedNetwork, AgreesWithAnIndependentAdjustment) {
     const Vector s = net.Gradient(o.from, o.to, false);
     EXPECT_NEAR(line->azimuthError, std::sqrt(covariance(a, a)), 1e-4);
     EXPECT_NEAR(line->lengthError, std::sqrt(covariance(s, s)), 1e-7);
-    EXPECT_NEAR(line->length, static_cast<double>(net.Length(o.from, o.to)), 1e-6);
+    EXPECT_NEAR(line->length, static_cast<double>(net.Between(o.from, o.to).length), 1e-6);
     EXPECT_EQ(line->relative, static_cast<int32_t>(line->length / line->lengthError));
   }
 }

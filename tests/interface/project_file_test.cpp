@@ -2,6 +2,7 @@
 
 #include <cstring>
 #include <string>
+#include <utility>
 
 #include "support/job.h"
 #include "support/temp_file.h"
@@ -125,30 +126,27 @@ TEST(ProjectFile, LinesThatFit) {
 // What stands before the line stays; the good line after it is not read.
 TEST(ProjectFile, FailsAtTheFirstLineThatDoesNotFit) {
   const std::string points = "[PARAM]\nMO:7\n\n[PT]\nA,10,1,2,3\nB,00,,,\n";
-  const struct {
-    const char* rest;
-    uint32_t pointCount;
-    int32_t obsCount;
-  } cases[] = {
-      {"C,00,1,2,3,4\nD,00,,,\n", 2, 0},  // six pieces
-      {"C,00,1\nD,00,,,\n", 2, 0},        // three
-      {"C,00,,\n", 2, 0},                 // three and a dropped one
-      {"A,00,,,\n", 2, 0},                // a name taken
-      {"[OBS]\nA,B,1,2,3,4\n", 2, 0},     // a header inside a section is data
-      {"\n[PT]\nC,00,,,\n", 2, 0},        // a second section counts from 0 again
-      {"\n[OBS]\nA,B,1,2,3,4\nA,B,1,2,3,4\nB,A,1,2,3,4\n", 2, 1},  // the pair again
-      {"\n[OBS]\nA,B,1,2,3,4\nA,C,1,2,3,4\n", 2, 1},               // no such target
-      {"\n[OBS]\nC,A,1,2,3,4\n", 2, 0},                            // no such station
-      {"\n[OBS]\nA,A,1,2,3,4\n", 2, 0},                            // both the same
-      {"\n[OBS]\nA,B,1,2,3,4,5\n", 2, 0},
-      {"\n[OBS]\nA,B,1,\n", 2, 0},
+  const std::pair<const char*, int32_t> cases[] = {
+      // with the observations that are kept
+      {"C,00,1,2,3,4\nD,00,,,\n", 0},  // six pieces
+      {"C,00,1\nD,00,,,\n", 0},        // three
+      {"C,00,,\n", 0},                 // three and a dropped one
+      {"A,00,,,\n", 0},                // a name taken
+      {"[OBS]\nA,B,1,2,3,4\n", 0},     // a header inside a section is data
+      {"\n[PT]\nC,00,,,\n", 0},        // a second section counts from 0 again
+      {"\n[OBS]\nA,B,1,2,3,4\nA,B,1,2,3,4\nB,A,1,2,3,4\n", 1},  // the pair again
+      {"\n[OBS]\nA,B,1,2,3,4\nA,C,1,2,3,4\n", 1},               // no such target
+      {"\n[OBS]\nC,A,1,2,3,4\n", 0},                            // no such station
+      {"\n[OBS]\nA,A,1,2,3,4\n", 0},                            // both the same
+      {"\n[OBS]\nA,B,1,2,3,4,5\n", 0},
+      {"\n[OBS]\nA,B,1,\n", 0},
   };
-  for (const auto& c : cases) {
+  for (const auto& [rest, obsCount] : cases) {
     const Job job;
-    EXPECT_FALSE(Open(job, points + c.rest)) << c.rest;
+    EXPECT_FALSE(Open(job, points + rest)) << rest;
     EXPECT_EQ(GetAdjParam(job).MO, 7);
-    EXPECT_EQ(GetPointCount(job), c.pointCount) << c.rest;
-    EXPECT_EQ(GetObsDataCount(job, 0), c.obsCount) << c.rest;
+    EXPECT_EQ(GetPointCount(job), 2U) << rest;
+    EXPECT_EQ(GetObsDataCount(job, 0), obsCount) << rest;
   }
   const Job job;
   EXPECT_FALSE(Open(job, "[OBS]\nA,B,1,2,3,4\n\n[PT]\nA,10,1,2,3\nB,00,,,\n"));

@@ -27,16 +27,21 @@ Strings GrossErrors(const Job& job, const std::string& keyword) {
 }
 
 // Bench marks A (10 m) and B (20 m), each observed to P and back over 1 km: three observations put
-// P at 15.000, 15.001 and 15.002 m, the one from P to B at 14.950 m.
+// P at 15.000, 15.001 and 15.002 m, the one from P to B at 20 m less `last`.
+struct LevelJob : Job {
+  explicit LevelJob(double last = 5.0) {
+    AddPoints({{"A", 1, 0, 0, 10.0}, {"B", 1, 0, 0, 20.0}, {"P"}});
+    ObserveAll({{"A", "P", Levelled(1000, 5.000)},
+                {"P", "A", Levelled(1000, -5.001)},
+                {"B", "P", Levelled(1000, -4.998)},
+                {"P", "B", Levelled(1000, last)}});
+  }
+};
+
+// In the first round P is at 14.98825 m and w = 38.25 mm / sqrt(1 - 1/4) = 44; in the second w is
+// 1 mm / sqrt(1 - 1/3) = 1.2 at most.
 TEST(LevelSnooping, TakesTheBlunderOut) {
-  Job job;
-  job.AddPoints({{"A", 1, 0, 0, 10.0}, {"B", 1, 0, 0, 20.0}, {"P"}});
-  job.ObserveAll({{"A", "P", Levelled(1000, 5.000)},
-                  {"P", "A", Levelled(1000, -5.001)},
-                  {"B", "P", Levelled(1000, -4.998)},
-                  {"P", "B", Levelled(1000, 5.050)}});
-  // In the first round P is at 14.98825 m and w = 38.25 mm / sqrt(1 - 1/4) = 44; in the second w is
-  // 1 mm / sqrt(1 - 1/3) = 1.2 at most.
+  const LevelJob job(5.050);
   ASSERT_EQ(DataSnooping(job, 1, 0.001, 0.001), 1);
   EXPECT_NEAR(ReadHeight(job, "P").height, 15.001, 1e-9);
   EXPECT_EQ(ReadHeightObs(job, "P", "B").weight, 0.0);
@@ -44,50 +49,27 @@ TEST(LevelSnooping, TakesTheBlunderOut) {
   EXPECT_EQ(GrossErrors(job, "[HEIGHT]"), Strings{"P B"});
   // [pvv] = 1 + 0 + 1 mm^2 over one new height (the redundancy would be 2), and Q = 1/3.
   EXPECT_NEAR(ReadHeight(job, "P").sigma, 0.001 * std::sqrt(2.0 / 3.0), 1e-9);
+  EXPECT_NEAR(ReadHeightObs(job, "A", "P").residual, 0.001, 1e-9);
+
+  const LevelJob good;
+  ASSERT_EQ(DataSnooping(good, 1, 0.001, 0.001), 1);
+  const std::string snooped = Export(ExportResultFile, good).text;
+  ASSERT_TRUE(LeastSquareAdj(good));
+  EXPECT_EQ(snooped, Export(ExportResultFile, good).text);
 }
 
-// Bench marks A, B and the new points C (102 m), D (103.5 m), observed within 1 mm.
-void AddLevelNet(Job& job) {
-  job.AddPoints({{"C"}, {"D"}, {"A", 1, 0, 0, 100.0}, {"B", 1, 0, 0, 105.0}});
-  job.ObserveAll({{"A", "C", Levelled(800, 2.0004)},
-                  {"A", "D", Levelled(1200, 3.4993)},
-                  {"B", "C", Levelled(700, -3.0002)},
-                  {"D", "B", Levelled(1500, 1.5008)},
-                  {"C", "D", Levelled(900, 1.4995)},
-                  {"D", "C", Levelled(1100, -1.5003)}});
-}
-
-TEST(LevelSnooping, GivesTheAdjustmentWithoutTheBlunder) {
-  Job snooped;
-  Job adjusted;
-  AddLevelNet(snooped);
-  AddLevelNet(adjusted);
-  ASSERT_EQ(DataSnooping(snooped, 1, 0.001, 0.001), 1);  // no blunder yet
-  ASSERT_TRUE(LeastSquareAdj(adjusted));
-  EXPECT_EQ(Export(ExportResultFile, snooped).text, Export(ExportResultFile, adjusted).text);
-
-  SetObsData(snooped, snooped.Index("B"), "C", Levelled(700, -3.0502));
-  ASSERT_EQ(DataSnooping(snooped, 1, 0.001, 0.001), 1);
-  EXPECT_EQ(GrossErrors(snooped, "[HEIGHT]"), Strings{"B C"});
-  DeleteObsData(adjusted, adjusted.Index("B"), "C");
-  ASSERT_TRUE(LeastSquareAdj(adjusted));
-  for (const char* name : {"C", "D"}) {
-    EXPECT_NEAR(ReadHeight(snooped, name).height, ReadHeight(adjusted, name).height, 1e-10);
-    const HeightObs a = ReadHeightObs(snooped, "A", name);
-    const HeightObs b = ReadHeightObs(adjusted, "A", name);
-    EXPECT_TRUE(Near({a.residual, a.sigma, a.weight}, {b.residual, b.sigma, b.weight}, 1e-10));
-  }
-}
-
-// 62.5 mm between the two observations of P, all numbers exact in binary: both have w = 44.
+// 1/256 m between the two observations of P, all numbers exact in binary: both have w = 1.953 mm /
+// sqrt(1/2) = 2.762.  The critical values are 2.807 for 0.005 and 2.748 for 0.006.
 TEST(LevelSnooping, OfEqualTestValuesTheFirstInWalkOrderGoes) {
   Job job;
   job.AddPoints({{"P"}, {"B", 1, 0, 0, 20.0}, {"A", 1, 0, 0, 10.0}});
-  job.ObserveAll({{"B", "P", Levelled(1000, -4.9375)}, {"A", "P", Levelled(1000, 5.0)}});
-  ASSERT_EQ(DataSnooping(job, 1, 0.001, 0.001), 1);
+  job.ObserveAll({{"B", "P", Levelled(1000, -4.99609375)}, {"A", "P", Levelled(1000, 5.0)}});
+  ASSERT_EQ(DataSnooping(job, 1, 0.005, 0.001), 1);
+  EXPECT_EQ(GrossErrors(job, "[HEIGHT]"), Strings{});
+  ASSERT_EQ(DataSnooping(job, 1, 0.006, 0.001), 1);
   EXPECT_EQ(ReadHeightObs(job, "A", "P").weight, 0.0);
   EXPECT_EQ(ReadHeightObs(job, "B", "P").weight, 1.0);
-  EXPECT_NEAR(ReadHeight(job, "P").height, 15.0625, 1e-12);
+  EXPECT_NEAR(ReadHeight(job, "P").height, 15.00390625, 1e-12);
 }
 
 // The example has 20 directions and 10 distances, 5 orientations and 2 new points.  Without the two
@@ -144,7 +126,7 @@ TEST(CombinedSnooping, CleansBothNetworksAndNeedsThem) {
   PlaneExample::PlantBlunders(job);
   ObsData spoiled = Stored(job, "A", "P");
   spoiled.heightDiff += 0.05;
-  PlaneExample::Set(job, "A", "P", spoiled);
+  job.Change("A", "P", spoiled);
   ASSERT_EQ(DataSnooping(job, 3, 0.001, 0.001), 1);
   EXPECT_EQ(GrossErrors(job, "[HEIGHT]"), Strings{"A P"});
   EXPECT_EQ(GrossErrors(job, "[DIRANGLE]"), Strings{"B Q"});
@@ -160,8 +142,7 @@ TEST(CombinedSnooping, CleansBothNetworksAndNeedsThem) {
 }
 
 TEST(Snooping, KindMustBeTheNetworkType) {
-  Job level;
-  AddLevelNet(level);
+  const LevelJob level;
   Job plane;
   PlaneExample::Fill(plane);
   Job both;

@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <utility>
 
 #include "support/job.h"
 #include "support/line_end.h"
@@ -49,29 +50,26 @@ TEST(StationFile, RefusesAProjectFile) {
 
 TEST(StationFile, FailsAtTheFirstLineThatDoesNotFit) {
   const std::string start = "[PARA]\nMO:7\n[STATION]\nA,10,1,2,3\nB,0\n";
-  const struct {
-    const char* rest;
-    uint32_t pointCount;
-    int32_t obsCount;
-  } cases[] = {
-      {"C\n", 2, 0},
-      {"C,\n", 2, 0},  // the empty type is dropped
-      {"A,0\n", 2, 0},
-      {"[PARA]\nMO\n[STATION]\n", 2, 0},
-      {"\n[PARA]\nMO:\n", 2, 0},  // the empty value is dropped
-      {"\n[PARA]\nMO:1:2\n", 2, 0},
-      {"[OBSER]\nA,B,1,2,3\nB,A,1,2\n", 2, 1},
-      {"[OBSER]\nA,B,1,2,3\nB,A,1,2,\n", 2, 1},
-      {"[OBSER]\nA,B,1,2,3\nA,B,1,2,3\n", 2, 1},
-      {"[OBSER]\nA,C,1,2,3\n", 2, 0},
-      {"[OBSER]\nC,A,1,2,3\n", 2, 0},
+  const std::pair<const char*, int32_t> cases[] = {
+      // with the observations that are kept
+      {"C\n", 0},
+      {"C,\n", 0},  // the empty type is dropped
+      {"A,0\n", 0},
+      {"[PARA]\nMO\n[STATION]\n", 0},
+      {"\n[PARA]\nMO:\n", 0},  // the empty value is dropped
+      {"\n[PARA]\nMO:1:2\n", 0},
+      {"[OBSER]\nA,B,1,2,3\nB,A,1,2\n", 1},
+      {"[OBSER]\nA,B,1,2,3\nB,A,1,2,\n", 1},
+      {"[OBSER]\nA,B,1,2,3\nA,B,1,2,3\n", 1},
+      {"[OBSER]\nA,C,1,2,3\n", 0},
+      {"[OBSER]\nC,A,1,2,3\n", 0},
   };
-  for (const auto& c : cases) {
+  for (const auto& [rest, obsCount] : cases) {
     const Job job;
-    EXPECT_FALSE(Load(job, start + c.rest)) << c.rest;
-    EXPECT_EQ(GetAdjParam(job).MO, 7) << c.rest;
-    EXPECT_EQ(GetPointCount(job), c.pointCount) << c.rest;
-    EXPECT_EQ(GetObsDataCount(job, 0), c.obsCount) << c.rest;
+    EXPECT_FALSE(Load(job, start + rest)) << rest;
+    EXPECT_EQ(GetAdjParam(job).MO, 7) << rest;
+    EXPECT_EQ(GetPointCount(job), 2U) << rest;
+    EXPECT_EQ(GetObsDataCount(job, 0), obsCount) << rest;
   }
 }
 

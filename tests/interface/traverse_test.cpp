@@ -65,9 +65,6 @@ class Connecting : public ::testing::Test {
   void Forget(const std::string& station, const std::string& target) {
     DeleteObsData(job, job.Index(station), target.c_str());
   }
-  void Change(const std::string& station, const std::string& target, ObsData obs) {
-    EXPECT_NE(SetObsData(job, job.Index(station), target.c_str(), obs), -1);
-  }
   Job job;
 };
 
@@ -106,7 +103,7 @@ TEST_F(Connecting, RecordAndTable) {
   EXPECT_TRUE(Near({e.angle, e.angleCorrection, e.azimuth}, {270.001, -10, 90}, 1e-6));
   EXPECT_TRUE(Near({e.length, e.x, e.y}, {0, 1200, 1200}, 0));
 
-  Change("E", "FS", Direction(269.5850));  // 80" less: 40" short in all
+  job.Change("E", "FS", Direction(269.5850));  // 80" less: 40" short in all
   EXPECT_NEAR(Closures(job).at(0).angleMisclosure, -40.0, 1e-6);
   EXPECT_NEAR(RowOf(job, "Q").angleCorrection, 10.0, 1e-6);
 }
@@ -161,7 +158,7 @@ TEST_F(Connecting, OrientedAtOneEndOnly) {
 
   Forget("E", "FS");
   EXPECT_FALSE(CalculateCloseError(job));  // no approximate coordinates
-  Change("S", "P", {100.03, 100.0010, 0.0, 0.0});
+  job.Change("S", "P", {100.03, 100.0010, 0.0, 0.0});
   EXPECT_EQ(Routes(Closures(job)), Strings{});
   const auto [row, found] = Ask(job, "P");
   EXPECT_EQ(found, 0);
@@ -170,12 +167,12 @@ TEST_F(Connecting, OrientedAtOneEndOnly) {
 
 TEST_F(Connecting, WhichChainsAreTraverses) {
   const Strings chain{"S - P - Q - E"};
-  Change("P", "Q", {0.0, -1.0, 0.0, -1.0});  // no angle at P
+  job.Change("P", "Q", {0.0, -1.0, 0.0, -1.0});  // no angle at P
   EXPECT_EQ(Routes(Closures(job)), Strings{});
-  Change("P", "Q", Direction(260.0010));
-  Change("Q", "P", Direction(0.0));  // a side less
+  job.Change("P", "Q", Direction(260.0010));
+  job.Change("Q", "P", Direction(0.0));  // a side less
   EXPECT_EQ(Routes(Closures(job)), Strings{});
-  Change("Q", "P", Direction(0.0, 200.04));
+  job.Change("Q", "P", Direction(0.0, 200.04));
   // The base between the control points is the shortest way, but no traverse.
   job.Observe("S", "E", Direction(145.0, 282.84));
   EXPECT_EQ(Routes(Closures(job)), chain);
@@ -201,29 +198,11 @@ TEST_F(Connecting, RowsAreThoseOfTheFirstTraverseAndSurviveTheAdjustment) {
   EXPECT_EQ(RowOf(job, "G").lengthMisclosure, records[1].lengthMisclosure);
 }
 
-TEST_F(Connecting, LevellingRecordsComeFirst) {
-  for (const char* name : {"S", "E", "BS", "FS"}) {
-    PointData point{};
-    GetPoint(job, job.Index(name), &point);
-    point.type = 11;
-    point.h = 10.0;
-    SetPoint(job, job.Index(name), point);
-  }
-  Change("S", "P", {100.03, 100.0010, 1.001, -1.0});
-  Change("Q", "P", {200.04, 0.0, -1.5, -1.0});
-  Change("E", "Q", {100.00, 0.0, 2.5, -1.0});
-  const auto records = Closures(job);
-  ASSERT_EQ(Routes(records), (Strings{"E - Q - P - S", "S - P - Q - E"}));
-  EXPECT_NEAR(records[0].heightMisclosure, -1.0, 1e-6);  // 1.001 + 1.5 - 2.5 = 1 mm up
-  EXPECT_EQ(records[0].angleMisclosure, 0.0);
-  EXPECT_NEAR(records[1].angleMisclosure, 40.0, 1e-6);
-}
-
 // ---- Without orientation ----
 
 TEST_F(Connecting, WithoutOrientationTheChainIsTurnedOntoItsEnds) {
-  Change("P", "Q", Direction(260.0));
-  Change("Q", "E", Direction(90.0));  // right angles now; the back sights are not used
+  job.Change("P", "Q", Direction(260.0));
+  job.Change("Q", "E", Direction(90.0));  // right angles now; the back sights are not used
   EXPECT_FALSE(NonDirectionAdj(job));
   SetAdjParam(job, kUnoriented);
   ASSERT_TRUE(NonDirectionAdj(job));
@@ -247,10 +226,10 @@ TEST_F(Connecting, WithoutOrientationEveryPointWithSidesMustBeReached) {
   job.Add("R");
   job.Observe("P", "R", Direction(10.0));  // sighted only
   EXPECT_TRUE(NonDirectionAdj(job));
-  Change("P", "R", Direction(10.0, 50.0));
+  job.Change("P", "R", Direction(10.0, 50.0));
   EXPECT_FALSE(NonDirectionAdj(job));
   Forget("P", "R");
-  Change("Q", "P", Direction(0.0));  // the side of the chain is missing
+  job.Change("Q", "P", Direction(0.0));  // the side of the chain is missing
   EXPECT_FALSE(NonDirectionAdj(job));
 }
 
@@ -322,8 +301,8 @@ TEST(ClosedTraverse, EachSideStartsOneLoopAtMostAndAllAnglesAreNeeded) {
   job.ObserveAll({{"A", "C", Direction(55.0, 141.42)}, {"C", "A", Direction(75.0)}});
   // A - B, then A - D; all other sides lie on these loops.
   EXPECT_EQ(Routes(Closures(job)), (Strings{"A - C - B - A", "A - C - D - A"}));
-  SetObsData(job, job.Index("B"), "C", {0.0, -1.0, 0.0, -1.0});
-  SetObsData(job, job.Index("D"), "C", {0.0, -1.0, 0.0, -1.0});
+  job.Change("B", "C", {0.0, -1.0, 0.0, -1.0});
+  job.Change("D", "C", {0.0, -1.0, 0.0, -1.0});
   EXPECT_EQ(Routes(Closures(job)), Strings{});
 }
 

@@ -3,7 +3,6 @@
 #include <array>
 #include <cmath>
 #include <map>
-#include <sstream>
 #include <string>
 #include <utility>
 
@@ -12,8 +11,6 @@
 
 namespace brenu::testing {
 namespace {
-
-constexpr double kRho = 206264.806;  // arc-seconds per radian
 
 constexpr AdjParam kDistancesOnly = {2.5, 0.01, 0.0, 4, 20, 4, 5, 3, 3};
 
@@ -56,39 +53,32 @@ void Begin(const Job& job) {
   ASSERT_TRUE(InitializeDataTrilateration(job));
 }
 
-// ---- The whole way, from a file ----
+// ---- The whole way ----
 
-const std::map<std::string, std::pair<double, double>> kTruth = {
-    {"A", {1000, 1000}}, {"B", {1020, 1600}}, {"C", {400, 1310}},
-    {"P", {700, 1050}},  {"Q", {690, 1580}},  {"R", {1050, 1290}}};
-
-std::string FileOfTruth() {
-  std::ostringstream file;
-  file << "[PARA]\nMS:0.01\nMR:0\nFormat:3\n\n[STATION]\nA,10,1000,1000\nB,10,1020,1600\n"
-          "C,10,400,1310\nP,0\nQ,0\nR,0\n\n[OBSER]\n";
-  file.precision(12);
-  for (const auto& [from, a] : kTruth) {
-    for (const auto& [to, b] : kTruth) {
-      if (from >= to || (from == "A" && to == "B")) continue;
-      file << from << ',' << to << ",," << std::hypot(b.first - a.first, b.second - a.second)
-           << ",0\n";
+TEST(Trilateration, FromTheDistancesToTheAdjustedNetwork) {
+  const std::map<std::string, std::pair<double, double>> truth = {
+      {"A", {1000, 1000}}, {"B", {1020, 1600}}, {"C", {400, 1310}},
+      {"P", {700, 1050}},  {"Q", {690, 1580}},  {"R", {1050, 1290}}};
+  Job job;
+  for (const auto& [name, p] : truth) {
+    const bool known = name < "P";
+    job.Add(name, known ? 10 : 0, known ? p.first : 0, known ? p.second : 0);
+  }
+  for (const auto& [from, a] : truth) {
+    for (const auto& [to, b] : truth) {
+      if (from >= to || to == "B") continue;
+      job.Observe(from, to, Direction(0, std::hypot(b.first - a.first, b.second - a.second)));
     }
   }
-  return file.str();
-}
-
-TEST(Trilateration, FromTheFileToTheAdjustedNetwork) {
-  const Job job;
-  ASSERT_TRUE(LoadKorvelAdjustFile(job, TempFile(FileOfTruth()).Path()));
+  SetAdjParam(job, kDistancesOnly);
   EXPECT_FALSE(LeastSquareAdj(job));  // nothing set up
-  ASSERT_TRUE(JudgeTrilateration(job));
-  ASSERT_TRUE(InitializeDataTrilateration(job));
+  Begin(job);
   for (std::uint32_t expected : {2U, 1U, 0U}) {
     EXPECT_FALSE(TrilaterationDirection(job));  // points are left
     const Step step = Next(job);
     ASSERT_EQ(step.found, 1);
     // The side on which the point lies in truth, by the bearings from the first centre.
-    const auto [x, y] = kTruth.at(step.Name());
+    const auto [x, y] = truth.at(step.Name());
     const double toSecond = std::atan2(step.second.y - step.first.y, step.second.x - step.first.x);
     const double toPoint = std::atan2(y - step.first.y, x - step.first.x);
     const bool right = std::sin(toPoint - toSecond) > 0.0;
@@ -100,38 +90,13 @@ TEST(Trilateration, FromTheFileToTheAdjustedNetwork) {
   EXPECT_NEAR(Read(GetDirAngleResult, job, "P", "Q").adjusted, 91.04513, 1e-5);
 
   ASSERT_TRUE(LeastSquareAdj(job));
-  for (const auto& [name, truth] : kTruth) {
+  for (const auto& [name, p] : truth) {
     const PlaneResult r = ReadPlane(job, name);
-    EXPECT_TRUE(Near({r.x, r.y}, {truth.first, truth.second}, 1e-7)) << name;
+    EXPECT_TRUE(Near({r.x, r.y}, {p.first, p.second}, 1e-7)) << name;
   }
   const ObsResult pq = Read(GetLengthResult, job, "P", "Q");
   EXPECT_TRUE(
       Near({pq.residual, pq.adjusted, pq.apriori}, {0, std::hypot(530.0, 10.0), 0.01}, 1e-7));
-}
-
-// P at (1000, 1000) measures 100 m to N, 100.01 m to E and to W, all with sigma 0.01.  By symmetry
-// the adjusted position is P itself: v = 0, -0.01, -0.01 and [pvv] = 2.  Q_xx = 1e-4, Q_yy =
-// 0.5e-4. With three directions of one station stored, as by the station format, r = 6 - 2 - 1 = 3.
-TEST(Trilateration, PrecisionCountsTheStoredDirections) {
-  Job job;
-  job.AddPoints({{"N", 10, 1100, 1000}, {"E", 10, 1000, 1100}, {"W", 10, 1000, 900}, {"P"}});
-  job.ObserveAll({{"P", "N", Direction(0.0, 100.0)},
-                  {"P", "E", Direction(0.0, 100.01)},
-                  {"P", "W", Direction(0.0, 100.01)}});
-  Begin(job);
-  const Step step = Next(job);
-  EXPECT_EQ(step.text, "P: E -> N, left or right");
-  ASSERT_EQ(Place(job, false, step.first, step.second, "P"), 0U);
-  ASSERT_TRUE(TrilaterationDirection(job));
-  ASSERT_TRUE(LeastSquareAdj(job));
-  const PlaneResult r = ReadPlane(job, "P");
-  const double m0 = std::sqrt(2.0 / 3.0);
-  EXPECT_TRUE(Near({r.x, r.y}, {1000, 1000}, 1e-5));
-  EXPECT_TRUE(Near({r.mx, r.my}, {m0 * 0.01, m0 * 0.01 * std::sqrt(0.5)}, 1e-6));
-  const auto line = ReadLine(job, "P", "E");
-  ASSERT_TRUE(line);
-  EXPECT_TRUE(Near({line->azimuth, line->length, line->lengthError}, {90, 100, r.my}, 1e-5));
-  EXPECT_NEAR(line->azimuthError, r.mx / 100.0 * kRho, 1e-3);  // across the line: north
 }
 
 // ---- Single steps: control points A and B on a line to the east, 60 m apart ----
@@ -166,8 +131,10 @@ TEST_F(TwoCentres, RightIsSouthOfALineToTheEast) {
   EXPECT_EQ(Position(job, 3), std::pair(1040.0, 1030.0));
 }
 
-// Pairs without a distance get a direction when they have a reading, and break no report.
+// Pairs without a distance get a direction when they have a reading, and break no report.  Heights
+// are not computed, even beside a bench mark.
 TEST_F(TwoCentres, PairsWithoutDistanceHaveResultsToo) {
+  SetPoint(job, 0, MakePoint("A", 11, 1000, 1000, 50));
   job.ObserveAll({{"P", "Q", Direction(10.0)}, {"P", "A", {0.0, -1.0, 1.5, -1.0}}});
   Begin(job);
   Place(job, true, A(50), B(50), "P");
@@ -178,6 +145,7 @@ TEST_F(TwoCentres, PairsWithoutDistanceHaveResultsToo) {
   const ReportText report = Export(ExportResultFile, job);
   EXPECT_TRUE(report.complete);
   EXPECT_NE(Section(report.text, "[CONTROLPOINT]"), "");
+  EXPECT_EQ(Section(report.text, "[VERTICAL]"), "");
 }
 
 TEST_F(TwoCentres, CirclesThatDoNotMeetPlaceNothing) {
@@ -224,12 +192,12 @@ TEST_F(TwoCentres, NextPointHasTheBestAngleOrIsTheOneAskedFor) {
   EXPECT_EQ(Next(job, "nobody").found, 0);
   EXPECT_EQ(Next(job, q.text).found, 0);  // a buffer not emptied
 
-  SetObsData(job, job.Index("Q"), "A", Distance(45.0));
-  SetObsData(job, job.Index("Q"), "B", Distance(40.0));  // 90 deg are nearer: 25 / 3600
+  job.Change("Q", "A", Distance(45.0));
+  job.Change("Q", "B", Distance(40.0));  // 90 deg are nearer: 25 / 3600
   Begin(job);
   EXPECT_EQ(Next(job).Name(), "Q");
-  SetObsData(job, job.Index("Q"), "A", Distance(50.0));
-  SetObsData(job, job.Index("Q"), "B", Distance(50.0));
+  job.Change("Q", "A", Distance(50.0));
+  job.Change("Q", "B", Distance(50.0));
   Begin(job);
   EXPECT_EQ(Next(job).Name(), "P");  // equal: name order
 }

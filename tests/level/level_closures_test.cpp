@@ -80,6 +80,7 @@ void ExpectSame(const std::vector<CloseError>& records, const std::vector<Closur
   }
 }
 
+// The searches must decide every tie as the passes do, those of loops also when they stop early.
 TEST(LevelClosures, AreThoseOfTheRules) {
   std::size_t lineCount = 0;
   std::size_t loopCount = 0;

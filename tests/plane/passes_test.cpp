@@ -23,44 +23,37 @@ struct Position {
 };
 
 // Full passes over all stations.
-class FullPasses {
- public:
+struct FullPasses {
   FullPasses(const std::vector<PointData>& points, std::size_t knownCount,
-             const ObservationMap& observations)
-      : m_unknownCount(points.size() - knownCount),
-        m_remaining(m_unknownCount),
-        m_observations(observations) {
+             const ObservationMap& observed)
+      : observations(observed), remaining(points.size() - knownCount) {
     for (std::size_t i = 0; i < points.size(); ++i) {
-      m_positions[points[i].name] = {points[i].x, points[i].y, i < knownCount};
+      positions[points[i].name] = {points[i].x, points[i].y, i < knownCount};
     }
   }
 
   bool Run() {
-    for (; m_remaining > 0; ++m_passes) {
-      if (m_passes > m_unknownCount) return false;
-      for (const auto& [station, targets] : m_observations) {
-        if (!m_positions.at(station).placed) continue;
+    for (const std::size_t most = remaining + 1; remaining > 0; ++passes) {
+      if (passes == most) return false;
+      for (const auto& [station, targets] : observations) {
+        if (!positions.at(station).placed) continue;
         for (const auto& [reference, obs] : targets) Orient(station, targets, reference, obs);
       }
     }
     return true;
   }
-  const Position& At(const std::string& name) const { return m_positions.at(name); }
-  std::size_t Passes() const { return m_passes; }
-  int Intersections() const { return m_intersections; }
 
- private:
   const ObsData* Find(const std::string& station, const std::string& target) const {
-    const auto targets = m_observations.find(station);
-    if (targets == m_observations.end()) return nullptr;
+    const auto targets = observations.find(station);
+    if (targets == observations.end()) return nullptr;
     const auto obs = targets->second.find(target);
     return obs == targets->second.end() ? nullptr : &obs->second;
   }
 
   void Orient(const std::string& station, const TargetMap& targets, const std::string& reference,
               const ObsData& obs) {
-    const Position& s = m_positions.at(station);
-    const Position& r = m_positions.at(reference);
+    const Position& s = positions.at(station);
+    const Position& r = positions.at(reference);
     const ObsData* back = Find(reference, station);
     double azimuth = 0;
     if (obs.azimuth != -1.0) {
@@ -74,7 +67,7 @@ class FullPasses {
     }
     if (obs.direction == -1.0) return;
     for (const auto& [target, sight] : targets) {
-      if (m_positions.at(target).placed || sight.direction == -1.0) continue;
+      if (positions.at(target).placed || sight.direction == -1.0) continue;
       const double a = DmsToRad(sight.direction) + azimuth - DmsToRad(obs.direction);
       const ObsData* reverse = Find(target, station);
       double distance = sight.distance;
@@ -93,21 +86,20 @@ class FullPasses {
       const double c1 = t1 * s.x - s.y;
       const double c2 = r.y - t2 * r.x;
       Place(target, (c1 + c2) / (t1 - t2), (c2 * t1 + c1 * t2) / (t1 - t2));
-      ++m_intersections;
+      ++intersections;
     }
   }
 
   void Place(const std::string& name, double x, double y) {
-    m_positions[name] = {x, y, true};
-    --m_remaining;
+    positions[name] = {x, y, true};
+    --remaining;
   }
 
-  std::size_t m_unknownCount;
-  std::size_t m_remaining;
-  const ObservationMap& m_observations;
-  std::map<std::string, Position> m_positions;
-  std::size_t m_passes = 0;
-  int m_intersections = 0;
+  const ObservationMap& observations;
+  std::map<std::string, Position> positions;
+  std::size_t remaining;  // points not yet placed
+  std::size_t passes = 0;
+  int intersections = 0;
 };
 
 TEST(ApproximateCoordinates, AgreeWithFullPassesOverRandomNetworks) {
@@ -150,14 +142,16 @@ TEST(ApproximateCoordinates, AgreeWithFullPassesOverRandomNetworks) {
     for (std::int32_t i = 0; i < count; ++i) {
       const PointData& given = points[static_cast<std::size_t>(i)];
       const PointData& point = *net.FindPoint(i);
-      EXPECT_EQ(net.IsReached(given.name), expected.At(given.name).placed);
+      EXPECT_EQ(net.IsReached(given.name), expected.positions.at(given.name).placed);
       // A failed run leaves the coordinates of all points as they were.
-      EXPECT_EQ(point.x, success ? expected.At(given.name).x : given.x) << "network " << network;
-      EXPECT_EQ(point.y, success ? expected.At(given.name).y : given.y) << "network " << network;
+      EXPECT_EQ(point.x, success ? expected.positions.at(given.name).x : given.x)
+          << "network " << network;
+      EXPECT_EQ(point.y, success ? expected.positions.at(given.name).y : given.y)
+          << "network " << network;
     }
     reached += success ? 1 : 0;
-    manyPasses += success && expected.Passes() > 2 ? 1 : 0;
-    intersections += expected.Intersections();
+    manyPasses += success && expected.passes > 2 ? 1 : 0;
+    intersections += expected.intersections;
   }
   // What the comparison is about does happen.
   EXPECT_GT(reached, kNetworks / 6);

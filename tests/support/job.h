@@ -67,6 +67,10 @@ class Job {
   std::int32_t Observe(const std::string& station, const std::string& target, ObsData obs) {
     return AddObsData(*this, Index(station), target.c_str(), obs);
   }
+  // Puts other values into an observation that is stored.
+  void Change(const std::string& station, const std::string& target, ObsData obs) const {
+    EXPECT_NE(SetObsData(*this, Index(station), target.c_str(), obs), -1);
+  }
   struct NewPoint {
     std::string name;
     std::int32_t type = 0;

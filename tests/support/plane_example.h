@@ -40,24 +40,19 @@ class PlaneExample {
     }
   }
 
-  static void PlantBlunders(Job& job) {
-    const ObsData direction = Stored(job, "B", "Q");
-    Set(job, "B", "Q",
-        Direction(Dms(Azimuth(kPoints[4], kPoints[1]) + kDirectionBlunder + kCircle),
-                  direction.distance));
+  static void PlantBlunders(const Job& job) {
+    ObsData direction = Stored(job, "B", "Q");
+    direction.direction = Dms(Azimuth(kPoints[4], kPoints[1]) + kDirectionBlunder + kCircle);
     ObsData distance = Stored(job, "C", "P");
     distance.distance += kDistanceBlunder;
-    Set(job, "C", "P", distance);
+    job.Change("B", "Q", direction);
+    job.Change("C", "P", distance);
   }
 
-  // Leaves out the observations that PlantBlunders spoils.
-  static void DeleteBlunders(Job& job) {
-    ObsData direction = Stored(job, "B", "Q");
-    direction.direction = -1.0;
-    Set(job, "B", "Q", direction);
-    ObsData distance = Stored(job, "C", "P");
-    distance.distance = 0.0;
-    Set(job, "C", "P", distance);
+  // Leaves out the observations that PlantBlunders spoils; the distance B-Q stays.
+  static void DeleteBlunders(const Job& job) {
+    job.Change("B", "Q", Distance(Stored(job, "B", "Q").distance));
+    job.Change("C", "P", Direction(Stored(job, "C", "P").direction));
   }
 
   // Makes A and B bench marks and adds height differences, good to 1 mm, to the distances, but for
@@ -71,13 +66,9 @@ class PlaneExample {
         if (from.name == except || to.name == except || from.name[0] >= to.name[0]) continue;
         ObsData o = Stored(job, from.name, to.name);
         o.heightDiff = to.h - from.h + 0.001 * ((from.name[0] + 2 * to.name[0]) % 3 - 1);
-        Set(job, from.name, to.name, o);
+        job.Change(from.name, to.name, o);
       }
     }
-  }
-
-  static void Set(const Job& job, const char* station, const char* target, const ObsData& o) {
-    SetObsData(job, job.Index(station), target, o);
   }
 
  private:

@@ -6,6 +6,7 @@
 #include <cstdio>
 #include <fstream>
 #include <iterator>
+#include <random>
 #include <string>
 #include <string_view>
 
@@ -13,12 +14,11 @@ namespace brenu::testing {
 
 class TempFile {
  public:
-  // Tests may run in several processes at once: the path holds the test's name.
+  // Tests may run in several processes, and in several checkouts at once.
   explicit TempFile(std::string_view content = {}) {
+    static const std::string process = std::to_string(std::random_device{}());
     static int count = 0;
-    const auto* test = ::testing::UnitTest::GetInstance()->current_test_info();
-    m_path = ::testing::TempDir() + test->test_suite_name() + "." + test->name() + "." +
-             std::to_string(++count) + ".txt";
+    m_path = ::testing::TempDir() + "brenu-" + process + "." + std::to_string(++count) + ".txt";
     std::ofstream(m_path, std::ios::binary) << content;
   }
   ~TempFile() { std::remove(m_path.c_str()); }

@@ -1,14 +1,8 @@
 // The networks that the program computes in other ways than by directions and distances together.
-#include <gmock/gmock.h>
-
 #include "tool/program.h"
 
 namespace brenu::testing {
 namespace {
-
-using ::testing::ContainsRegex;
-using ::testing::HasSubstr;
-using ::testing::Not;
 
 class AdjustFormats : public ProgramTest {};
 
@@ -19,32 +13,24 @@ const char* const kUnoriented =
     "[OBS]\nU,A,30,100,,\nU,B,120,100,,\n";
 
 TEST_F(AdjustFormats, TraverseWithoutOrientation) {
-  const Outcome run = Adjust(kUnoriented);
-  EXPECT_EQ(run.status, 0);
-  EXPECT_THAT(run.out, ContainsRegex("\n +200\\.000 +0\\.0200 +1:999. +A - U - B\n"));
-  EXPECT_THAT(run.out, HasSubstr("  U       929.2893  1070.7207\n"));
-  EXPECT_THAT(run.out, ContainsRegex("\nTraverse A - B\n"));
-  EXPECT_THAT(run.out, ContainsRegex("\n  A +- +- +135 00 00\\.0 +100\\.0000 .* 10\\.0 +1000\\.0"));
-  EXPECT_THAT(run.out, ContainsRegex("\n  U +90 00 00\\.0 +0\\.00 +45 00 00\\.0 +100\\.0000 "));
-  EXPECT_THAT(run.out, ContainsRegex("\n  B +- .* 1000\\.0000  1141\\.4414\n"));
-  EXPECT_THAT(run.out, HasSubstr("linear misclosure 0.0200 m in 200.000 m, 1:"));
-
-  const Outcome closures = On(kUnoriented, "closures");
-  EXPECT_EQ(closures.status, 0);
-  EXPECT_THAT(closures.out, ContainsRegex(" 0\\.0200 +1:.* +A - U - B\n"));
+  ExpectOutput(kUnoriented, {"\n +200\\.000 +0\\.0200 +1:999. +A - U - B\n",
+                             "  U       929\\.2893  1070\\.7207\n", "\nTraverse A - B\n",
+                             "\n  A +- +- +135 00 00\\.0 +100\\.0000 .* 10\\.0 +1000\\.0",
+                             "\n  U +90 00 00\\.0 +0\\.00 +45 00 00\\.0 +100\\.0000 ",
+                             "\n  B +- .* 1000\\.0000  1141\\.4414\n",
+                             "linear misclosure 0\\.0200 m in 200\\.000 m, 1:"});
+  ExpectOutput(kUnoriented, {" 0\\.0200 +1:.* +A - U - B\n"}, "closures");
   const Outcome summary = On(kUnoriented, "adjust --summary");
   EXPECT_THAT(summary.out, HasSubstr("A - U - B"));
   EXPECT_THAT(summary.out, Not(HasSubstr("Coordinates")));
 }
 
 TEST_F(AdjustFormats, SaysWhyTraversesCannotBeComputed) {
-  std::string text = kUnoriented;
-  text.replace(text.find("U,B,120"), 7, "U,B,");
-  ExpectFailure(text, 1, "no traverse joins two control points");
-  ExpectFailure(text, 1, "no traverse joins two control points", "closures");
-  text = kUnoriented;
-  text.insert(text.find("U,00"), "V,00,,,\n");
-  ExpectFailure(text, 1, "coordinates cannot be computed for the point V;");
+  const std::string noAngle = With(kUnoriented, "U,B,120", "U,B,");
+  ExpectFailure(noAngle, 1, "no traverse joins two control points");
+  ExpectFailure(noAngle, 1, "no traverse joins two control points", "closures");
+  ExpectFailure(With(kUnoriented, "U,00", "V,00,,,\nU,00"), 1,
+                "coordinates cannot be computed for the point V;");
   ExpectFailure(kUnoriented, 2, "leave out --result", "adjust --result x");
   ExpectFailure(kUnoriented, 2, "leave out --snoop", "adjust --snoop 0.01");
   ExpectFailure("[PARAM]\nformat:1\n\n[PT]\nA,01,,,1\nN,00,,,\n\n[OBS]\nA,N,,400,1,\n", 1,
@@ -63,50 +49,39 @@ std::string Distances(const std::string& p, const std::string& q, bool withThird
 }
 
 TEST_F(AdjustFormats, DistancesOnlyWithTheSideFromAThirdDistance) {
-  const Outcome run = Adjust(Distances(",", ",", true));
-  EXPECT_EQ(run.status, 0) << run.err;
-  EXPECT_EQ(run.err, "");
-  EXPECT_THAT(run.out, ContainsRegex("distances +6\n"));
-  EXPECT_THAT(run.out, ContainsRegex("redundancy +2\n"));
-  EXPECT_THAT(run.out, ContainsRegex("P +1100\\.0000  1100\\.0000 "));
-  EXPECT_THAT(run.out, ContainsRegex("Q +1100\\.0000  1000\\.0000 "));
+  ExpectOutput(Distances(",", ",", true),
+               {"distances +6\n", "redundancy +2\n", "P +1100\\.0000  1100\\.0000 ",
+                "Q +1100\\.0000  1000\\.0000 "});
 }
 
 TEST_F(AdjustFormats, DistancesOnlyWithTheSideFromApproximateCoordinates) {
-  const Outcome north = Adjust(Distances("1090,1110", "1050,1010", false));
-  EXPECT_THAT(north.out, ContainsRegex("P +1100\\.0000  1100\\.0000 ")) << north.err;
-  EXPECT_THAT(north.out, ContainsRegex("Q +1100\\.0000  1000\\.0000 "));
-  const Outcome south = Adjust(Distances("910,1110", "950,1010", false));
-  EXPECT_THAT(south.out, ContainsRegex("P +900\\.0000  1100\\.0000 ")) << south.err;
-  EXPECT_THAT(south.out, ContainsRegex("Q +900\\.0000  1000\\.0000 "));
+  ExpectOutput(Distances("1090,1110", "1050,1010", false),
+               {"P +1100\\.0000  1100\\.0000 ", "Q +1100\\.0000  1000\\.0000 "});
+  ExpectOutput(Distances("910,1110", "950,1010", false),
+               {"P +900\\.0000  1100\\.0000 ", "Q +900\\.0000  1000\\.0000 "});
 }
 
 TEST_F(AdjustFormats, SaysWhichPointsCannotBePlaced) {
   ExpectFailure(Distances(",", ",", false), 1, "the side of the point P on the line A - B");
   ExpectFailure(Distances("1090,1110", ",", false), 1, "the side of the point Q on the line");
-  std::string text = Distances(",", ",", false);
-  text.replace(text.find("P,B,,141.42136"), 14, "P,B,,20");
-  ExpectFailure(text, 1, "no place can be found for the points P and Q;");
-  text = Distances(",", ",", true);
-  text.replace(text.find("A,10,1000"), 9, "A,10,0");
-  ExpectFailure(text, 1, "the control point A lies at X = 0");
+  ExpectFailure(With(Distances(",", ",", false), "P,B,,141.42136", "P,B,,20"), 1,
+                "no place can be found for the points P and Q;");
+  ExpectFailure(With(Distances(",", ",", true), "A,10,1000", "A,10,0"), 1,
+                "the control point A lies at X = 0");
 }
 
 // A distance to a point in line with the two centres fits both sides, whatever its error.
 TEST_F(AdjustFormats, AThirdDistanceAlongTheLineDoesNotTellTheSide) {
-  std::string text = Distances(",", ",", true);
-  text.replace(text.find("C,10,1400,1300"), 14, "C,10,1000,1300");
-  text.replace(text.find("P,C,,360.55513"), 14, "P,C,,223.6068");
-  text.replace(text.find("C,Q,,424.26407"), 14, "C,Q,,316.2278");
+  std::string text = With(Distances(",", ",", true), "C,10,1400,", "C,10,1000,");
+  text = With(With(text, "P,C,,360.55513", "P,C,,223.6068"), "C,Q,,424.26407", "C,Q,,316.2278");
   ExpectFailure(text, 1, "is undetermined");
 }
 
 TEST_F(AdjustFormats, WarnsOfWhatDistancesOnlyLeavesOut) {
-  std::string text = Distances(",", ",", true);
-  text.replace(text.find("A,P,,"), 5, "A,P,10,");
-  EXPECT_THAT(Adjust(text).err, HasSubstr("count in the redundancy"));
-  text.replace(text.find("A,10"), 4, "A,11");
-  EXPECT_THAT(Adjust(text).err, HasSubstr("adjust the heights as a job of their own"));
+  const std::string direction = With(Distances(",", ",", true), "A,P,,", "A,P,10,");
+  EXPECT_THAT(Adjust(direction).err, HasSubstr("count in the redundancy"));
+  EXPECT_THAT(Adjust(With(direction, "A,10", "A,11")).err,
+              HasSubstr("adjust the heights as a job of their own"));
 }
 
 }  // namespace

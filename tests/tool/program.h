@@ -1,6 +1,7 @@
 // Runs the built program as a process on files in a folder of the test's own.
 #pragma once
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <cstdlib>
@@ -16,10 +17,19 @@
 
 namespace brenu::testing {
 
+using ::testing::ContainsRegex;
+using ::testing::HasSubstr;
+using ::testing::Not;
+
 struct Outcome {
   int status;
   std::string out, err;
 };
+
+// The text with one place of it changed.
+inline std::string With(std::string text, const std::string& from, const std::string& to) {
+  return text.replace(text.find(from), from.size(), to);
+}
 
 class ProgramTest : public ::testing::Test {
  protected:
@@ -56,6 +66,17 @@ class ProgramTest : public ::testing::Test {
     return Execute(command + " \"" + Write(text) + '"');
   }
   Outcome Adjust(const std::string& text) const { return On(text, "adjust"); }
+
+  // That the command is done without a warning, and its output holds each of the texts.
+  void ExpectOutput(const std::string& text, const std::vector<std::string>& regularExpressions,
+                    const std::string& command = "adjust") const {
+    const Outcome run = On(text, command);
+    EXPECT_EQ(run.status, 0);
+    EXPECT_EQ(run.err, "");
+    for (const std::string& telling : regularExpressions) {
+      EXPECT_THAT(run.out, ContainsRegex(telling));
+    }
+  }
 
   // That the command ends with this status, one sentence that holds the text, and no output.
   void ExpectFailure(const std::string& text, int status, const std::string& telling,

@@ -1,8 +1,11 @@
-#include "core/sparse/dense_factor.h"
+#include "core/sparse/dense_product.h"
 
 #include <gtest/gtest.h>
 
 #include <random>
+#include <vector>
+
+#include "core/sparse/dense_tile.h"
 
 namespace brenu::testing {
 namespace {
@@ -21,6 +24,8 @@ double Element(const MatrixView& m, std::ptrdiff_t i, std::ptrdiff_t p) {
   return m.data[i * m.rowStride + p * m.columnStride];
 }
 
+// What is made of such products, factors and inverses of panels, normal_equations_test compares
+// with the packed matrix for panels of many widths.
 TEST(DenseProduct, AgreesWithTheDefinitionAcrossAllEdges) {
   DenseProduct multiplier;
   struct Size {
@@ -69,45 +74,6 @@ TEST(DenseProduct, BothTilesAgree) {
   MultiplyTileBaseline(40, a.data(), b.data(), expected.data(), kTileRows);
   BestMultiplyTile()(40, a.data(), b.data(), actual.data(), kTileRows);
   EXPECT_EQ(actual, expected);
-}
-
-// Multiplies the factors of a panel out again and inverts the triangle.
-TEST(DenseFactor, FactorsGiveThePanelBackAndInverseGivesOne) {
-  DenseProduct product;
-  for (const std::ptrdiff_t width : {1, 2, 15, 16, 17, 33, 70, 131}) {
-    const std::ptrdiff_t height = width + 13;
-    const auto at = [&](std::ptrdiff_t i, std::ptrdiff_t j) {
-      return static_cast<std::size_t>(j * height + i);
-    };
-    std::vector<double> panel = RandomIntegers(height * width, 6);
-    // Signs of the pivots do not matter.
-    for (std::ptrdiff_t j = 0; j < width; ++j) panel[at(j, j)] = j % 3 == 0 ? -2000.0 : 2000.0;
-    const std::vector<double> original = panel;
-    ASSERT_TRUE(FactorPanel(panel.data(), height, height, width, product));
-    const auto l = [&](std::ptrdiff_t i, std::ptrdiff_t j) {
-      return i == j ? 1.0 : panel[at(i, j)];
-    };
-    for (std::ptrdiff_t j = 0; j < width; ++j) {
-      for (std::ptrdiff_t i = j; i < height; ++i) {
-        double sum = 0.0;
-        for (std::ptrdiff_t q = 0; q <= j; ++q) sum += l(i, q) * panel[at(q, q)] * l(j, q);
-        ASSERT_NEAR(sum, original[at(i, j)], 1e-10) << i << ' ' << j << " of " << width;
-      }
-    }
-
-    std::vector<double> inverse(static_cast<std::size_t>(width * width), 0.0);
-    std::vector<double> work(inverse.size());
-    InvertUnitLower({panel.data(), 1, height}, width, inverse.data(), work.data(), product);
-    for (std::ptrdiff_t j = 0; j < width; ++j) {
-      for (std::ptrdiff_t i = j; i < width; ++i) {
-        double sum = 0.0;
-        for (std::ptrdiff_t q = j; q <= i; ++q) {
-          sum += l(i, q) * inverse[static_cast<std::size_t>(j * width + q)];
-        }
-        ASSERT_NEAR(sum, i == j ? 1.0 : 0.0, 1e-12) << i << ' ' << j << " of " << width;
-      }
-    }
-  }
 }
 
 }  // namespace
