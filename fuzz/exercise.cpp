@@ -1,5 +1,6 @@
 #include "exercise.h"
 
+#include <algorithm>
 #include <cstdint>
 #include <cstdlib>
 #include <cstring>
@@ -9,7 +10,9 @@ namespace brenu::fuzz {
 namespace {
 
 // Stores of the file readers number their points 0, 1, 2...; hosts may choose larger indices.
-constexpr std::int32_t kIndices = 16;
+constexpr std::int32_t kIndices = kMostPoints + 4;
+// Indices this far apart are close.
+constexpr std::int32_t kReach = 12;
 
 void ReadLine(AdjustmentContext* context, std::int32_t station, const char* target) {
   double d[4];
@@ -80,7 +83,7 @@ void ReadResults(AdjustmentContext* context) {
     VerticalResult height;
     GetVerticalResult(context, i, &height);
     if (GetObsDataCount(context, i) == 0) continue;
-    for (std::int32_t k = 0; k < kIndices; ++k) {
+    for (std::int32_t k = std::max(i - kReach, 0); k <= i + kReach; ++k) {
       if (GetPoint(context, k, &point) == k) ReadLine(context, i, point.name);
     }
   }
