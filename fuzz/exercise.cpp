@@ -9,8 +9,10 @@ namespace brenu::fuzz {
 
 namespace {
 
-// Stores of the file readers number their points 0, 1, 2...; hosts may choose larger indices.
-constexpr std::int32_t kIndices = kMostPoints + 4;
+// Where indices end: the file readers number their points 0, 1, 2...; hosts may choose larger ones.
+std::int32_t EndOfIndices(AdjustmentContext* context) {
+  return static_cast<std::int32_t>(std::clamp(GetPointCount(context), 12U, kMostPoints)) + 4;
+}
 // Indices this far apart are close.
 constexpr std::int32_t kReach = 12;
 
@@ -52,7 +54,7 @@ void Trilaterate(AdjustmentContext* context) {
 }  // namespace
 
 void CheckStore(AdjustmentContext* context) {
-  for (std::int32_t i = 0; i < kIndices; ++i) {
+  for (std::int32_t i = 0; i < EndOfIndices(context); ++i) {
     PointData point;
     if (GetPoint(context, i, &point) != i) continue;
     // Asking for results may have added a point under any index, a negative one too.
@@ -70,7 +72,7 @@ void ReadResults(AdjustmentContext* context) {
     CloseError record;
     GetCloseError(context, i, &record);
   }
-  for (std::int32_t i = -1; i < kIndices; ++i) {
+  for (std::int32_t i = -1; i < EndOfIndices(context); ++i) {
     PointData point;
     GetApproxResult(context, i, &point);
     PlaneResult plane;

@@ -5,8 +5,8 @@
 namespace brenu::fuzz {
 
 // A network with more points is read, but not computed, so that an input stays fast.  Networks up
-// to here reach both solvers, the one for few unknowns and the one for many.
-inline constexpr unsigned kMostPoints = 64;
+// to here reach both solvers, and all ways to order the unknowns of the sparse one.
+inline constexpr unsigned kMostPoints = 150;
 
 // Every computation, each followed by every getter and both reports, which go to the file given.
 // Ends the program when the names of the store and their index disagree.
