@@ -6,6 +6,7 @@
 #include <cstdio>
 #include <fstream>
 #include <iterator>
+#include <random>
 #include <string>
 #include <string_view>
 
@@ -13,12 +14,9 @@ namespace brenu::testing {
 
 class TempFile {
  public:
-  // Tests may run in several processes at once: the path holds the test's name.
-  explicit TempFile(std::string_view content = {}) {
-    static int count = 0;
-    const auto* test = ::testing::UnitTest::GetInstance()->current_test_info();
-    m_path = ::testing::TempDir() + test->test_suite_name() + "." + test->name() + "." +
-             std::to_string(++count) + ".txt";
+  // Tests run in several processes at once, of several checkouts too.
+  explicit TempFile(std::string_view content = {})
+      : m_path(::testing::TempDir() + "brenu-test-" + std::to_string(std::random_device()())) {
     std::ofstream(m_path, std::ios::binary) << content;
   }
   ~TempFile() { std::remove(m_path.c_str()); }
