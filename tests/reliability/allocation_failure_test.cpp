@@ -50,48 +50,28 @@ void operator delete(void* block, std::size_t) noexcept { Release(block); }
 namespace brenu::testing {
 namespace {
 
-// Longer than strings hold without memory of their own.
-constexpr const char* kNames[] = {"the first control point", "the second control point",
-                                  "the first of the new points", "the second of the new points"};
+// Names longer than strings hold without memory of their own.
+constexpr const char* kNames[] = {"control point one", "control point two", "new point number one",
+                                  "new point number two"};
 constexpr const char* kAside = "to be deleted, from an index in between";
-constexpr struct {
-  int from, to;
-  ObsData obs;
-} kLines[] = {{0, 1, {400, 0, 2.001, -1}},  {0, 2, {300, 270, 1.0, -1}},
-              {1, 0, {0, 0, 0, -1}},        {1, 2, {500, 36.5212, -1.0, -1}},
-              {2, 3, {400, 90, 1.002, -1}}, {2, 0, {0, 180.00003, 0, -1}}};
+constexpr char kInput[] =
+    "[PARAM]\nMO:2.5\nMS:0.005\nMR:0.000005\n\n"
+    "[PT]\ncontrol point one,11,1000,1000,10\ncontrol point two,11,1000,1400,12\n"
+    "new point number one,00,,,\nnew point number two,00,,,\n\n"
+    "[OBS]\ncontrol point one,control point two,0,400,2.001,\n"
+    "control point one,new point number one,270,300,1.0,\n"
+    "control point two,control point one,0,,,\n"
+    "control point two,new point number one,36.5212,500,-1.0,\n"
+    "new point number one,new point number two,90,400,1.002,\n"
+    "new point number one,control point one,180.00003,,,\n";
 
 struct Paths {
-  const char *input, *project, *report, *closures, *scratch;
+  const char *project, *report, *closures, *scratch;
 } paths;
 
 // A step takes no memory itself, and can be repeated after it has failed: what was done stays done,
 // what failed changed nothing.
 using Step = bool (*)(AdjustmentContext*);
-
-bool AddPoints(AdjustmentContext* job) {
-  constexpr double kCoordinates[][3] = {{1000, 1000, 10}, {1000, 1400, 12}, {}, {}};
-  SetAdjParam(job, {2.5, 0.005, 5e-6, 4, 20, 4, 5, 3, 0});
-  for (auto i = static_cast<std::int32_t>(GetPointCount(job)); i < 4; ++i) {
-    const auto& [x, y, h] = kCoordinates[i];
-    if (AddPoint(job, i, MakePoint(kNames[i], i < 2 ? 11 : 0, x, y, h)) == i) continue;
-    EXPECT_EQ(GetPointNum(job, kNames[i]), -1);
-    return false;
-  }
-  return true;
-}
-
-bool AddLines(AdjustmentContext* job) {
-  for (const auto& [from, to, obs] : kLines) {
-    ObsData stored;
-    const int before = GetObsDataCount(job, from);
-    if (GetObsData(job, from, kNames[to], &stored) == from) continue;
-    if (AddObsData(job, from, kNames[to], obs) == from) continue;
-    EXPECT_EQ(GetObsDataCount(job, from), before);
-    return false;
-  }
-  return true;
-}
 
 bool AddPairs(AdjustmentContext* job) {
   for (const int target : {0, 1, 2}) DeleteObsData(job, 3, kNames[target]);
@@ -105,16 +85,10 @@ bool Rename(AdjustmentContext* job) {
          GetObsDataCount(job, 3) == 3 && SetPoint(job, 3, MakePoint(kNames[3])) == 3;
 }
 
-bool DeleteFromBetween(AdjustmentContext* job) {
-  const bool isThere = GetPointNum(job, kAside) == 9 || AddPoint(job, 9, MakePoint(kAside)) == 9;
-  return isThere && DeletePoint(job, 9) == 9;
-}
-
-bool ReadAnotherJob(AdjustmentContext*) {
-  AdjustmentContext* const other = StartAdjustment();
-  const bool read = OpenBrenuAdjustFile(other, paths.input);
-  EndAdjustment(other);
-  return read;
+bool AddAndDelete(AdjustmentContext* job) {
+  return (GetPointNum(job, kAside) == 9 || AddPoint(job, 9, MakePoint(kAside)) == 9) &&
+         (GetObsDataCount(job, 9) == 1 || AddObsData(job, 9, kNames[0], Distance(1)) == 9) &&
+         DeletePoint(job, 9) == 9;
 }
 
 bool Trilaterate(AdjustmentContext* job) {
@@ -138,11 +112,9 @@ bool Snoop(AdjustmentContext* job) {
 }
 
 constexpr Step kSteps[] = {
-    AddPoints,
-    AddLines,
     AddPairs,
     Rename,
-    DeleteFromBetween,
+    AddAndDelete,
     ApproxCalc,
     CalculateCloseError,
     [](AdjustmentContext* job) { return ExportCloseErrorFile(job, paths.closures); },
@@ -150,7 +122,6 @@ constexpr Step kSteps[] = {
     LeastSquareAdj,
     [](AdjustmentContext* job) { return ExportResultFile(job, paths.report); },
     [](AdjustmentContext* job) { return SaveBrenuAdjustFile(job, paths.project) == 1; },
-    ReadAnotherJob,
     Trilaterate,
     LeastSquareAdj};
 
@@ -191,17 +162,20 @@ void FailEverywhere(Attempt attempt) {
 }
 
 TEST(AllocationFailure, IsReportedAndForgotten) {
-  const TempFile input(
-      "[PT]\na name that needs memory,11,1,1,1\nB,00,,,\n\n[OBS]\n"
-      "a name that needs memory,B,0.0,5.0,1.0,\n");
-  const TempFile project, report, closures, scratch;
-  paths = {input.Path(), project.Path(), report.Path(), closures.Path(), scratch.Path()};
+  const TempFile input(kInput), project, report, closures, scratch;
+  paths = {project.Path(), report.Path(), closures.Path(), scratch.Path()};
   FailEverywhere([&] {
-    armed = true;
-    AdjustmentContext* job = StartAdjustment();
-    armed = false;
-    EXPECT_TRUE(job != nullptr || failed);
-    if (job == nullptr) job = StartAdjustment();
+    AdjustmentContext* job = nullptr;
+    bool isRead = false;
+    for (int i = 0; i < 2 && !isRead; ++i) {
+      EndAdjustment(job);
+      armed = true;
+      job = StartAdjustment();
+      isRead = OpenBrenuAdjustFile(job, input.Path());
+      armed = false;
+      EXPECT_TRUE(isRead || failed);
+      fuzz::CheckStore(job);
+    }
     for (const Step step : kSteps) Perform(step, job);
     EndAdjustment(job);
     return project.Text() + report.Text() + closures.Text();
@@ -211,7 +185,7 @@ TEST(AllocationFailure, IsReportedAndForgotten) {
 // The computations of networks large enough for the sparse solver.
 TEST(AllocationFailure, IsForgottenInLargeNetworks) {
   const TempFile report, scratch;
-  paths = {nullptr, nullptr, report.Path(), nullptr, scratch.Path()};
+  paths = {nullptr, report.Path(), nullptr, scratch.Path()};
   for (const auto& network : {GridNetwork(4, 6, PointOrder::kShuffled).Plane(),
                               GridNetwork(8, 8, PointOrder::kShuffled).Levelling()}) {
     const Job job;

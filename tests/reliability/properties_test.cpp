@@ -1,10 +1,11 @@
 // What holds for every network: properties of the adjustment on random ones.
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
 #include <map>
+#include <random>
 #include <string>
-#include <utility>
 #include <vector>
 
 #include "support/job.h"
@@ -54,12 +55,6 @@ struct RandomNetwork {
       }
     }
   }
-
-  void Enter(Job& job) const {
-    SetAdjParam(job, Errors(2.5, 0.003, 2e-6));
-    job.AddPoints(points);
-    job.ObserveAll(lines);
-  }
 };
 
 // By name: X, Y, H and the standard errors of position and height.
@@ -84,43 +79,41 @@ void ExpectSame(const Results& actual, const Results& expected, double tolerance
   }
 }
 
-// A random network, entered and adjusted.
+// A random network that has been entered and adjusted.
 struct Trial {
-  explicit Trial(std::uint32_t seed) : random(seed + 1000), network(seed) {
-    network.Enter(job);
-    expected = Adjust(job);
-  }
-  Results AdjustAnew() const {
-    Job other;
-    network.Enter(other);
-    return Adjust(other);
-  }
-
-  Random random;
+  std::mt19937 random;
   RandomNetwork network;
-  Job job;
-  Results expected;
+  Job job = Job();
+  Results expected = {};
 };
+
+Results EnterAndAdjust(const RandomNetwork& network, Job& job) {
+  SetAdjParam(job, Errors(2.5, 0.003, 2e-6));
+  job.AddPoints(network.points);
+  job.ObserveAll(network.lines);
+  return Adjust(job);
+}
+
+// That the network, entered anew as it is now, has these results.
+void ExpectResults(const RandomNetwork& network, const Results& expected, double tolerance) {
+  Job job;
+  ExpectSame(EnterAndAdjust(network, job), expected, tolerance);
+}
 
 void ForRandomNetworks(void (*check)(Trial&)) {
   for (std::uint32_t seed = 1; seed <= 20; ++seed) {
     SCOPED_TRACE(seed);
-    Trial trial(seed);
+    Trial trial{std::mt19937(seed), RandomNetwork(seed)};
+    trial.expected = EnterAndAdjust(trial.network, trial.job);
     check(trial);
   }
 }
 
 TEST(Properties, TheOrderOfEntryDoesNotMatter) {
   ForRandomNetworks([](Trial& t) {
-    const auto shuffle = [&](auto& list) {
-      for (std::size_t i = list.size(); i > 1; --i) {
-        std::swap(list[i - 1],
-                  list[static_cast<std::size_t>(t.random.Below(static_cast<std::int32_t>(i)))]);
-      }
-    };
-    shuffle(t.network.points);
-    shuffle(t.network.lines);
-    ExpectSame(t.AdjustAnew(), t.expected, 1e-8);
+    std::shuffle(t.network.points.begin(), t.network.points.end(), t.random);
+    std::shuffle(t.network.lines.begin(), t.network.lines.end(), t.random);
+    ExpectResults(t.network, t.expected, 1e-8);
   });
 }
 
@@ -136,16 +129,17 @@ TEST(Properties, AShiftOfTheOriginShiftsTheResults) {
       control.y += kShift[1];
       control.h += kShift[2];
     }
-    ExpectSame(t.AdjustAnew(), t.expected, 1e-6);
+    ExpectResults(t.network, t.expected, 1e-6);
   });
 }
 
 TEST(Properties, ATurnedCircleChangesItsOrientationOnly) {
   ForRandomNetworks([](Trial& t) {
     std::map<std::string, double> turns;  // whole degrees
-    for (const Job::NewPoint& p : t.network.points) turns[p.name] = t.random.Below(31) - 15;
+    for (const Job::NewPoint& p : t.network.points)
+      turns[p.name] = static_cast<int>(t.random() % 31) - 15;
     for (Job::NewObs& line : t.network.lines) line.obs.direction += turns[line.station];
-    ExpectSame(t.AdjustAnew(), t.expected, 1e-6);
+    ExpectResults(t.network, t.expected, 1e-6);
   });
 }
 
