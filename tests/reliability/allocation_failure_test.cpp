@@ -86,9 +86,12 @@ bool Rename(AdjustmentContext* job) {
 }
 
 bool AddAndDelete(AdjustmentContext* job) {
-  return (GetPointNum(job, kAside) == 9 || AddPoint(job, 9, MakePoint(kAside)) == 9) &&
-         (GetObsDataCount(job, 9) == 1 || AddObsData(job, 9, kNames[0], Distance(1)) == 9) &&
-         DeletePoint(job, 9) == 9;
+  const bool isAdded = GetPointNum(job, kAside) == 9 || AddPoint(job, 9, MakePoint(kAside)) == 9;
+  EXPECT_EQ(GetPointNum(job, kAside) == 9, isAdded);
+  const bool isObserved =
+      GetObsDataCount(job, 9) == 1 || AddObsData(job, 9, kNames[0], Distance(1)) == 9;
+  EXPECT_EQ(GetObsDataCount(job, 9) == 1, isObserved);
+  return isObserved && DeletePoint(job, 9) == 9;
 }
 
 bool Trilaterate(AdjustmentContext* job) {
