@@ -5,9 +5,9 @@
 
 #include <atomic>
 #include <cstdlib>
-#include <cstring>
 #include <new>
 #include <string>
+#include <string_view>
 
 #include "bench/grid_network.h"
 #include "brenu/brenu.h"
@@ -103,7 +103,7 @@ bool Trilaterate(AdjustmentContext* job) {
   for (const char* name : {kNames[2], kNames[3]}) {
     CircleRecord first, second;
     char text[255] = {};
-    std::strcpy(text, name);
+    std::string_view(name).copy(text, sizeof text - 1);
     if (GetTrilaterationDirection(job, &first, &second, text) != 1) return false;
     CalcTrilaterationpPoint(job, 1, first, second, name, &remaining);
   }
