@@ -5,7 +5,7 @@
 namespace brenu::fuzz {
 
 // A network with more points is read, but not computed, so that an input stays fast.  Networks up
-// to here reach both solvers, and all ways to order the unknowns of the sparse one.
+// to here reach both solvers, and have the sparse one divide its graph.
 inline constexpr unsigned kMostPoints = 150;
 
 // Every computation, each followed by every getter and both reports, which go to the file given.
