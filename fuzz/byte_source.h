@@ -37,7 +37,8 @@ class ByteSource {
 
   std::int32_t Index() {
     const std::uint8_t b = Byte();
-    if (b < 240) return b % 12;
+    if (b < 200) return b % 12;
+    if (b < 240) return b - 188;  // in networks from a file
     if (b < 246) return -1;
     if (b < 249) return std::numeric_limits<std::int32_t>::max();
     if (b < 252) return std::numeric_limits<std::int32_t>::min();

@@ -1,5 +1,6 @@
 #include "exercise.h"
 
+#include <algorithm>
 #include <cstdint>
 #include <cstdlib>
 #include <cstring>
@@ -8,8 +9,12 @@ namespace brenu::fuzz {
 
 namespace {
 
-// Stores of the file readers number their points 0, 1, 2...; hosts may choose larger indices.
-constexpr std::int32_t kIndices = 16;
+// Where indices end: the file readers number their points 0, 1, 2...; hosts may choose larger ones.
+std::int32_t EndOfIndices(AdjustmentContext* context) {
+  return static_cast<std::int32_t>(std::clamp(GetPointCount(context), 12U, kMostPoints)) + 4;
+}
+// Indices this far apart are close.
+constexpr std::int32_t kReach = 12;
 
 void ReadLine(AdjustmentContext* context, std::int32_t station, const char* target) {
   double d[4];
@@ -49,7 +54,7 @@ void Trilaterate(AdjustmentContext* context) {
 }  // namespace
 
 void CheckStore(AdjustmentContext* context) {
-  for (std::int32_t i = 0; i < kIndices; ++i) {
+  for (std::int32_t i = 0; i < EndOfIndices(context); ++i) {
     PointData point;
     if (GetPoint(context, i, &point) != i) continue;
     // Asking for results may have added a point under any index, a negative one too.
@@ -67,7 +72,7 @@ void ReadResults(AdjustmentContext* context) {
     CloseError record;
     GetCloseError(context, i, &record);
   }
-  for (std::int32_t i = -1; i < kIndices; ++i) {
+  for (std::int32_t i = -1; i < EndOfIndices(context); ++i) {
     PointData point;
     GetApproxResult(context, i, &point);
     PlaneResult plane;
@@ -80,7 +85,7 @@ void ReadResults(AdjustmentContext* context) {
     VerticalResult height;
     GetVerticalResult(context, i, &height);
     if (GetObsDataCount(context, i) == 0) continue;
-    for (std::int32_t k = 0; k < kIndices; ++k) {
+    for (std::int32_t k = std::max(i - kReach, 0); k <= i + kReach; ++k) {
       if (GetPoint(context, k, &point) == k) ReadLine(context, i, point.name);
     }
   }

@@ -4,14 +4,15 @@
 
 namespace brenu::fuzz {
 
-// A network with more points is read, but not computed, so that an input stays fast.
-inline constexpr unsigned kMostPoints = 12;
+// A network with more points is read, but not computed, so that an input stays fast.  Networks up
+// to here reach both solvers, and have the sparse one divide its graph.
+inline constexpr unsigned kMostPoints = 150;
 
 // Every computation, each followed by every getter and both reports, which go to the file given.
 // Ends the program when the names of the store and their index disagree.
 void Exercise(AdjustmentContext* context, const char* scratch);
 
-// Every getter for every point and pair of points.
+// Every getter for every point and every pair of points with indices close to each other.
 void ReadResults(AdjustmentContext* context);
 
 // Ends the program when a stored point is not found under its name.

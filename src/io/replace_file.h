@@ -15,9 +15,10 @@ enum class Replaced : std::uint8_t {
 //
 // The new contents are complete on the disk, in a file beside the old one, before they take its
 // place: whatever fails, the file holds all of the old text or all of the new.  The file keeps its
-// permissions and, as far as the system allows, its owner; a symbolic link keeps pointing to it;
-// another hard link keeps the old contents.  What is no ordinary file, or stands in a folder that
-// takes no new file, is written in place, without that promise.
+// permissions, its group and, as far as the system allows, its owner; a symbolic link keeps
+// pointing to it; another hard link keeps the old contents.  Where that cannot be done (a device, a
+// folder that takes no new file, a group that cannot be kept) the file is written in place, without
+// that promise.
 Replaced ReplaceFile(const char* path, std::string_view text);
 
 }  // namespace brenu

@@ -5,6 +5,7 @@
 #include <cerrno>
 #include <cstdlib>
 #include <memory>
+#include <optional>
 #include <string>
 #include <utility>
 
@@ -44,11 +45,10 @@ bool WriteAll(int fd, std::string_view text) {
   return true;
 }
 
-// The file that a path leads to, symbolic links followed as far as they go; the path itself when
-// that file does not exist.
+// The file that a path leads to, symbolic links followed; empty when the system cannot tell.
 std::string Resolve(const char* path) {
   const std::unique_ptr<char, void (*)(void*)> target(::realpath(path, nullptr), &std::free);
-  return target ? target.get() : path;
+  return target ? target.get() : std::string();
 }
 
 // A new file beside the one to be replaced; removed again unless it takes that one's place.
@@ -66,15 +66,19 @@ class Sibling {
 
   bool IsOpen() const { return m_isThere; }
 
-  bool TakeOver(const struct stat& old, std::string_view text) {
+  // Group and permissions of the old file, and its owner where files can be given away.
+  bool TakeRights(const struct stat& old) {
     // The owner first: changing it takes special permission bits away.
-    [[maybe_unused]] const int owned = ::fchown(m_file.Get(), old.st_uid, old.st_gid);
-    const bool complete = ::fchmod(m_file.Get(), old.st_mode & 07777) == 0 &&
-                          WriteAll(m_file.Get(), text) && ::fsync(m_file.Get()) == 0 &&
-                          m_file.Close();
-    if (!complete || ::rename(m_path.c_str(), m_target.c_str()) != 0) return false;
-    m_isThere = false;
-    return true;
+    const bool grouped = ::fchown(m_file.Get(), old.st_uid, old.st_gid) == 0 ||
+                         ::fchown(m_file.Get(), static_cast<uid_t>(-1), old.st_gid) == 0;
+    return grouped && ::fchmod(m_file.Get(), old.st_mode & 07777) == 0;
+  }
+  bool Write(std::string_view text) {
+    return WriteAll(m_file.Get(), text) && ::fsync(m_file.Get()) == 0 && m_file.Close();
+  }
+  bool TakePlace() {
+    m_isThere = ::rename(m_path.c_str(), m_target.c_str()) != 0;
+    return !m_isThere;
   }
 
  private:
@@ -93,6 +97,28 @@ Replaced WriteInPlace(Descriptor& file, bool isOrdinary, std::string_view text) 
   return Outcome(file.Close() && flushed);
 }
 
+// Whether a new file may not be made, or may not take the old one's place, where writing the old
+// one is another matter: a closed folder, somebody else's file in a folder of all, a mounted file.
+bool IsForbidden(int error) {
+  return error == EACCES || error == EPERM || error == EROFS || error == ENAMETOOLONG ||
+         error == EBUSY || error == EXDEV;
+}
+
+// Nothing where the file has to be written in place.  It has not when the disk is full: the old
+// contents must stay.
+std::optional<Replaced> WriteBeside(const char* path, const struct stat& old,
+                                    std::string_view text) {
+  std::string target = Resolve(path);
+  if (target.empty()) return std::nullopt;
+  Sibling sibling(std::move(target));
+  if (sibling.IsOpen()) {
+    if (!sibling.TakeRights(old)) return std::nullopt;
+    if (!sibling.Write(text)) return Replaced::kNotWritten;
+    if (sibling.TakePlace()) return Replaced::kDone;
+  }
+  return IsForbidden(errno) ? std::nullopt : std::optional(Replaced::kNotWritten);
+}
+
 }  // namespace
 
 Replaced ReplaceFile(const char* path, std::string_view text) {
@@ -105,12 +131,8 @@ Replaced ReplaceFile(const char* path, std::string_view text) {
   struct stat old {};
   if (!file.IsOpen() || ::fstat(file.Get(), &old) != 0) return Replaced::kNotOpened;
   if (!S_ISREG(old.st_mode)) return WriteInPlace(file, false, text);
-  Sibling sibling(Resolve(path));
-  if (sibling.IsOpen()) return Outcome(sibling.TakeOver(old, text));
-  // Only where the folder is closed to new files: with a full disk, the old contents must stay.
-  const bool isClosed =
-      errno == EACCES || errno == EPERM || errno == EROFS || errno == ENAMETOOLONG;
-  return isClosed ? WriteInPlace(file, true, text) : Replaced::kNotWritten;
+  const std::optional<Replaced> replaced = WriteBeside(path, old, text);
+  return replaced ? *replaced : WriteInPlace(file, true, text);
 }
 
 }  // namespace brenu

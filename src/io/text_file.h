@@ -21,6 +21,8 @@ class LineReader {
 
   // The path is passed to the system as it stands.
   explicit LineReader(const char* path);
+  LineReader(const LineReader&) = delete;
+  LineReader& operator=(const LineReader&) = delete;
 
   bool IsOpen() const { return m_file != nullptr; }
   // The next line without its line feed (a carriage return stays); false at the end of the file, or

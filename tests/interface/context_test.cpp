@@ -1,21 +1,16 @@
 // Parameters, null arguments, independence of contexts.
-#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <limits>
-#include <vector>
+#include <tuple>
+#include <type_traits>
+#include <utility>
 
 #include "support/job.h"
+#include "support/temp_file.h"
 
 namespace brenu::testing {
 namespace {
-
-using ::testing::Each;
-
-template <typename... T>
-std::vector<std::int64_t> Results(T... results) {
-  return {static_cast<std::int64_t>(results)...};
-}
 
 TEST(Parameters, FreshContextHoldsTheDefaultsAndKeepsWhatIsSet) {
   const Job job;
@@ -28,86 +23,98 @@ TEST(Parameters, FreshContextHoldsTheDefaultsAndKeepsWhatIsSet) {
   EXPECT_EQ(Bytes(GetAdjParam(nullptr)), Bytes(AdjParam{}));
 }
 
-TEST(NullContext, GivesTheNeutralValue) {
-  AdjustmentContext* const none = nullptr;
-  const ObsData obs = Distance(1.0);
-  PointData point = MakePoint("A");
-  ObsData obsOut{};
-  PlaneResult plane{};
-  VerticalResult vertical{};
-  CloseError closure{};
-  CircleRecord circle{};
-  char text[255] = {};
-  double d[12] = {};
-  int32_t n = 0;
-  uint32_t remaining = 0;
-  EndAdjustment(none);
-  SetAdjParam(none, AdjParam{});
-  const auto indices =
-      Results(AddPoint(none, 0, point), DeletePoint(none, 0), GetPoint(none, 0, &point),
-              GetOriginalPoint(none, 0, &point), SetPoint(none, 0, point), GetPointNum(none, "A"),
-              AddObsData(none, 0, "B", obs), AddObsData2(none, 0, "B", "C", obs, obs, 0),
-              DeleteObsData(none, 0, "B"), GetObsData(none, 0, "B", &obsOut),
-              SetObsData(none, 0, "B", obs));
-  EXPECT_THAT(indices, Each(-1));
-  const auto counts = Results(GetPointCount(none), GetObsDataCount(none, 0), GetNetType(none),
-                              DataSnooping(none, 1, 0.001, 0.001), GetCloseErrorCount(none),
-                              GetCloseErrorMark(none), SaveBrenuAdjustFile(none, "none"),
-                              GetTrilaterationDirection(none, &circle, &circle, text),
-                              GetTraverseResult(none, 0, d, d + 1, d + 2, d + 3, d + 4, d + 5,
-                                                d + 6, d + 7, d + 8, d + 9, d + 10, d + 11, &n));
-  EXPECT_THAT(counts, Each(0));
-  const auto answers = Results(
-      OpenBrenuAdjustFile(none, "none"), LoadKorvelAdjustFile(none, "none"), ApproxCalc(none),
-      GetApproxResult(none, 0, &point), LeastSquareAdj(none), NonDirectionAdj(none),
-      GetPlaneResult(none, 0, &plane), GetDirAngleResult(none, 0, "B", d, d + 1, d + 2),
-      GetLengthResult(none, 0, "B", d, d + 1, d + 2),
-      GetAzimuthResult(none, 0, "B", d, d + 1, d + 2),
-      GetAzAndLenPrecision(none, 0, "B", d, d + 1, d + 2, d + 3, &n),
-      GetVerticalResult(none, 0, &vertical),
-      GetHeightObsResult(none, 0, "B", d, d + 1, d + 2, d + 3), CalculateCloseError(none),
-      GetCloseError(none, 0, &closure), ExportResultFile(none, "none"),
-      ExportCloseErrorFile(none, "none"), JudgeTrilateration(none),
-      InitializeDataTrilateration(none), TrilaterationDirection(none),
-      CalcTrilaterationpPoint(none, 0, circle, circle, "A", &remaining));
-  EXPECT_THAT(answers, Each(0));
+// That the call fails with any one of its pointers null, and not with all of them in place.
+template <typename Result, typename... Args>
+void ExpectRefusesNull(std::type_identity_t<Result> failure, Result (*call)(Args...),
+                       std::type_identity_t<Args>... args) {
+  std::tuple<Args...> all(args...);
+  const auto callWithout = [&](auto& argument) {
+    if constexpr (std::is_pointer_v<std::remove_reference_t<decltype(argument)>>) {
+      const auto kept = std::exchange(argument, nullptr);
+      EXPECT_EQ(std::apply(call, all), failure);
+      argument = kept;
+    }
+  };
+  std::apply([&](auto&... each) { (callWithout(each), ...); }, all);
+  EXPECT_NE(std::apply(call, all), failure);
 }
 
-// Every call would succeed with its pointers in place.
-TEST(NullPointers, AreRefused) {
+TEST(NullPointers, AreRefusedByEveryFunction) {
   Job job;
-  job.AddPoints({{"A", 11, 0, 0, 10}, {"B", 11, 100, 0, 11}, {"P"}});
-  job.ObserveAll({{"A", "B", Direction(10)}, {"A", "P", {100.0, 55.0, 1.0, 45.0}}});
-  ASSERT_TRUE(LeastSquareAdj(job));
+  job.AddPoints({{"A", 11, 100, 100, 10}, {"B", 11, 100, 200, 11}, {"P"}});
+  job.ObserveAll({{"A", "B", {100, 130, 1, -1}},
+                  {"A", "P", {111.803, 66.3354, 2, 26.3354}},
+                  {"B", "A", Direction(310)},
+                  {"B", "P", {111.803, 13.2606, 1, -1}},
+                  {"P", "A", Direction(246.3354)},
+                  {"P", "B", Direction(193.2606)}});
+  PointData point = MakePoint("new");
+  ObsData obs = Distance(1);
   double d = 0;
-  int32_t n = 0;
-  const ObsData obs = Distance(1);
-  const auto indices = Results(
-      GetPoint(job, 0, nullptr), GetOriginalPoint(job, 0, nullptr), GetPointNum(job, nullptr),
-      AddObsData(job, 1, nullptr, obs), AddObsData2(job, 1, nullptr, "P", obs, obs, 0),
-      AddObsData2(job, 1, "P", nullptr, obs, obs, 0), DeleteObsData(job, 0, nullptr),
-      GetObsData(job, 0, "P", nullptr), SetObsData(job, 0, nullptr, obs));
-  EXPECT_THAT(indices, Each(-1));
-  const auto others = Results(OpenBrenuAdjustFile(job, nullptr), SaveBrenuAdjustFile(job, nullptr),
-                              LoadKorvelAdjustFile(job, nullptr), GetObsDataCount(job, 1),
-                              GetApproxResult(job, 0, nullptr), GetPlaneResult(job, 2, nullptr),
-                              GetVerticalResult(job, 2, nullptr));
-  EXPECT_THAT(others, Each(0));
+  std::int32_t n = 0;
+  ExpectRefusesNull(0, GetPointCount, job);
+  ExpectRefusesNull(-1, AddPoint, job, 3, point);
+  ExpectRefusesNull(-1, SetPoint, job, 3, MakePoint("N"));
+  ExpectRefusesNull(-1, GetPoint, job, 0, &point);
+  ExpectRefusesNull(-1, GetOriginalPoint, job, 0, &point);
+  ExpectRefusesNull(-1, GetPointNum, job, "A");
+  ExpectRefusesNull(-1, AddObsData, job, 3, "A", obs);
+  ExpectRefusesNull(-1, SetObsData, job, 3, "A", obs);
+  ExpectRefusesNull(-1, GetObsData, job, 3, "A", &obs);
+  ExpectRefusesNull(0, GetObsDataCount, job, 3);
+  ExpectRefusesNull(-1, DeleteObsData, job, 3, "A");
+  ExpectRefusesNull(-1, AddObsData2, job, 3, "A", "B", obs, obs, 0);
+  ExpectRefusesNull(-1, DeletePoint, job, 3);
+
+  ExpectRefusesNull(0, GetNetType, job);
+  ExpectRefusesNull(false, ApproxCalc, job);
+  ExpectRefusesNull(false, GetApproxResult, job, 0, &point);
+  ExpectRefusesNull(0, DataSnooping, job, 3, 0.001, 0.001);
+  ExpectRefusesNull(false, LeastSquareAdj, job);
+  PlaneResult plane;
+  VerticalResult height;
+  ExpectRefusesNull(false, GetPlaneResult, job, 2, &plane);
+  ExpectRefusesNull(false, GetVerticalResult, job, 2, &height);
   for (const ObsGetter getter : {GetDirAngleResult, GetLengthResult, GetAzimuthResult}) {
-    EXPECT_TRUE(getter(job, 0, "P", &d, &d, &d));
-    EXPECT_FALSE(getter(job, 0, nullptr, &d, &d, &d));
-    EXPECT_FALSE(getter(job, 0, "P", nullptr, &d, &d));
-    EXPECT_FALSE(getter(job, 0, "P", &d, nullptr, &d));
-    EXPECT_FALSE(getter(job, 0, "P", &d, &d, nullptr));
+    ExpectRefusesNull(false, getter, job, 0, "P", &d, &d, &d);
   }
-  EXPECT_TRUE(GetAzAndLenPrecision(job, 0, "P", &d, &d, &d, &d, &n));
-  EXPECT_FALSE(GetAzAndLenPrecision(job, 0, nullptr, &d, &d, &d, &d, &n));
-  EXPECT_FALSE(GetAzAndLenPrecision(job, 0, "P", nullptr, &d, &d, &d, &n));
-  EXPECT_FALSE(GetAzAndLenPrecision(job, 0, "P", &d, &d, &d, &d, nullptr));
-  EXPECT_TRUE(GetHeightObsResult(job, 0, "P", &d, &d, &d, &d));
-  EXPECT_FALSE(GetHeightObsResult(job, 0, nullptr, &d, &d, &d, &d));
-  EXPECT_FALSE(GetHeightObsResult(job, 0, "P", &d, &d, &d, nullptr));
-  EXPECT_EQ(GetPointCount(job), 3U);
+  ExpectRefusesNull(false, GetAzAndLenPrecision, job, 0, "P", &d, &d, &d, &d, &n);
+  ExpectRefusesNull(false, GetHeightObsResult, job, 0, "P", &d, &d, &d, &d);
+  const TempFile file;
+  ExpectRefusesNull(false, ExportResultFile, job, file.Path());
+
+  ExpectRefusesNull(false, CalculateCloseError, job);
+  CloseError closure;
+  ExpectRefusesNull(0, GetCloseErrorCount, job);
+  ExpectRefusesNull(false, GetCloseError, job, 0, &closure);
+  ExpectRefusesNull(0, GetCloseErrorMark, job);
+  ExpectRefusesNull(false, ExportCloseErrorFile, job, file.Path());
+  ExpectRefusesNull(0, GetTraverseResult, job, 2, &d, &d, &d, &d, &d, &d, &d, &d, &d, &d, &d, &d,
+                    &n);
+
+  AdjParam param = GetAdjParam(job);
+  param.format = 1;
+  SetAdjParam(job, param);
+  SetAdjParam(nullptr, param);
+  ExpectRefusesNull(false, NonDirectionAdj, job);
+  param.format = 3;
+  SetAdjParam(job, param);
+  CircleRecord first, second;
+  char text[255] = {};
+  std::uint32_t remaining = 0;
+  ExpectRefusesNull(false, JudgeTrilateration, job);
+  ExpectRefusesNull(false, InitializeDataTrilateration, job);
+  ExpectRefusesNull(0, GetTrilaterationDirection, job, &first, &second, text);
+  ExpectRefusesNull(false, CalcTrilaterationpPoint, job, 0, first, second, "P", &remaining);
+  EXPECT_FALSE(CalcTrilaterationpPoint(job, 0, CircleRecord{}, second, "P", &remaining));
+  EXPECT_FALSE(CalcTrilaterationpPoint(job, 0, first, CircleRecord{}, "P", &remaining));
+  CalcTrilaterationpPoint(job, 1, first, second, "P", &remaining);  // the other side
+  ExpectRefusesNull(false, TrilaterationDirection, job);
+
+  ExpectRefusesNull(0, SaveBrenuAdjustFile, job, file.Path());
+  ExpectRefusesNull(false, OpenBrenuAdjustFile, Job(), file.Path());
+  ExpectRefusesNull(false, LoadKorvelAdjustFile, Job(), TempFile().Path());
+  EndAdjustment(nullptr);
 }
 
 }  // namespace

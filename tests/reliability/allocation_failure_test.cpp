@@ -1,14 +1,17 @@
-// Memory ends at every single allocation of a small but complete job: each call reports it, and
-// once there is memory again the job goes on to the same results.
+// Memory ends at every single allocation of a small but complete job, and of the computations of a
+// network large enough for the sparse solver: each call reports it, and once there is memory again
+// the job goes on to the same results.
 #include <gtest/gtest.h>
 
 #include <atomic>
 #include <cstdlib>
-#include <iterator>
 #include <new>
 #include <string>
+#include <string_view>
 
+#include "bench/grid_network.h"
 #include "brenu/brenu.h"
+#include "fuzz/exercise.h"
 #include "support/job.h"
 #include "support/temp_file.h"
 
@@ -20,6 +23,11 @@ bool failed = false;
 long countdown = 0;
 std::atomic<long> blocks = 0;  // not freed yet; other tests have threads
 
+void* Allocate(std::size_t size) {
+  void* const block = std::malloc(size);
+  if (block != nullptr) ++blocks;
+  return block;
+}
 void Release(void* block) {
   if (block != nullptr) --blocks;
   std::free(block);
@@ -28,191 +36,170 @@ void Release(void* block) {
 }  // namespace
 
 void* operator new(std::size_t size) {
-  if (armed && countdown-- == 0) {
-    failed = true;
-    throw std::bad_alloc();
-  }
-  void* const block = std::malloc(size);
+  const bool fails = armed && countdown-- == 0;
+  failed = failed || fails;
+  void* const block = fails ? nullptr : Allocate(size);
   if (block == nullptr) throw std::bad_alloc();
-  ++blocks;
   return block;
 }
 // Algorithms ask this one for memory that they can do without.
-void* operator new(std::size_t size, const std::nothrow_t&) noexcept {
-  void* const block = std::malloc(size);
-  if (block != nullptr) ++blocks;
-  return block;
-}
+void* operator new(std::size_t size, const std::nothrow_t&) noexcept { return Allocate(size); }
 void operator delete(void* block) noexcept { Release(block); }
 void operator delete(void* block, std::size_t) noexcept { Release(block); }
 
 namespace brenu::testing {
 namespace {
 
-// Longer than strings hold without memory of their own.
-constexpr const char* kNames[] = {"the first control point", "the second control point",
-                                  "the first of the new points", "the second of the new points"};
-const char* input;
-const char* project;
-const char* report;
-const char* closures;
-const char* scratch;
+// Names longer than strings hold without memory of their own.
+constexpr const char* kNames[] = {"control point one", "control point two", "new point number one",
+                                  "new point number two"};
+constexpr const char* kAside = "to be deleted, from an index in between";
+constexpr char kInput[] =
+    "[PARAM]\nMO:2.5\nMS:0.005\nMR:0.000005\n\n"
+    "[PT]\ncontrol point one,11,1000,1000,10\ncontrol point two,11,1000,1400,12\n"
+    "new point number one,00,,,\nnew point number two,00,,,\n\n"
+    "[OBS]\ncontrol point one,control point two,0,400,2.001,\n"
+    "control point one,new point number one,270,300,1.0,\n"
+    "control point two,control point one,0,,,\n"
+    "control point two,new point number one,36.5212,500,-1.0,\n"
+    "new point number one,new point number two,90,400,1.002,\n"
+    "new point number one,control point one,180.00003,,,\n";
 
-bool Add(AdjustmentContext* job, int i, int type, double x, double y, double h) {
-  return AddPoint(job, i, MakePoint(kNames[i], type, x, y, h)) == i;
-}
-bool Obs(AdjustmentContext* job, int from, int to, ObsData obs) {
-  return AddObsData(job, from, kNames[to], obs) == from;
-}
+struct Paths {
+  const char *project, *report, *closures, *scratch;
+} paths;
 
-// The steps take no memory themselves.  Each can be repeated after it has failed.
+// A step takes no memory itself, and can be repeated after it has failed: what was done stays done,
+// what failed changed nothing.
 using Step = bool (*)(AdjustmentContext*);
-constexpr Step kSteps[] = {
-    [](AdjustmentContext* job) {
-      SetAdjParam(job, {2.5, 0.005, 5e-6, 4, 20, 4, 5, 3, 0});
-      return Add(job, 0, 11, 1000, 1000, 10);
-    },
-    [](AdjustmentContext* job) { return Add(job, 1, 11, 1000, 1400, 12); },
-    [](AdjustmentContext* job) { return Add(job, 2, 0, 0, 0, 0); },
-    [](AdjustmentContext* job) { return Add(job, 3, 0, 0, 0, 0); },
-    [](AdjustmentContext* job) {
-      return Obs(job, 0, 1, {400, 0, 2.001, -1});
-    },
-    [](AdjustmentContext* job) {
-      return Obs(job, 0, 2, {300, 270, 1.0, -1});
-    },
-    [](AdjustmentContext* job) {
-      return Obs(job, 1, 0, {0, 0, 0, -1});
-    },
-    [](AdjustmentContext* job) {
-      return Obs(job, 1, 2, {500, 36.5212, -1.0, -1});
-    },
-    [](AdjustmentContext* job) {
-      return Obs(job, 2, 3, {400, 90, 1.002, -1});
-    },
-    [](AdjustmentContext* job) {
-      return Obs(job, 2, 0, {0, 180.00003, 0, -1});
-    },
-    [](AdjustmentContext* job) {
-      for (const int target : {1, 2}) DeleteObsData(job, 3, kNames[target]);
-      return AddObsData2(job, 3, kNames[1], kNames[2], {300, 0, -0.001, -1}, {400, 90, 0, -1}, 0) ==
-             1;
-    },
-    [](AdjustmentContext* job) {
-      DeleteObsData(job, 3, kNames[0]);
-      return AddObsData2(job, 3, kNames[1], kNames[0], {0, 10, 0, -1}, {0, 63.0748, 0, -1}, 1) == 1;
-    },
-    [](AdjustmentContext* job) {
-      return SetPoint(job, 3, MakePoint("another name of that point")) == 3 &&
-             GetObsDataCount(job, 3) == 3;
-    },
-    [](AdjustmentContext* job) { return SetPoint(job, 3, MakePoint(kNames[3])) == 3; },
-    [](AdjustmentContext* job) {
-      if (GetPointNum(job, "to be deleted, from an index in between") < 0 &&
-          AddPoint(job, 9, MakePoint("to be deleted, from an index in between")) != 9) {
-        return false;
-      }
-      return DeletePoint(job, 9) == 9;
-    },
-    [](AdjustmentContext* job) { return ApproxCalc(job); },
-    [](AdjustmentContext* job) { return CalculateCloseError(job); },
-    [](AdjustmentContext* job) { return ExportCloseErrorFile(job, closures); },
-    [](AdjustmentContext* job) { return DataSnooping(job, 3, 0.001, 0.001) == 1; },
-    [](AdjustmentContext* job) { return LeastSquareAdj(job); },
-    [](AdjustmentContext* job) { return ExportResultFile(job, report); },
-    [](AdjustmentContext* job) { return SaveBrenuAdjustFile(job, project) == 1; },
-    [](AdjustmentContext*) {
-      AdjustmentContext* const other = StartAdjustment();
-      const bool read = OpenBrenuAdjustFile(other, input);
-      EndAdjustment(other);
-      return read;
-    },
-    [](AdjustmentContext* job) {
-      AdjParam param = GetAdjParam(job);
-      param.format = 3;
-      SetAdjParam(job, param);
-      CircleRecord first;
-      CircleRecord second;
-      char text[255] = {};
-      std::uint32_t remaining = 0;
-      if (!JudgeTrilateration(job) || !InitializeDataTrilateration(job)) return false;
-      for (const char* name : {kNames[2], kNames[3]}) {
-        std::string_view(name).copy(text, sizeof text);
-        text[std::string_view(name).size()] = '\0';
-        if (GetTrilaterationDirection(job, &first, &second, text) != 1) return false;
-        CalcTrilaterationpPoint(job, 1, first, second, name, &remaining);
-      }
-      return remaining == 0 && TrilaterationDirection(job);
-    },
-    [](AdjustmentContext* job) { return LeastSquareAdj(job); },
-};
 
-// Uses whatever a failure has left: nothing may be read beyond its end.
-void ReadResults(AdjustmentContext* job) {
-  for (int i = 0; i < 4; ++i) {
-    PointData point;
-    PlaneResult plane;
-    VerticalResult height;
-    double d[4];
-    std::int32_t n = 0;
-    if (GetPoint(job, i, &point) != i) continue;
-    EXPECT_EQ(GetPointNum(job, point.name), i);
-    GetApproxResult(job, i, &point);
-    GetPlaneResult(job, i, &plane);
-    GetVerticalResult(job, i, &height);
-    for (const char* target : kNames) {
-      GetDirAngleResult(job, i, target, d, d + 1, d + 2);
-      GetLengthResult(job, i, target, d, d + 1, d + 2);
-      GetAzAndLenPrecision(job, i, target, d, d + 1, d + 2, d + 3, &n);
-      GetHeightObsResult(job, i, target, d, d + 1, d + 2, d + 3);
-    }
-  }
-  ExportResultFile(job, scratch);
+bool AddPairs(AdjustmentContext* job) {
+  for (const int target : {0, 1, 2}) DeleteObsData(job, 3, kNames[target]);
+  return AddObsData2(job, 3, kNames[1], kNames[2], {300, 0, -0.001, -1}, {400, 90, 0, -1}, 0) ==
+             1 &&
+         AddObsData2(job, 3, kNames[1], kNames[0], {0, 10, 0, -1}, {0, 63.0748, 0, -1}, 1) == 1;
 }
 
-AdjustmentContext* Start() {
+bool Rename(AdjustmentContext* job) {
+  return SetPoint(job, 3, MakePoint("another name of that point")) == 3 &&
+         GetObsDataCount(job, 3) == 3 && SetPoint(job, 3, MakePoint(kNames[3])) == 3;
+}
+
+bool AddAndDelete(AdjustmentContext* job) {
+  const bool isAdded = GetPointNum(job, kAside) == 9 || AddPoint(job, 9, MakePoint(kAside)) == 9;
+  EXPECT_EQ(GetPointNum(job, kAside) == 9, isAdded);
+  const bool isObserved =
+      GetObsDataCount(job, 9) == 1 || AddObsData(job, 9, kNames[0], Distance(1)) == 9;
+  EXPECT_EQ(GetObsDataCount(job, 9) == 1, isObserved);
+  return isObserved && DeletePoint(job, 9) == 9;
+}
+
+bool Trilaterate(AdjustmentContext* job) {
+  AdjParam param = GetAdjParam(job);
+  param.format = 3;
+  SetAdjParam(job, param);
+  if (!JudgeTrilateration(job) || !InitializeDataTrilateration(job)) return false;
+  std::uint32_t remaining = 0;
+  for (const char* name : {kNames[2], kNames[3]}) {
+    CircleRecord first, second;
+    char text[255] = {};
+    std::string_view(name).copy(text, sizeof text - 1);
+    if (GetTrilaterationDirection(job, &first, &second, text) != 1) return false;
+    CalcTrilaterationpPoint(job, 1, first, second, name, &remaining);
+  }
+  return remaining == 0 && TrilaterationDirection(job);
+}
+
+bool Snoop(AdjustmentContext* job) {
+  return DataSnooping(job, static_cast<std::uint32_t>(GetNetType(job)), 0.001, 0.001) == 1;
+}
+
+constexpr Step kSteps[] = {
+    AddPairs,
+    Rename,
+    AddAndDelete,
+    ApproxCalc,
+    CalculateCloseError,
+    [](AdjustmentContext* job) { return ExportCloseErrorFile(job, paths.closures); },
+    Snoop,
+    LeastSquareAdj,
+    [](AdjustmentContext* job) { return ExportResultFile(job, paths.report); },
+    [](AdjustmentContext* job) { return SaveBrenuAdjustFile(job, paths.project) == 1; },
+    Trilaterate,
+    LeastSquareAdj};
+
+// With memory ending once on the way the step fails, and then succeeds.
+void Perform(Step step, AdjustmentContext* job) {
+  const bool earlier = failed;
   armed = true;
-  AdjustmentContext* const job = StartAdjustment();
+  const bool done = step(job);
   armed = false;
-  return job;
+  ASSERT_EQ(done, earlier || !failed);
+  if (done) return;
+  // Uses whatever the failure has left: nothing may be read beyond its end.
+  fuzz::CheckStore(job);
+  fuzz::ReadResults(job);
+  ExportResultFile(job, paths.scratch);
+  ASSERT_TRUE(step(job));
+}
+
+// Does the same again and again, first with all the memory it wants, then failing at allocation 0,
+// 1, 2...; what it gives back must not change.
+template <typename Attempt>
+void FailEverywhere(Attempt attempt) {
+  std::string expected;
+  failed = true;
+  for (long n = -1; failed; ++n) {
+    SCOPED_TRACE(n);
+    countdown = n;
+    failed = n < 0;
+    const long before = blocks;
+    {
+      const std::string written = attempt();
+      if (n < 0) expected = written;
+      ASSERT_EQ(written, expected);
+    }
+    ASSERT_TRUE(n < 0 || blocks == before);
+    if (::testing::Test::HasFailure()) return;
+  }
 }
 
 TEST(AllocationFailure, IsReportedAndForgotten) {
-  const TempFile files[] = {TempFile("[PT]\na name that needs memory,11,1,1,1\nB,00,,,\n\n[OBS]\n"
-                                     "a name that needs memory,B,0.0,5.0,1.0,\n"),
-                            TempFile(), TempFile(), TempFile(), TempFile()};
-  input = files[0].Path();
-  project = files[1].Path();
-  report = files[2].Path();
-  closures = files[3].Path();
-  scratch = files[4].Path();
-  std::string expected[3];
-  // The first job has all the memory it wants; then job n fails at allocation n.
-  bool more = true;
-  for (long n = -1; more; ++n) {
-    countdown = n;
-    failed = false;
-    const long before = blocks;
-    AdjustmentContext* job = Start();
-    EXPECT_EQ(job == nullptr, failed);
-    if (job == nullptr) job = Start();
-    for (const Step& step : kSteps) {
-      const bool earlier = failed;
+  const TempFile input(kInput), project, report, closures, scratch;
+  paths = {project.Path(), report.Path(), closures.Path(), scratch.Path()};
+  FailEverywhere([&] {
+    AdjustmentContext* job = nullptr;
+    bool isRead = false;
+    for (int i = 0; i < 2 && !isRead; ++i) {
+      EndAdjustment(job);
       armed = true;
-      const bool done = step(job);
+      job = StartAdjustment();
+      isRead = OpenBrenuAdjustFile(job, input.Path());
       armed = false;
-      ASSERT_EQ(done, earlier || !failed) << "step " << &step - kSteps << ", allocation " << n;
-      if (done) continue;
-      ReadResults(job);
-      ASSERT_TRUE(step(job)) << "step " << &step - kSteps << ", allocation " << n;
+      EXPECT_TRUE(isRead || failed);
+      fuzz::CheckStore(job);
     }
+    for (const Step step : kSteps) Perform(step, job);
     EndAdjustment(job);
-    ASSERT_EQ(blocks, before) << "allocation " << n;
-    for (int i = 0; i < 3; ++i) {
-      if (n < 0) expected[i] = files[i + 1].Text();
-      ASSERT_EQ(files[i + 1].Text(), expected[i]) << "allocation " << n;
+    return project.Text() + report.Text() + closures.Text();
+  });
+}
+
+// The computations of networks large enough for the sparse solver.
+TEST(AllocationFailure, IsForgottenInLargeNetworks) {
+  const TempFile report, scratch;
+  paths = {nullptr, report.Path(), nullptr, scratch.Path()};
+  for (const auto& network : {GridNetwork(4, 6, PointOrder::kShuffled).Plane(),
+                              GridNetwork(8, 8, PointOrder::kShuffled).Levelling()}) {
+    const Job job;
+    Enter(network, job);
+    for (const Step step : {LeastSquareAdj, Snoop}) {
+      FailEverywhere([&] {
+        Perform(step, job);
+        EXPECT_TRUE(ExportResultFile(job, paths.report));
+        return report.Text();
+      });
     }
-    more = n < 0 || failed;
   }
 }
 
