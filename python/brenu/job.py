@@ -18,12 +18,18 @@ Result = TypeVar("Result")
 Path = Union[str, bytes, "os.PathLike[str]"]
 
 
+# Stays where there is no plane network: the library says true all the same.
+_NOT_PLACED = 2**32 - 1
+
+
 def _path(path: Path) -> bytes:
     """The narrow string of a path, which the library passes on unchanged."""
     path = os.fspath(path)
-    if isinstance(path, bytes):
-        return path
-    return path.encode("mbcs") if sys.platform == "win32" else os.fsencode(path)
+    if isinstance(path, str):
+        path = path.encode("mbcs") if sys.platform == "win32" else os.fsencode(path)
+    if b"\0" in path:
+        raise ValueError(f"a NUL in the path {path!r}")
+    return path
 
 
 def _check(done: bool, what: str) -> None:
@@ -39,13 +45,18 @@ class Job:
 
     def __init__(self, encoding: str = "utf-8"):
         self._text = records.Coding(encoding)
-        self._context = C.StartAdjustment()
-        if not self._context:
+        self._open = C.StartAdjustment()
+        if not self._open:
             raise MemoryError("no room for a job")
+
+    @property
+    def _context(self) -> int:
+        _check(self._open is not None, "the job is closed")
+        return self._open
 
     def end_adjustment(self) -> None:
         """Frees the job; calling it again does nothing."""
-        context, self._context = getattr(self, "_context", None), None
+        context, self._open = getattr(self, "_open", None), None
         if context:
             C.EndAdjustment(context)
 
@@ -266,7 +277,7 @@ class Job:
         self, right: bool, first: CircleRecord, second: CircleRecord, name: str
     ) -> int:
         """Places the point on one side of the line from first to second; how many are left."""
-        remaining = c_uint32()
+        remaining = c_uint32(_NOT_PLACED)
         done = C.CalcTrilaterationpPoint(
             self._context,
             1 if right else 0,
@@ -275,7 +286,8 @@ class Job:
             self._text.encode(name),
             byref(remaining),
         )
-        _check(done, f"the point {name!r} cannot be placed")
+        placed = done and remaining.value != _NOT_PLACED
+        _check(placed, f"the point {name!r} cannot be placed")
         return remaining.value
 
     # ---- Help ----

@@ -140,8 +140,9 @@ def python_type(kind):
         None: "void", ctypes.c_void_p: "pointer", ctypes.c_char_p: "text",
         ctypes.c_uint8: "uint8", **{c: name for name, c in C_TYPES.items()},
     }
-    if kind in names:
-        return names[kind]
+    for known in kind.__mro__ if kind else [None]:
+        if known in names:
+            return names[known]
     if issubclass(kind, ctypes._Pointer):
         return "&" + python_type(kind._type_)
     return kind.__name__
