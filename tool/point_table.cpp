@@ -1,5 +1,7 @@
 #include "point_table.h"
 
+#include <utility>
+
 #include "format.h"
 #include "text_table.h"
 

@@ -26,8 +26,10 @@ bool IsTerminal() {
 
 }  // namespace
 
-// Back to the left margin and erase to the end of the line.
-const char* LineStart() { return IsTerminal() ? "\r\033[K" : ""; }
+// Over what stands there with blanks: an escape sequence that erases is text to Windows consoles.
+const char* LineStart() {
+  return IsTerminal() ? "\r                                                \r" : "";
+}
 
 Progress::Progress() {
   if (!IsTerminal()) return;

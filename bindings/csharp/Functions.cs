@@ -192,6 +192,7 @@ public static class Native
     [return: MarshalAs(UnmanagedType.I1)]
     public static extern bool TrilaterationDirection(IntPtr context);
 
+    // direction: an array of 255 bytes.
     [DllImport(Library)]
     public static extern int GetTrilaterationDirection(
         IntPtr context, out CircleRecord first, out CircleRecord second,

@@ -38,7 +38,7 @@ extern "C" {
 
 typedef struct AdjustmentContext AdjustmentContext; /* one job; opaque */
 
-typedef struct AdjParam { /* 48 bytes */
+typedef struct AdjParam { /* 48 bytes: the parameters */
   double MO;              /* a-priori standard error of a direction or azimuth, arc-seconds; 2.5 */
   double MS;         /* constant part of that of a distance, in the unit of the distances; 5.0 */
   double MR;         /* part of it proportional to the length; 5 mm + 5 ppm is MS 0.005, MR 5e-6 */
@@ -50,7 +50,7 @@ typedef struct AdjParam { /* 48 bytes */
   int32_t format;    /* 0 ordinary, 1 traverse without orientation, 3 distances only; 0 */
 } AdjParam;
 
-typedef struct PointData { /* 160 bytes */
+typedef struct PointData { /* 160 bytes: a point */
   char name[128];          /* NUL-terminated; the point's identity */
   int32_t type;            /* tens digit 1: plane coordinates known; units digit 1: height known */
   int32_t reserved;        /* not used */
@@ -81,14 +81,14 @@ typedef struct CloseError {  /* 344 bytes: the closure error of a line, a loop o
   char reserved2[21];        /* not used */
 } CloseError;
 
-typedef struct PlaneResult { /* 64 bytes */
+typedef struct PlaneResult { /* 64 bytes: a point of the plane network, adjusted */
   double x, y;               /* adjusted coordinates, metres */
   double mx, my, mp;         /* their standard errors and that of the position, metres */
   double e, f;               /* semi-axes of the error ellipse, metres; 0 for control points */
   double t;                  /* azimuth of the major semi-axis, dd.mmss */
 } PlaneResult;
 
-typedef struct VerticalResult { /* 24 bytes */
+typedef struct VerticalResult { /* 24 bytes: a point of the levelling network, adjusted */
   double correction;            /* to the approximate height, metres */
   double height;                /* adjusted height, metres */
   double sigma;                 /* its standard error, metres */
@@ -194,8 +194,9 @@ BRENU_API bool LeastSquareAdj(AdjustmentContext* context);
  * format is 1, without such a traverse, or when it leaves a point with measured sides out. */
 BRENU_API bool NonDirectionAdj(AdjustmentContext* context);
 /* Adjusts, takes out the observation with the largest standardised residual above the two-sided
- * critical value and repeats until none is left above it.  kind must equal the network type;
- * levelAlpha and planeAlpha are levels of significance, such as 0.001.  1 or 0. */
+ * critical value and repeats until none is left above it.  levelAlpha and planeAlpha are levels of
+ * significance between 0 and 1, such as 0.001; one whose network is not there is not used.  1; 0
+ * unless kind equals the network type, and when the network cannot be adjusted. */
 BRENU_API int32_t DataSnooping(AdjustmentContext* context, uint32_t kind, double levelAlpha,
                                double planeAlpha);
 
@@ -260,7 +261,7 @@ BRENU_API bool JudgeTrilateration(AdjustmentContext* context);
 /* Prepares the plane network; false for network types other than 2 and 3. */
 BRENU_API bool InitializeDataTrilateration(AdjustmentContext* context);
 /* When all points are placed, sets the plane network up with their coordinates and derives the
- * directions of the measured lines. */
+ * directions of the measured lines; false otherwise. */
 BRENU_API bool TrilaterationDirection(AdjustmentContext* context);
 /* The next point that can be placed (or the one named in `direction` on entry) and the two circles
  * that meet in it; the names in them are valid until the next call on the context.  `direction`
@@ -270,7 +271,9 @@ BRENU_API int32_t GetTrilaterationDirection(AdjustmentContext* context, CircleRe
                                             CircleRecord* second, char direction[255]);
 /* Places the point on the left (side 0) or on the right (side not 0) of the line from the first to
  * the second centre, in the sense of the axes X north and Y east, and gives the number of points
- * left to place: one less, or the same when the circles do not meet on that side. */
+ * left to place: one less, or the same when the circles do not meet on that side or a centre is no
+ * point.  Take care: true also without a plane network, where `remaining` stays as it is, and an
+ * unknown name, or that of a point placed before, is counted as one more placed. */
 BRENU_API bool CalcTrilaterationpPoint(AdjustmentContext* context, uint8_t side, CircleRecord first,
                                        CircleRecord second, const char* name, uint32_t* remaining);
 

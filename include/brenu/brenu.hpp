@@ -216,8 +216,10 @@ class Context {
   std::optional<std::uint32_t> Place(const std::string& name, const PlacementChoice& choice,
                                      bool right) {
     return Ask<std::uint32_t>([&](std::uint32_t& remaining) {
+      remaining = UINT32_MAX;  // stays without a plane network
       return CalcTrilaterationpPoint(Get(), right ? 1 : 0, choice.first, choice.second,
-                                     name.c_str(), &remaining);
+                                     name.c_str(), &remaining) &&
+             remaining != UINT32_MAX;
     });
   }
   [[nodiscard]] bool FinishPlacing() { return TrilaterationDirection(Get()); }

@@ -18,12 +18,18 @@ Result = TypeVar("Result")
 Path = Union[str, bytes, "os.PathLike[str]"]
 
 
+# Stays where there is no plane network: the library says true all the same.
+_NOT_PLACED = 2**32 - 1
+
+
 def _path(path: Path) -> bytes:
     """The narrow string of a path, which the library passes on unchanged."""
     path = os.fspath(path)
-    if isinstance(path, bytes):
-        return path
-    return path.encode("mbcs") if sys.platform == "win32" else os.fsencode(path)
+    if isinstance(path, str):
+        path = path.encode("mbcs") if sys.platform == "win32" else os.fsencode(path)
+    if b"\0" in path:
+        raise ValueError(f"a NUL in the path {path!r}")
+    return path
 
 
 def _check(done: bool, what: str) -> None:
@@ -39,13 +45,18 @@ class Job:
 
     def __init__(self, encoding: str = "utf-8"):
         self._text = records.Coding(encoding)
-        self._context = C.StartAdjustment()
-        if not self._context:
+        self._open = C.StartAdjustment()
+        if not self._open:
             raise MemoryError("no room for a job")
+
+    @property
+    def _context(self) -> int:
+        _check(self._open is not None, "the job is closed")
+        return self._open
 
     def end_adjustment(self) -> None:
         """Frees the job; calling it again does nothing."""
-        context, self._context = getattr(self, "_context", None), None
+        context, self._open = getattr(self, "_open", None), None
         if context:
             C.EndAdjustment(context)
 
@@ -65,6 +76,7 @@ class Job:
         C.SetAdjParam(self._context, self._text.to_c(param))
 
     def get_adj_param(self) -> AdjParam:
+        """A copy of the parameters."""
         return self._text.from_c(C.GetAdjParam(self._context), AdjParam)
 
     def open_brenu_adjust_file(self, path: Path) -> None:
@@ -85,6 +97,7 @@ class Job:
     # ---- Points ----
 
     def get_point_count(self) -> int:
+        """The number of points."""
         return C.GetPointCount(self._context)
 
     def add_point(self, index: int, point: PointData) -> None:
@@ -97,6 +110,7 @@ class Job:
         _check(C.DeletePoint(self._context, index) >= 0, f"there is no point {index}")
 
     def get_point(self, index: int) -> PointData | None:
+        """The point as it is stored."""
         return self._point(C.GetPoint, index)
 
     def get_original_point(self, index: int) -> PointData | None:
@@ -116,6 +130,7 @@ class Job:
     # ---- Observations ----
 
     def get_obs_data_count(self, station: int) -> int:
+        """The number of targets stored for the station, 0 when there is no such point."""
         return C.GetObsDataCount(self._context, station)
 
     def add_obs_data(self, station: int, target: str, observation: ObsData) -> None:
@@ -144,15 +159,18 @@ class Job:
         _check(done == 1, f"the observations {station} to {target1!r}, {target2!r} are refused")
 
     def delete_obs_data(self, station: int, target: str) -> None:
+        """Removes an observation."""
         done = C.DeleteObsData(self._context, *self._pair(station, target))
         _check(done >= 0, f"there is no observation {station} to {target!r}")
 
     def get_obs_data(self, station: int, target: str) -> ObsData | None:
+        """The observation as it is stored."""
         out = layouts.ObsData()
         found = C.GetObsData(self._context, *self._pair(station, target), byref(out)) >= 0
         return self._text.from_c(out, ObsData) if found else None
 
     def set_obs_data(self, station: int, target: str, observation: ObsData) -> None:
+        """Overwrites an observation that is there."""
         done = C.SetObsData(self._context, *self._pair(station, target), self._obs(observation))
         _check(done >= 0, f"there is no observation {station} to {target!r}")
 
@@ -186,6 +204,7 @@ class Job:
     # ---- Results ----
 
     def get_plane_result(self, index: int) -> PlaneResult | None:
+        """Adjusted coordinates with their standard errors and the error ellipse."""
         return self._record(C.GetPlaneResult, layouts.PlaneResult, PlaneResult, index)
 
     def get_dir_angle_result(self, station: int, target: str) -> ObservationResult | None:
@@ -201,25 +220,29 @@ class Job:
         return self._observed(C.GetAzimuthResult, ObservationResult, station, target)
 
     def get_az_and_len_precision(self, station: int, target: str) -> LinePrecision | None:
+        """Azimuth and length from adjusted coordinates; None for two plane control points."""
         return self._observed(C.GetAzAndLenPrecision, LinePrecision, station, target)
 
     def get_vertical_result(self, index: int) -> VerticalResult | None:
-        """Take care: an index without a point gets an empty point."""
+        """Adjusted height.  Take care: an index without a point gets an empty point."""
         return self._record(C.GetVerticalResult, layouts.VerticalResult, VerticalResult, index)
 
     def get_height_obs_result(self, station: int, target: str) -> HeightObsResult | None:
-        """Take care: an index without a point gets an empty point."""
+        """Of a levelled line, with the weight.  Take care: as get_vertical_result."""
         return self._observed(C.GetHeightObsResult, HeightObsResult, station, target)
 
     # ---- Closure errors, reports, traverses ----
 
     def calculate_close_error(self) -> None:
+        """Closure errors of levelling lines, loops and traverses."""
         _check(C.CalculateCloseError(self._context), "closure errors cannot be computed")
 
     def get_close_error_count(self) -> int:
+        """The number of closure errors, 0 before they are computed."""
         return C.GetCloseErrorCount(self._context)
 
     def get_close_error(self, index: int) -> CloseError | None:
+        """The closure error of this index, counted from 0."""
         return self._record(C.GetCloseError, layouts.CloseError, CloseError, index)
 
     def get_close_error_mark(self) -> bool:
@@ -227,14 +250,17 @@ class Job:
         return C.GetCloseErrorMark(self._context) == 1
 
     def export_result_file(self, path: Path) -> None:
+        """Writes the report of all results, its labels in code page 936."""
         done = C.ExportResultFile(self._context, _path(path))
         _check(done, f"the report {path!r} cannot be written in full")
 
     def export_close_error_file(self, path: Path) -> None:
+        """Writes the report of the closure errors; without any, it fails and no file is made."""
         done = C.ExportCloseErrorFile(self._context, _path(path))
         _check(done, f"the report {path!r} cannot be written")
 
     def get_traverse_result(self, index: int) -> TraverseRow | None:
+        """The row of a point in the traverses computed last; None for a point on none."""
         values = [c_double() for _ in range(12)] + [c_int32()]
         found = C.GetTraverseResult(self._context, index, *map(byref, values)) == 1
         return TraverseRow(*[v.value for v in values]) if found else None
@@ -246,6 +272,7 @@ class Job:
         _check(C.JudgeTrilateration(self._context), "this is no network of distances only")
 
     def initialize_data_trilateration(self) -> None:
+        """Prepares the plane network for placing."""
         _check(C.InitializeDataTrilateration(self._context), "there is no plane network")
 
     def trilateration_direction(self) -> None:
@@ -266,7 +293,7 @@ class Job:
         self, right: bool, first: CircleRecord, second: CircleRecord, name: str
     ) -> int:
         """Places the point on one side of the line from first to second; how many are left."""
-        remaining = c_uint32()
+        remaining = c_uint32(_NOT_PLACED)
         done = C.CalcTrilaterationpPoint(
             self._context,
             1 if right else 0,
@@ -275,7 +302,8 @@ class Job:
             self._text.encode(name),
             byref(remaining),
         )
-        _check(done, f"the point {name!r} cannot be placed")
+        placed = done and remaining.value != _NOT_PLACED
+        _check(placed, f"the point {name!r} cannot be placed")
         return remaining.value
 
     # ---- Help ----

@@ -6,10 +6,22 @@ from ctypes import POINTER, c_bool, c_char_p, c_double, c_int32, c_uint8, c_uint
 
 from . import layouts as rec
 
+
+class _Index(c_int32):
+    """An index as an argument; ctypes itself would cut it to 32 bits and find another point."""
+
+    @classmethod
+    def from_param(cls, value: int) -> c_int32:
+        index = c_int32(value)
+        if index.value != value:
+            raise OverflowError(f"the index {value} does not fit 32 bits")
+        return index
+
+
 _CONTEXT = c_void_p
 _TEXT = c_char_p
 _OUT = POINTER(c_double)
-_OBS_GETTER = (c_bool, [_CONTEXT, c_int32, _TEXT, _OUT, _OUT, _OUT])
+_OBS_GETTER = (c_bool, [_CONTEXT, _Index, _TEXT, _OUT, _OUT, _OUT])
 
 
 def _doubles(count: int) -> list[type]:
@@ -26,40 +38,40 @@ PROTOTYPES = {
     "SaveBrenuAdjustFile": (c_int32, [_CONTEXT, _TEXT]),
     "LoadKorvelAdjustFile": (c_bool, [_CONTEXT, _TEXT]),
     "GetPointCount": (c_uint32, [_CONTEXT]),
-    "AddPoint": (c_int32, [_CONTEXT, c_int32, rec.PointData]),
-    "DeletePoint": (c_int32, [_CONTEXT, c_int32]),
-    "GetPoint": (c_int32, [_CONTEXT, c_int32, POINTER(rec.PointData)]),
-    "GetOriginalPoint": (c_int32, [_CONTEXT, c_int32, POINTER(rec.PointData)]),
-    "SetPoint": (c_int32, [_CONTEXT, c_int32, rec.PointData]),
+    "AddPoint": (c_int32, [_CONTEXT, _Index, rec.PointData]),
+    "DeletePoint": (c_int32, [_CONTEXT, _Index]),
+    "GetPoint": (c_int32, [_CONTEXT, _Index, POINTER(rec.PointData)]),
+    "GetOriginalPoint": (c_int32, [_CONTEXT, _Index, POINTER(rec.PointData)]),
+    "SetPoint": (c_int32, [_CONTEXT, _Index, rec.PointData]),
     "GetPointNum": (c_int32, [_CONTEXT, _TEXT]),
-    "GetObsDataCount": (c_int32, [_CONTEXT, c_int32]),
-    "AddObsData": (c_int32, [_CONTEXT, c_int32, _TEXT, rec.ObsData]),
+    "GetObsDataCount": (c_int32, [_CONTEXT, _Index]),
+    "AddObsData": (c_int32, [_CONTEXT, _Index, _TEXT, rec.ObsData]),
     "AddObsData2": (
         c_int32,
-        [_CONTEXT, c_int32, _TEXT, _TEXT, rec.ObsData, rec.ObsData, c_uint8],
+        [_CONTEXT, _Index, _TEXT, _TEXT, rec.ObsData, rec.ObsData, c_uint8],
     ),
-    "DeleteObsData": (c_int32, [_CONTEXT, c_int32, _TEXT]),
-    "GetObsData": (c_int32, [_CONTEXT, c_int32, _TEXT, POINTER(rec.ObsData)]),
-    "SetObsData": (c_int32, [_CONTEXT, c_int32, _TEXT, rec.ObsData]),
+    "DeleteObsData": (c_int32, [_CONTEXT, _Index, _TEXT]),
+    "GetObsData": (c_int32, [_CONTEXT, _Index, _TEXT, POINTER(rec.ObsData)]),
+    "SetObsData": (c_int32, [_CONTEXT, _Index, _TEXT, rec.ObsData]),
     "GetNetType": (c_int32, [_CONTEXT]),
     "ApproxCalc": (c_bool, [_CONTEXT]),
-    "GetApproxResult": (c_bool, [_CONTEXT, c_int32, POINTER(rec.PointData)]),
+    "GetApproxResult": (c_bool, [_CONTEXT, _Index, POINTER(rec.PointData)]),
     "LeastSquareAdj": (c_bool, [_CONTEXT]),
     "NonDirectionAdj": (c_bool, [_CONTEXT]),
     "DataSnooping": (c_int32, [_CONTEXT, c_uint32, c_double, c_double]),
-    "GetPlaneResult": (c_bool, [_CONTEXT, c_int32, POINTER(rec.PlaneResult)]),
+    "GetPlaneResult": (c_bool, [_CONTEXT, _Index, POINTER(rec.PlaneResult)]),
     "GetDirAngleResult": _OBS_GETTER,
     "GetLengthResult": _OBS_GETTER,
     "GetAzimuthResult": _OBS_GETTER,
     "GetAzAndLenPrecision": (
         c_bool,
-        [_CONTEXT, c_int32, _TEXT, _OUT, _OUT, _OUT, _OUT, POINTER(c_int32)],
+        [_CONTEXT, _Index, _TEXT, _OUT, _OUT, _OUT, _OUT, POINTER(c_int32)],
     ),
-    "GetVerticalResult": (c_bool, [_CONTEXT, c_int32, POINTER(rec.VerticalResult)]),
-    "GetHeightObsResult": (c_bool, [_CONTEXT, c_int32, _TEXT, _OUT, _OUT, _OUT, _OUT]),
+    "GetVerticalResult": (c_bool, [_CONTEXT, _Index, POINTER(rec.VerticalResult)]),
+    "GetHeightObsResult": (c_bool, [_CONTEXT, _Index, _TEXT, _OUT, _OUT, _OUT, _OUT]),
     "CalculateCloseError": (c_bool, [_CONTEXT]),
     "GetCloseErrorCount": (c_int32, [_CONTEXT]),
-    "GetCloseError": (c_bool, [_CONTEXT, c_int32, POINTER(rec.CloseError)]),
+    "GetCloseError": (c_bool, [_CONTEXT, _Index, POINTER(rec.CloseError)]),
     "GetCloseErrorMark": (c_int32, [_CONTEXT]),
     "ExportResultFile": (c_bool, [_CONTEXT, _TEXT]),
     "ExportCloseErrorFile": (c_bool, [_CONTEXT, _TEXT]),
@@ -74,7 +86,7 @@ PROTOTYPES = {
         c_bool,
         [_CONTEXT, c_uint8, rec.CircleRecord, rec.CircleRecord, _TEXT, POINTER(c_uint32)],
     ),
-    "GetTraverseResult": (c_int32, [_CONTEXT, c_int32, *[_OUT] * 12, POINTER(c_int32)]),
+    "GetTraverseResult": (c_int32, [_CONTEXT, _Index, *[_OUT] * 12, POINTER(c_int32)]),
     "CentreCorrect": (None, [*_doubles(4), _OUT, _OUT]),
     "DovCorrect": (c_double, _doubles(4)),
     "HeightMarkCorrect": (c_double, _doubles(5)),

@@ -118,8 +118,11 @@ class Coding:
         return (data or b"").decode(self.encoding, "surrogateescape")
 
     def to_c(self, record: object) -> ctypes.Structure:
-        """The record as it lies in memory; ValueError for a name that does not fit."""
-        struct = getattr(layouts, type(record).__name__)()
+        """The record as it lies in memory; ValueError for a name or a number that does not fit."""
+        layout = getattr(layouts, type(record).__name__, None)
+        if layout is None:
+            raise TypeError(f"{record!r} is no record")
+        struct = layout()
         for field in fields(record):  # type: ignore[arg-type]
             value = getattr(record, field.name)
             if isinstance(value, str):
@@ -128,6 +131,9 @@ class Coding:
                 if isinstance(getattr(struct, field.name), bytes) and len(value) >= room:
                     raise ValueError(f"{value!r} is longer than {room - 1} bytes")
             setattr(struct, field.name, value)
+            stored = getattr(struct, field.name)
+            if isinstance(stored, int) and stored != value:
+                raise ValueError(f"{field.name} {value} does not fit 32 bits")
         return struct
 
     def from_c(self, struct: ctypes.Structure, kind: type[Record]) -> Record:

@@ -1,5 +1,6 @@
 """The package on small jobs; BRENU_LIBRARY names the library."""
 
+import ctypes
 import os
 import tempfile
 import unittest
@@ -62,6 +63,17 @@ class Levelling(unittest.TestCase):
         self.assertIsNone(self.job.get_point_num("nobody"))
         self.assertIsNone(self.job.get_close_error(0))
 
+    def test_numbers_beyond_32_bits(self):
+        with self.assertRaises(ctypes.ArgumentError):
+            self.job.delete_point(2**32)
+        with self.assertRaises(ValueError):
+            self.job.set_adj_param(brenu.AdjParam(Limit=2**32))
+
+    def test_a_closed_job_is_no_empty_one(self):
+        self.job.close()
+        with self.assertRaises(BrenuError):
+            self.job.get_point_count()
+
     def test_files(self):
         with tempfile.TemporaryDirectory() as folder:
             path = os.path.join(folder, "net.txt")
@@ -71,6 +83,8 @@ class Levelling(unittest.TestCase):
                 self.assertEqual(again.get_point(2), self.job.get_point(2))
             with self.assertRaises(BrenuError):
                 self.job.open_brenu_adjust_file(os.path.join(folder, "missing.txt"))
+            with self.assertRaises(ValueError):
+                self.job.open_brenu_adjust_file(path + "\0.old")
 
 
 class Text(unittest.TestCase):
@@ -90,6 +104,11 @@ class Text(unittest.TestCase):
 
 
 class Trilateration(unittest.TestCase):
+    def test_nothing_is_placed_without_a_plane_network(self):
+        circle = brenu.CircleRecord("A", 0.0, 0.0, 1.0)
+        with Job() as job, self.assertRaises(BrenuError):
+            job.calc_trilaterationp_point(True, circle, circle, "P")
+
     def test_a_point_is_placed_on_the_side_asked_for(self):
         for right, x in ((True, 60.0), (False, 140.0)):
             with Job() as job:

@@ -1,6 +1,7 @@
 #include "api/store.h"
 
 #include <cmath>
+#include <iterator>
 #include <string>
 #include <utility>
 #include <vector>

@@ -1,6 +1,7 @@
 #include "core/network_layout.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace brenu {
 

@@ -1,6 +1,4 @@
-#include <fcntl.h>
 #include <io.h>
-#include <sys/stat.h>
 #define WIN32_LEAN_AND_MEAN
 #define NOMINMAX
 #include <windows.h>

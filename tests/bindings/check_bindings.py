@@ -12,113 +12,70 @@ import types
 
 ROOT = pathlib.Path(__file__).resolve().parents[2]
 
-SCALARS = {
-    "double": "double", "int32_t": "int32", "uint32_t": "uint32", "uint8_t": "uint8",
-    "int": "int32", "uint": "uint32", "byte": "uint8", "bool": "bool", "char": "char",
-    "void": "void", "IntPtr": "pointer", "string": "text",
-}
+# What Python has for the types of C; a buffer to write into is a text to ctypes.
 C_TYPES = {
-    "double": ctypes.c_double, "int32": ctypes.c_int32, "uint32": ctypes.c_uint32,
-    "bool": ctypes.c_bool, "char": ctypes.c_char, "pointer": ctypes.c_void_p,
-}
+    "void": None, "double": ctypes.c_double, "int32_t": ctypes.c_int32,
+    "uint32_t": ctypes.c_uint32, "uint8_t": ctypes.c_uint8, "bool": ctypes.c_bool,
+    "char": ctypes.c_char, "AdjustmentContext*": ctypes.c_void_p, "char*": ctypes.c_char_p,
+    "char[255]": ctypes.c_char_p,
+}  # fmt: skip
+
+# C# as C; a bool that is not marked as one byte has four.
+CSHARP_AS_C = [
+    (r"\[DllImport\(Library\)\]\s*", ""),
+    (r"\[(?:return: )?MarshalAs\(UnmanagedType\.I1\)\]\s*(public (?:static extern )?)bool",
+     r"\1byte_bool"),
+    (r"\bbool\b", "bool_of_four_bytes"),
+    (r"\bbyte_bool\b", "bool"),
+    (r"\[MarshalAs\(UnmanagedType\.ByVal\w+, SizeConst = (\d+)\)\]\s*public \S+ (\w+);",
+     r"char \2[\1];"),
+    (r"\[In, Out\] byte\[\] direction", "char direction[255]"),
+    (r"(?:ref|out) (\w+) ", r"\1* "),
+    (r"\bstring (\w+[,)])", r"char* \1"),
+    (r"\bIntPtr name;", "char* name;"),
+    (r"\bIntPtr ", "AdjustmentContext* "),
+    (r"\b(u?int)\b", r"\g<1>32_t"),
+    (r"\bbyte\b", "uint8_t"),
+    (r"\[StructLayout\(LayoutKind\.Sequential\)\]\s*public struct (\w+)", r"typedef struct \1"),
+    (r"public static extern", "BRENU_API"),
+    (r"\bpublic ", ""),
+]  # fmt: skip
+
+
+def as_c(text):
+    for pattern, replacement in CSHARP_AS_C:
+        text = re.sub(pattern, replacement, text)
+    return text
 
 
 def strip_comments(text):
-    return re.sub(r"/\*.*?\*/|//[^\n]*", "", text, flags=re.DOTALL)
+    return re.sub(r"/\*.*?\*/|//[^\n]*", "", text, flags=re.DOTALL).replace("const ", "")
 
 
-# ---- brenu.h ----
+def split(text):
+    return [part for part in map(str.strip, text.split(",")) if part not in ("", "void")]
 
 
-def header_type(text):
-    text = text.replace("const ", "").replace(" ", "")
-    if text == "AdjustmentContext*":
-        return "pointer"
-    if text == "char*":
-        return "text"
-    if text.endswith("*"):
-        return "&" + header_type(text[:-1])
-    return SCALARS.get(text, text)
-
-
-def header_argument(text):
-    text = " ".join(text.split())
-    if text == "char direction[255]":
-        return "buffer"
-    return header_type(re.match(r"(.*?)\w+$", text).group(1))
-
-
-def split_arguments(text):
-    return [a for a in map(str.strip, text.split(",")) if a not in ("", "void")]
-
-
-def header_functions(text):
+def functions(text):
+    """Name: the result and the types of the arguments, as they stand in C."""
     found = re.findall(r"BRENU_API\s+(\w+\**)\s+(\w+)\(([^)]*)\)", text)
     return {
-        name: (header_type(result), [header_argument(a) for a in split_arguments(arguments)])
+        name: (result, [re.sub(r"\s+\w+(\[\d+\])?$", r"\1", a) for a in split(arguments)])
         for result, name, arguments in found
     }
 
 
-def header_records(text):
-    records = {}
-    for name, body in re.findall(r"typedef struct (\w+) \{(.*?)\}", text, re.DOTALL):
+def records(text):
+    """Name: the name, type and number of elements of every field."""
+    found = {}
+    for name, body in re.findall(r"typedef struct (\w+)\s*\{(.*?)\}", text, re.DOTALL):
         fields = []
-        for kind, names in re.findall(r"((?:const )?\w+\*?) ([^;]+);", body):
-            for field in split_arguments(names):
+        for kind, names in re.findall(r"(\w+\*?) ([^;]+);", body):
+            for field in split(names):
                 plain, count = re.match(r"(\w+)(?:\[(\d+)\])?$", field).groups()
-                kind_name = "pointer" if kind.endswith("*") else SCALARS[kind]
-                fields.append((plain, kind_name, int(count or 1)))
-        records[name] = fields
-    return records
-
-
-# ---- C# ----
-
-
-def csharp_argument(text):
-    if text == "[In, Out] byte[] direction":
-        return "buffer"
-    mode, kind = re.match(r"(?:(ref|out) )?(\w+) \w+$", text).groups()
-    return ("&" if mode else "") + SCALARS.get(kind, kind)
-
-
-def csharp_functions(text):
-    found = re.findall(
-        r"\[DllImport\(Library\)\]\s*(\[return: MarshalAs\(UnmanagedType.I1\)\]\s*)?"
-        r"public static extern (\w+) (\w+)\(([^)]*)\);",
-        text,
-    )
-    functions = {}
-    for one_byte, result, name, arguments in found:
-        arguments = arguments.replace("[In, Out]", "[In;Out]")
-        parts = [" ".join(a.split()).replace(";", ", ") for a in split_arguments(arguments)]
-        kind = SCALARS.get(result, result)
-        if (kind == "bool") != bool(one_byte):
-            kind += " of another width"
-        functions[name] = (kind, [csharp_argument(a) for a in parts])
-    return functions
-
-
-def csharp_field(attribute, kind, name):
-    count = re.search(r"SizeConst = (\d+)", attribute)
-    if kind in ("string", "byte[]"):
-        return (name, "char", int(count.group(1)))
-    if kind == "bool" and "UnmanagedType.I1" not in attribute:
-        return (name, "bool of another width", 1)
-    return (name, SCALARS[kind], 1)
-
-
-def csharp_records(text):
-    records = {}
-    for name, body in re.findall(
-        r"\[StructLayout\(LayoutKind.Sequential\)\]\s*public struct (\w+)\s*\{(.*?)\}",
-        text,
-        re.DOTALL,
-    ):
-        fields = re.findall(r"(\[MarshalAs\([^\]]*\)\])?\s*public ([\w\[\]]+) (\w+);", body)
-        records[name] = [csharp_field(*field) for field in fields]
-    return records
+                fields.append((plain, kind, int(count or 1)))
+        found[name] = fields
+    return found
 
 
 # ---- Python ----
@@ -135,43 +92,33 @@ def python_modules():
     return brenu.layouts, brenu.prototypes
 
 
-def python_type(kind):
-    names = {
-        None: "void", ctypes.c_void_p: "pointer", ctypes.c_char_p: "text",
-        ctypes.c_uint8: "uint8", **{c: name for name, c in C_TYPES.items()},
-    }
-    if kind in names:
-        return names[kind]
-    if issubclass(kind, ctypes._Pointer):
-        return "&" + python_type(kind._type_)
-    return kind.__name__
-
-
-def python_functions(prototypes, buffers):
-    """A buffer to write into is a text to ctypes."""
-    functions = {}
-    for name, (result, arguments) in prototypes.PROTOTYPES.items():
-        kinds = [python_type(kind) for kind in arguments]
-        for i in buffers.get(name, []):
-            kinds[i] = "buffer" if kinds[i] == "text" else kinds[i]
-        functions[name] = (python_type(result), kinds)
-    return functions
-
-
-# ---- Comparison ----
-
-
-def layout(fields):
-    """Name, place and size of every field, and the size of the record."""
-    kinds = [(n, C_TYPES[k] * c if c > 1 else C_TYPES[k]) for n, k, c in fields]
-    record = type("Record", (ctypes.Structure,), {"_fields_": kinds})
-    return places(record)
+def for_python(kind, layouts):
+    """The type of C as ctypes has it."""
+    if kind in C_TYPES:
+        return C_TYPES[kind]
+    if kind.endswith("*"):
+        return ctypes.POINTER(for_python(kind[:-1], layouts))
+    return getattr(layouts, kind)
 
 
 def places(record):
+    """Name, place and size of every field, and the size of the record."""
     names = [name for name, *_ in record._fields_]
     fields = [(n, getattr(record, n).offset, getattr(record, n).size) for n in names]
     return fields, ctypes.sizeof(record)
+
+
+def layout(fields):
+    kinds = [(n, C_TYPES[k] * c if c > 1 else C_TYPES[k]) for n, k, c in fields]
+    return places(type("Record", (ctypes.Structure,), {"_fields_": kinds}))
+
+
+def plain(kind):
+    """Of an argument with a check of its own, the type that it is for C."""
+    return ctypes.c_int32 if kind and issubclass(kind, ctypes.c_int32) else kind
+
+
+# ---- Comparison ----
 
 
 def differences(what, wanted, found):
@@ -182,28 +129,32 @@ def differences(what, wanted, found):
 
 def main():
     header = (ROOT / "include/brenu/brenu.h").read_text()
-    sizes = dict(re.findall(r"typedef struct (\w+) \{ +/\* (\d+) bytes", header))
-    functions = header_functions(strip_comments(header))
-    records = header_records(strip_comments(header))
-    layouts = {name: layout(fields) for name, fields in records.items()}
-    stated = {name: int(size) for name, size in sizes.items()}
+    stated = re.findall(r"typedef struct (\w+) \{ +/\* (\d+) bytes", header)
+    in_c, records_c = functions(strip_comments(header)), records(strip_comments(header))
+    sizes = {name: layout(fields) for name, fields in records_c.items()}
     exports = (ROOT / "cmake/exports.txt").read_text().split()
-    buffers = {n: [i for i, a in enumerate(f[1]) if a == "buffer"] for n, f in functions.items()}
 
     sources = [path.read_text() for path in sorted((ROOT / "bindings/csharp").glob("*.cs"))]
-    csharp = strip_comments("\n".join(sources))
-    layouts_py, prototypes_py = python_modules()
+    csharp = as_c(strip_comments("\n".join(sources)))
+
+    layouts, prototypes = python_modules()
+    wanted = {
+        name: [for_python(kind, layouts) for kind in (result, *arguments)]
+        for name, (result, arguments) in in_c.items()
+    }
+    python = {
+        name: [plain(kind) for kind in (result, *arguments)]
+        for name, (result, arguments) in prototypes.PROTOTYPES.items()
+    }
     faults = [
-        *differences("exports.txt", dict.fromkeys(functions), dict.fromkeys(exports)),
-        *differences("stated size", {n: size for n, (_, size) in layouts.items()}, stated),
-        *differences("C#", functions, csharp_functions(csharp)),
-        *differences("C#", records, csharp_records(csharp)),
-        *differences("Python", functions, python_functions(prototypes_py, buffers)),
-        *differences(
-            "Python", layouts, {name: places(getattr(layouts_py, name)) for name in layouts}
-        ),
+        *differences("exports.txt", dict.fromkeys(in_c, "there"), dict.fromkeys(exports, "there")),
+        *differences("stated size", {n: str(size) for n, (_, size) in sizes.items()}, dict(stated)),
+        *differences("C#", in_c, functions(csharp)),
+        *differences("C#", records_c, records(csharp)),
+        *differences("Python", wanted, python),
+        *differences("Python", sizes, {n: places(getattr(layouts, n)) for n in sizes}),
     ]
-    print(f"{len(functions)} functions and {len(records)} records compared")
+    print(f"{len(in_c)} functions and {len(records_c)} records compared")
     return "\n".join(faults) or None
 
 

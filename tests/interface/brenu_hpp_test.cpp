@@ -44,6 +44,7 @@ TEST(BrenuHpp, ResultsAreThereOrNot) {
   EXPECT_FALSE(job.Height(9));
   EXPECT_FALSE(job.HeightDifference(9, "P"));
   EXPECT_FALSE(job.IndexOf("nobody"));
+  EXPECT_FALSE(job.Place("P", {{"A", 0, 0, 1}, {"B", 0, 1, 1}, {}}, true));  // no plane network
   EXPECT_EQ(job.PointCount(), 3U);
 }
 
