@@ -3,11 +3,8 @@
 
 #include <string>
 
-#include "measure.h"
-
 int main(int argc, char** argv) {
   benchmark::Initialize(&argc, argv);
-  benchmark::AddCustomContext("unit_seconds", std::to_string(brenu::bench::Unit()));
   const std::string filter = benchmark::GetBenchmarkFilter();
   benchmark::RunSpecifiedBenchmarks(filter.empty() ? "-^OnDemand" : filter);
   return 0;

@@ -1,23 +1,23 @@
 // Time and memory of one job.
 //
 // Figures are compared within one run only.  Their unit P is the inversion of a packed matrix of
-// 600 unknowns, measured in the same run; times are those of the processor, so that other work on
-// the machine does not count.
+// 600 unknowns, measured right before and after the job, since the speed of a shared machine
+// changes; times are those of the processor, so that other work on the machine does not count.
 #pragma once
 
 #include <benchmark/benchmark.h>
+
+#include <map>
+#include <string>
 
 namespace brenu::bench {
 
 // Processor time of this process.
 double CpuSeconds();
 
-// The seconds that P stands for, measured at the first call.
-double Unit();
-
 // Adds the parts of a job to the counters of a benchmark, each in P: one for every named part, and
-// their sum "P".  The counter "MB" is the most memory that the process held meanwhile beyond what
-// it held before; missing where the system does not tell.
+// their sum "P".  The counter "unit" tells the seconds of a P, and "MB" the most memory that the
+// process held meanwhile beyond what it held before; missing where the system does not tell.
 class Meter {
  public:
   explicit Meter(benchmark::State& state);
@@ -32,8 +32,10 @@ class Meter {
 
  private:
   benchmark::State& m_state;
+  double m_unit;    // seconds, before the job
   double m_before;  // megabytes
   double m_last = 0.0;
+  std::map<std::string, double> m_seconds;  // by part
 };
 
 }  // namespace brenu::bench

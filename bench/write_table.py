@@ -13,7 +13,6 @@ class Run:
     def __init__(self, path):
         with open(path, encoding="utf-8") as file:
             data = json.load(file)
-        self.unit = float(data["context"]["unit_seconds"])
         self.cpus = data["context"]["num_cpus"]
         self.rows = {}
         for b in data["benchmarks"]:
@@ -52,12 +51,15 @@ def table(header, rows):
 
 
 def marks(run):
-    def row(work, value, mark, unit="P"):
+    def row(work, value, mark, unit="P", name=None):
         if value is None:
             return [work, "failed", f"{number(mark)} {unit}", "no"]
-        seconds = f" ({number(value * run.unit)} s)" if unit == "P" else ""
+        seconds = f" ({number(value * run.get(name, 'unit'))} s)" if name else ""
         return [work, f"{number(value)} {unit}{seconds}", f"{number(mark)} {unit}",
                 "yes" if value <= mark else "**no**"]
+
+    def job(work, name, mark, key="P"):
+        return row(work, run.get(name, key), mark, name=name)
 
     def ratio(first, second, key="P"):
         a, b = run.get(first, key), run.get(second, key)
@@ -65,18 +67,17 @@ def marks(run):
 
     plane = "plane, {} points: open, approximate, adjust, every getter"
     return table(["work", "measured", "mark", "reached"], [
-        row(plane.format("1 000"), run.get("PlaneShuffled/1000"), 2),
-        row(plane.format("10 000"), run.get("PlaneShuffled/10000"), 25),
+        job(plane.format("1 000"), "PlaneShuffled/1000", 2),
+        job(plane.format("10 000"), "PlaneShuffled/10000", 25),
         row("the same, memory", run.get("PlaneShuffled/10000", "MB"), 400, "MB"),
-        row(plane.format("100 000"), run.get("PlaneShuffled/100000"), 400),
+        job(plane.format("100 000"), "PlaneShuffled/100000", 400),
         row("the same, memory", run.get("PlaneShuffled/100000", "MB"), 4000, "MB"),
         row("growth of the adjustment from 10 000 to 40 000 points",
             ratio("PlaneShuffled/40000", "PlaneShuffled/10000", "adjust"), 6, "x"),
-        row("levelling, 100 000 points: open, closure errors, adjust, every getter",
-            run.get("LevellingShuffled/100000"), 200),
-        row("plane snooping, 10 000 points, 20 blunders found",
-            run.get("PlaneSnooping/10000"), 150),
-        row("result report of 100 000 points", run.get("Files/100000", "report"), 100),
+        job("levelling, 100 000 points: open, closure errors, adjust, every getter",
+            "LevellingShuffled/100000", 200),
+        job("plane snooping, 10 000 points, 20 blunders found", "PlaneSnooping/10000", 150),
+        job("result report of 100 000 points", "Files/100000", 100, "report"),
         row("plane, 50 points, beside the packed matrix alone",
             ratio("AdjustSmall/AsItIs", "AdjustSmall/Packed"), 1, "x"),
     ])
@@ -106,9 +107,10 @@ def exponent(pairs):
 def figures(run):
     model, wide = processor()
     clock = run.get("Product", "GHz") or 0.0
+    units = [row["unit"] for row in run.rows.values() if "unit" in row]
     peak = f", where 16 operations a cycle make {clock * 16:.0f} GFlop/s" if wide else ""
     out = (f"Measured on {datetime.date.today()}, one core of {run.cpus}: {model} at {clock:.1f} GHz"
-           f"{peak}. P = {run.unit:.4f} s.\n\n")
+           f"{peak}. P = {min(units):.4f} to {max(units):.4f} s, from benchmark to benchmark.\n\n")
     out += "### Marks\n\n" + marks(run)
     out += ("### Parts\n\nIn P; MB is the most memory held beyond that before the job. The growth is fitted "
             "from 1 000 points on.\n\n")

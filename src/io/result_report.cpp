@@ -47,6 +47,8 @@ class ReportWriter {
   bool IsComplete() const { return !m_tables.failedIn; }
 
   std::string Write() {
+    constexpr std::size_t kRowLength = 80;  // of most rows; longer ones cost one move of the text
+    m_out.Text().reserve(RowCount(m_tables) * kRowLength);
     const bool done = WriteTables();
     if (done) WriteSummary();
     return std::move(m_out.Text());

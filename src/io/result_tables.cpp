@@ -147,6 +147,12 @@ ResultTables MakeResultTables(const AdjustmentContext& context) {
   return TableBuilder(context).Build();
 }
 
+std::size_t RowCount(const ResultTables& t) {
+  return t.approximate.size() + t.plane.size() + t.vertical.size() + t.heights.size() +
+         t.directions.size() + t.lengths.size() + t.azimuths.size() + t.precision.size() +
+         t.start.size() + t.control.size();
+}
+
 bool ReportsHeights(const AdjustmentContext& context) {
   return HasLevelling(context.netType) && context.param.format != kFormatDistancesOnly;
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <string_view>
@@ -70,6 +71,9 @@ struct ResultTables {
 };
 
 ResultTables MakeResultTables(const AdjustmentContext& context);
+
+// Of all tables together.
+std::size_t RowCount(const ResultTables& tables);
 
 // Whether the report has a part on heights: with distances only the levelling network is built but
 // not computed.
