@@ -84,7 +84,7 @@ def marks(run):
 
 
 def parts(run, name, columns):
-    """A row for every size of a benchmark; last the growth from the largest two sizes."""
+    """A row for every size of a benchmark; last the growth, fitted to sizes from 1 000 on."""
     sizes = sorted(int(key.split("/")[1]) for key in run.rows if key.startswith(name + "/"))
     sizes = [n for n in sizes if run.get(f"{name}/{n}") is not None]
     rows = [[f"{n:,}".replace(",", " ")] + [number(run.get(f"{name}/{n}", c)) for c in columns]

@@ -43,11 +43,13 @@ std::optional<std::string> FindDataFault(const AdjustmentContext& context) {
            " is no finite number; correct it";
   }
   for (const Observation& o : ObservationsOf(context)) {
-    const std::string line = Line(o.stationName, o.target);
     if (!AreFinite(o.data)) {
-      return "an observation of the line " + line + " is no finite number; correct it";
+      return "an observation of the line " + Line(o.stationName, o.target) +
+             " is no finite number; correct it";
     }
-    if (o.data.distance < 0.0) return "the distance " + line + " is negative; correct it";
+    if (o.data.distance < 0.0) {
+      return "the distance " + Line(o.stationName, o.target) + " is negative; correct it";
+    }
   }
   return std::nullopt;
 }

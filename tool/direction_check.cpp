@@ -2,6 +2,7 @@
 
 #include <cmath>
 
+#include "api/adjustment_context.h"
 #include "core/angles.h"
 #include "core/records.h"
 #include "format.h"
@@ -15,24 +16,22 @@ namespace {
 constexpr double kAgreement = kPi / 180.0;
 
 // The azimuth of the circle's zero that a direction gives, as the adjustment reduces it.
-std::optional<double> OrientationOf(AdjustmentContext& context, const Observation& o) {
-  PlaneResult from{};
-  PlaneResult to{};
-  if (!HasDirection(o.data) || !GetPlaneResult(&context, o.station, &from) ||
-      !GetPlaneResult(&context, GetPointNum(&context, o.target), &to)) {
-    return std::nullopt;
-  }
-  return PositiveAngle(CalcAzimuth(from.x, from.y, to.x, to.y) - DmsToRad(o.data.direction));
+std::optional<double> OrientationOf(const PlaneNet& net, const Observation& o) {
+  if (!HasDirection(o.data)) return std::nullopt;
+  const auto from = net.ResultOfPoint(o.stationName);
+  const auto to = net.ResultOfPoint(o.target);
+  if (!from || !to) return std::nullopt;
+  return PositiveAngle(CalcAzimuth(from->x, from->y, to->x, to->y) - DmsToRad(o.data.direction));
 }
 
 }  // namespace
 
 std::optional<std::string> FindTurnedDirection(AdjustmentContext& context) {
-  if (IsDistancesOnly(context)) return std::nullopt;
+  if (!HasPlane(context.netType) || IsDistancesOnly(context)) return std::nullopt;
   std::int32_t station = -1;
   double first = 0.0;  // the orientation from the station's first direction
   for (const Observation& o : ObservationsOf(context)) {
-    const std::optional<double> orientation = OrientationOf(context, o);
+    const std::optional<double> orientation = OrientationOf(context.planeNet, o);
     if (!orientation) continue;
     if (o.station != station) {
       station = o.station;

@@ -32,6 +32,7 @@ class NormalMatrix {
   // x = N^-1 b; false when a pivot vanishes beside 1.0.  N is used up in either case.
   virtual bool Solve(std::span<const double> b, std::span<double> x) = 0;
   // Element (i, j) of N^-1, after a successful Solve.  Not a number where the matrix keeps none.
+  // After a failed one it means nothing.
   virtual double Cofactor(std::int32_t i, std::int32_t j) = 0;
   // The sum of a_k Q a_m over any two terms, Q the element of N^-1 of their unknowns.
   virtual double QuadraticForm(std::span<const Term> function) = 0;

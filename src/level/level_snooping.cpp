@@ -1,6 +1,7 @@
 #include <cmath>
 
 #include "core/normal_quantile.h"
+#include "core/test_value.h"
 #include "level/level_net.h"
 
 namespace brenu {
@@ -27,7 +28,7 @@ LevelNet::WorstObs LevelNet::FindWorst() const {
     const double cofactor = variance - CofactorOfDifference(sights[k]);
     if (!(cofactor > kUnchecked * variance)) continue;
     const double w = std::fabs(m_residual[k] / (kApriori * std::sqrt(cofactor)));
-    if (w > worst.value) worst = {static_cast<std::int32_t>(k), w};
+    if (IsLargerTestValue(w, worst.value)) worst = {static_cast<std::int32_t>(k), w};
   }
   return worst;
 }

@@ -1,6 +1,7 @@
 #include <cmath>
 
 #include "core/normal_quantile.h"
+#include "core/test_value.h"
 #include "plane/plane_net.h"
 
 namespace brenu {
@@ -20,7 +21,7 @@ PlaneObs* PlaneNet::FindWorst(double critical) {
   PlaneObs* worst = nullptr;
   double largest = 0.0;
   const auto compare = [&](PlaneObs& o, double value) {
-    if (!(value > largest)) return;
+    if (!IsLargerTestValue(value, largest)) return;
     largest = value;
     worst = &o;
   };

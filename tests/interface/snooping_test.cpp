@@ -72,6 +72,20 @@ TEST(LevelSnooping, OfEqualTestValuesTheFirstInWalkOrderGoes) {
   EXPECT_NEAR(ReadHeight(job, "P").height, 15.00390625, 1e-12);
 }
 
+// A line between two bench marks shows a blunder in all its parts alike, whatever rounding makes of
+// their test values.
+TEST(LevelSnooping, OfPartsOfOneLineTheFirstInWalkOrderGoes) {
+  for (int length = 300; length < 320; ++length) {
+    Job job;
+    job.AddPoints({{"A", 1, 0, 0, 10.0}, {"B", 1, 0, 0, 20.0}, {"P"}, {"Q"}});
+    job.ObserveAll({{"A", "P", Levelled(700, 3.1)},
+                    {"P", "Q", Levelled(length, 3.2)},
+                    {"Q", "B", Levelled(900, 3.9)}});
+    ASSERT_EQ(DataSnooping(job, 1, 0.001, 0.001), 1);
+    EXPECT_EQ(GrossErrors(job, "[HEIGHT]"), Strings{"A P"}) << length;
+  }
+}
+
 // The example has 20 directions and 10 distances, 5 orientations and 2 new points.  Without the two
 // blunders its redundancy is 28 - 9 = 19, but snooping counts each of them twice: 30 - 9 - 4 = 17.
 TEST(PlaneSnooping, TakesTheBlundersOutAndCountsThemTwice) {

@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <atomic>
+#include <cmath>
 #include <cstdlib>
 #include <new>
 #include <string>
@@ -11,8 +12,10 @@
 
 #include "bench/grid_network.h"
 #include "brenu/brenu.h"
+#include "core/normal_equations.h"
 #include "fuzz/exercise.h"
 #include "support/job.h"
+#include "support/patterns.h"
 #include "support/temp_file.h"
 
 namespace {
@@ -200,6 +203,35 @@ TEST(AllocationFailure, IsForgottenInLargeNetworks) {
         return report.Text();
       });
     }
+  }
+}
+
+// Cofactors come from the whole inverse or are no numbers.
+TEST(AllocationFailure, LeavesNoHalfInverse) {
+  const UnknownPattern pattern = GridPattern(9, 9, 1);
+  double expected = 0.0;
+  failed = true;
+  for (long n = -1; failed; ++n) {
+    NormalEquations normal(0);
+    normal.SetPattern(pattern);
+    normal.Reset();
+    for (const auto& [a, b] : pattern.connections) {
+      const Term equation[] = {{a, -1.0}, {b, 1.0}};
+      normal.Add(equation, 1.0, 0.0);
+    }
+    normal.Hold(0, 1.0);
+    ASSERT_TRUE(normal.Solve());
+    countdown = n;
+    failed = n < 0;
+    armed = true;
+    try {
+      normal.Cofactor(0, 1);
+    } catch (const std::bad_alloc&) {
+    }
+    armed = false;
+    const double cofactor = normal.Cofactor(0, 1);
+    if (n < 0) expected = cofactor;
+    EXPECT_TRUE(failed && n >= 0 ? std::isnan(cofactor) : cofactor == expected) << n;
   }
 }
 

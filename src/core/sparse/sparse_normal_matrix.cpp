@@ -1,5 +1,7 @@
 #include <algorithm>
 #include <limits>
+#include <utility>
+#include <vector>
 
 #include "core/normal_matrix.h"
 #include "core/sparse/selected_inverse.h"
@@ -18,7 +20,7 @@ class SparseNormalMatrix : public NormalMatrix {
 
   void Clear() override {
     m_elements.assign(At(m_symbolic.ElementCount()), 0.0);
-    m_isInverse = false;
+    m_isFactor = m_isInverse = false;
   }
 
   void Add(std::span<const Term> equation, double weight) override {
@@ -36,8 +38,9 @@ class SparseNormalMatrix : public NormalMatrix {
   }
 
   bool Solve(std::span<const double> b, std::span<double> x) override {
-    if (!FactorSparse(m_symbolic, m_elements)) return false;
     std::vector<double> byPlace(b.size());
+    if (!FactorSparse(m_symbolic, m_elements)) return false;
+    m_isFactor = true;
     for (std::size_t i = 0; i < b.size(); ++i) byPlace[Place(i)] = b[i];
     SolveSparse(m_symbolic, m_elements, byPlace);
     for (std::size_t i = 0; i < b.size(); ++i) x[i] = byPlace[Place(i)];
@@ -72,7 +75,12 @@ class SparseNormalMatrix : public NormalMatrix {
  private:
   void Invert() {
     if (m_isInverse) return;
-    InvertSelected(m_symbolic, m_elements);
+    // Half a factor has no inverse, and half an inverse is left should memory end on the way.
+    if (std::exchange(m_isFactor, false)) {
+      InvertSelected(m_symbolic, m_elements);
+    } else {
+      std::fill(m_elements.begin(), m_elements.end(), std::numeric_limits<double>::quiet_NaN());
+    }
     m_isInverse = true;
   }
 
@@ -108,6 +116,7 @@ class SparseNormalMatrix : public NormalMatrix {
 
   SymbolicFactor m_symbolic;
   std::vector<double> m_elements;  // N, after Solve L and D, after the first Cofactor N^-1
+  bool m_isFactor = false;
   bool m_isInverse = false;
   std::vector<std::int32_t> m_places;  // of the terms being visited
   std::vector<std::int32_t> m_rows;    // beside m_places
