@@ -18,7 +18,9 @@ std::size_t At(std::ptrdiff_t i) { return static_cast<std::size_t>(i); }
 class Inversion {
  public:
   Inversion(const SymbolicFactor& symbolic, std::span<double> elements)
-      : m_symbolic(symbolic), m_elements(elements) {}
+      : m_symbolic(symbolic), m_elements(elements) {
+    m_stack.reserve(MostStacked());
+  }
 
   void Run() {
     const auto supernodes = m_symbolic.Supernodes();
@@ -106,6 +108,18 @@ class Inversion {
         square[j * size + i] = square[i * size + j] = source[column + places[i]];
       }
     }
+  }
+
+  // The largest size of the stack.
+  std::size_t MostStacked() const {
+    std::size_t most = 0;
+    std::size_t size = 0;
+    for (std::size_t s = m_symbolic.Supernodes().size(); s-- > 0;) {
+      for (const std::int32_t c : m_symbolic.Children(s)) size += SquareSize(SupernodeOf(c));
+      most = std::max(most, size);
+      size -= SquareSize(m_symbolic.Supernodes()[s]);
+    }
+    return most;
   }
 
   const Supernode& SupernodeOf(std::int32_t s) const { return m_symbolic.Supernodes()[At(s)]; }

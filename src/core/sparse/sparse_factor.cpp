@@ -16,7 +16,9 @@ std::size_t At(std::ptrdiff_t i) { return static_cast<std::size_t>(i); }
 class Factorisation {
  public:
   Factorisation(const SymbolicFactor& symbolic, std::span<double> elements)
-      : m_symbolic(symbolic), m_elements(elements) {}
+      : m_symbolic(symbolic), m_elements(elements) {
+    m_stack.reserve(MostStacked());
+  }
 
   bool Run() {
     const auto supernodes = m_symbolic.Supernodes();
@@ -72,6 +74,18 @@ class Factorisation {
       const double* const from = childUpdate + j * places.size();
       for (std::size_t i = j; i < places.size(); ++i) target[column + places[i]] += from[i];
     }
+  }
+
+  // The largest size of the stack.
+  std::size_t MostStacked() const {
+    std::size_t most = 0;
+    std::size_t size = 0;
+    for (std::size_t s = 0; s < m_symbolic.Supernodes().size(); ++s) {
+      size += UpdateSize(m_symbolic.Supernodes()[s]);
+      most = std::max(most, size);
+      for (const std::int32_t c : m_symbolic.Children(s)) size -= UpdateSize(SupernodeOf(c));
+    }
+    return most;
   }
 
   const Supernode& SupernodeOf(std::int32_t s) const { return m_symbolic.Supernodes()[At(s)]; }
