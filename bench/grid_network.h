@@ -40,7 +40,7 @@ enum class PointOrder { kByRows, kShuffled };
 
 // A grid of rows x columns points, some hundred metres apart.  The observations are precise, so
 // that approximate coordinates, which are carried from point to point, do not drift away; in order
-// by rows they do so all the same when there are many columns.
+// by rows they do so all the same when there are more than a hundred rows.
 class GridNetwork {
  public:
   GridNetwork(std::int32_t rows, std::int32_t columns, PointOrder order)
