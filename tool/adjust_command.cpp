@@ -62,7 +62,8 @@ std::optional<Fault> Compute(AdjustmentContext& context, const AdjustOptions& op
 }
 
 void SayDoubts(AdjustmentContext& context, const std::string& file) {
-  for (const auto& doubt : {DoubtAboutDistanceErrors(context), DoubtAboutFormat(context)}) {
+  for (const auto& doubt : {DoubtAboutDistanceErrors(context), DoubtAboutLineLengths(context),
+                            DoubtAboutAzimuths(context), DoubtAboutFormat(context)}) {
     if (doubt) Say(file, "warning: " + *doubt);
   }
 }

@@ -81,7 +81,44 @@ std::optional<std::string> DoubtAboutDistanceErrors(AdjustmentContext& context) 
          "MR:0.000005";
 }
 
+std::optional<std::string> DoubtAboutLineLengths(AdjustmentContext& context) {
+  if (!HasLevelling(GetNetType(&context)) || !IsOrdinary(context)) return std::nullopt;
+  std::string first;
+  int others = 0;
+  bool somethingLevelled = false;  // nothing is another fault, found by the computation
+  for (const Observation& o : ObservationsOf(context)) {
+    somethingLevelled = somethingLevelled || IsLevelled(o.data);
+    if (HasDistance(o.data) || o.data.heightDiff == 0.0) continue;
+    if (first.empty()) {
+      first = Line(o.stationName, o.target);
+    } else {
+      ++others;
+    }
+  }
+  if (first.empty() || !somethingLevelled) return std::nullopt;
+  return "the height difference " + first +
+         (others == 0 ? " has no line length and takes"
+                      : " and " + std::to_string(others) + " more have no line length and take") +
+         " no part; give the length in the field of the distance";
+}
+
+std::optional<std::string> DoubtAboutAzimuths(AdjustmentContext& context) {
+  if (HasPlane(GetNetType(&context))) return std::nullopt;
+  for (const Observation& o : ObservationsOf(context)) {
+    if (!HasAzimuth(o.data)) continue;
+    return "the line " + Line(o.stationName, o.target) +
+           " has an azimuth, which takes no part in a levelling network; perhaps a comma was "
+           "written for the decimal point of its height difference";
+  }
+  return std::nullopt;
+}
+
 std::optional<std::string> DoubtAboutFormat(AdjustmentContext& context) {
+  const std::int32_t format = context.param.format;
+  if (IsOrdinary(context) && format != 0) {
+    return "there is no format " + std::to_string(format) +
+           ", so that the network is computed as one of format 0; give 0, 1 or 3";
+  }
   if (IsOrdinary(context)) return std::nullopt;
   if (GetNetType(&context) == kPlaneAndLevelling) {
     return "formats 1 and 3 compute the plane only; adjust the heights as a job of their own";

@@ -17,7 +17,13 @@ std::optional<std::string> FindWeightFault(AdjustmentContext& context);
 // A sentence when the a-priori errors of the distances look as if they were in millimetres.
 std::optional<std::string> DoubtAboutDistanceErrors(AdjustmentContext& context);
 
-// A sentence when the format leaves out, or only counts, what the file has.
+// A sentence about height differences that count for nothing, for want of a line length.
+std::optional<std::string> DoubtAboutLineLengths(AdjustmentContext& context);
+
+// A sentence about azimuths in a network of heights alone: a decimal comma makes them.
+std::optional<std::string> DoubtAboutAzimuths(AdjustmentContext& context);
+
+// A sentence when there is no such format, or it leaves out, or only counts, what the file has.
 std::optional<std::string> DoubtAboutFormat(AdjustmentContext& context);
 
 }  // namespace brenu::tool

@@ -31,13 +31,28 @@ bool HasLevelledDifference(const AdjustmentContext& context) {
 // A sentence about the new points that the last computation of the network could not reach.
 template <typename Net>
 std::optional<std::string> ExplainUnreached(const AdjustmentContext& context, const Net& net,
-                                            const char* values, const char* remedy) {
+                                            const char* values, const std::string& remedy) {
   std::vector<std::string_view> names;
   for (const auto& [index, point] : context.store.Points()) {
     if (!net.IsReached(NameOf(point))) names.push_back(NameOf(point));
   }
   if (names.empty()) return std::nullopt;
   return std::string(values) + " cannot be computed for " + Points(names) + "; " + remedy;
+}
+
+bool HasAngles(const AdjustmentContext& context) {
+  const auto observations = ObservationsOf(context);
+  return std::any_of(observations.begin(), observations.end(), [](const Observation& o) {
+    return HasDirection(o.data) || HasAzimuth(o.data);
+  });
+}
+
+// With control of both kinds every point must be reached in both networks.
+std::string InBothNetworks(const AdjustmentContext& context, std::string remedy) {
+  if (context.netType != kPlaneAndLevelling) return remedy;
+  return remedy +
+         ", or adjust heights and plane as two jobs: with control points of both kinds every "
+         "point needs both";
 }
 
 // Whether the adjustment fails for want of memory: it runs once more, past the barrier of the
@@ -105,16 +120,22 @@ std::string ExplainNoApproximation(AdjustmentContext& context) {
              "the length of its line";
     }
     if (auto sentence = ExplainUnreached(context, context.levelNet, "heights",
-                                         "connect them with a bench mark by height differences "
-                                         "that have a line length")) {
+                                         InBothNetworks(context,
+                                                        "connect them with a bench mark by height "
+                                                        "differences that have a line length"))) {
       return *sentence;
     }
   }
   if (HasPlane(context.netType)) {
+    if (!HasAngles(context)) {
+      return "there are distances but no directions to place points by; add directions, or adjust "
+             "the distances alone with format 3";
+    }
     if (auto sentence = ExplainUnreached(
             context, context.planeNet, "approximate coordinates",
-            "observe each with direction and distance, or by intersection, from oriented known "
-            "stations")) {
+            InBothNetworks(context,
+                           "observe each with direction and distance, or by intersection, from "
+                           "oriented known stations"))) {
       return *sentence;
     }
   }
@@ -172,6 +193,12 @@ std::optional<std::string> FindSenselessResult(AdjustmentContext& context) {
       }
       return std::string("the adjusted values of the ") + TitleOf(network) +
              " are no finite numbers; look for gross errors in coordinates and observations";
+    }
+    const NetworkFigures figures = FiguresOf(context, network);
+    if (figures.newPoints > 0 && figures.redundancy > 0 && !std::isfinite(figures.sigma0)) {
+      return std::string("the residuals of the ") + TitleOf(network) +
+             " are too large to compute with; look for gross errors in coordinates and "
+             "observations";
     }
   }
   return std::nullopt;

@@ -49,6 +49,21 @@ std::optional<std::string> LayoutFault(const FileScan& scan) {
   return std::nullopt;
 }
 
+// The beginning of a line, as much as fits a message.
+std::string Excerpt(std::string_view line) {
+  constexpr std::size_t kLongest = 80;
+  return Printable(line.substr(0, kLongest)) + (line.size() > kLongest ? "..." : "");
+}
+
+std::string DoubtAboutHeader(const FileScan& scan) {
+  return LineNumber(scan.strayHeader) + " \"" + Excerpt(scan.strayHeaderText) +
+         "\" is no section header, so that the lines below it are not read; the headers of this "
+         "file are " +
+         (scan.kind == FileKind::kProject ? "[PARAM], [PT] and [OBS]"
+                                          : "[PARA], [STATION] and [OBSER]") +
+         ", without blanks";
+}
+
 std::string DoubtAboutSkipped(const FileScan& scan) {
   const std::size_t others = scan.skippedCount - 1;
   const std::string lines =
@@ -56,12 +71,6 @@ std::string DoubtAboutSkipped(const FileScan& scan) {
   return LineNumber(scan.firstSkipped) + lines +
          " outside the sections and will not be read; an empty line ends a section, take out the "
          "one before it";
-}
-
-// The beginning of a line, as much as fits a message.
-std::string Excerpt(std::string_view line) {
-  constexpr std::size_t kLongest = 80;
-  return Printable(line.substr(0, kLongest)) + (line.size() > kLongest ? "..." : "");
 }
 
 // Reads the file once more, with the reader that says what is wrong.
@@ -88,8 +97,14 @@ std::optional<Fault> LoadFile(AdjustmentContext* context, const std::string& pat
   if (const auto layout = LayoutFault(scan)) return fault(*layout);
   const bool read = scan.kind == FileKind::kProject ? OpenBrenuAdjustFile(context, name)
                                                     : LoadKorvelAdjustFile(context, name);
+  // Also before a fault, which they often explain.
+  if (scan.strayHeader > 0) {
+    warnings.push_back(DoubtAboutHeader(scan));
+  } else if (scan.skippedCount > 0) {
+    warnings.push_back(DoubtAboutSkipped(scan));
+  }
+  warnings.insert(warnings.end(), scan.fields.begin(), scan.fields.end());
   if (!read) return fault(ReadingFault(scan.kind, name));
-  if (scan.skippedCount > 0) warnings.push_back(DoubtAboutSkipped(scan));
   return std::nullopt;
 }
 
