@@ -19,26 +19,24 @@ using testing::GridNetwork;
 using testing::Job;
 using testing::PointOrder;
 
-void ReadResults(const GeneratedNetwork& network, const Job& job) {
-  for (std::size_t i = 0; i < network.points.size(); ++i) {
-    PlaneResult result;
-    GetPlaneResult(job, static_cast<std::int32_t>(i), &result);
-    benchmark::DoNotOptimize(result);
-  }
-  for (const auto& line : network.lines) {
-    const char* target = TargetName(network, line);
-    double a[4];
-    std::int32_t relative = 0;
-    GetDirAngleResult(job, line.station, target, &a[0], &a[1], &a[2]);
-    GetLengthResult(job, line.station, target, &a[0], &a[1], &a[2]);
-    GetAzAndLenPrecision(job, line.station, target, &a[0], &a[1], &a[2], &a[3], &relative);
-    benchmark::DoNotOptimize(a);
-  }
+void ReadPoint(AdjustmentContext* context, std::int32_t index) {
+  PlaneResult result;
+  GetPlaneResult(context, index, &result);
+  benchmark::DoNotOptimize(result);
+}
+
+void ReadLine(AdjustmentContext* context, std::int32_t station, const char* target) {
+  double a[4];
+  std::int32_t relative = 0;
+  GetDirAngleResult(context, station, target, &a[0], &a[1], &a[2]);
+  GetLengthResult(context, station, target, &a[0], &a[1], &a[2]);
+  GetAzAndLenPrecision(context, station, target, &a[0], &a[1], &a[2], &a[3], &relative);
+  benchmark::DoNotOptimize(a);
 }
 
 void RunJobs(benchmark::State& state, const GeneratedNetwork& network) {
-  MeasureJobs(state, network, {{"approximate", ApproxCalc}, {"adjust", LeastSquareAdj}},
-              ReadResults);
+  MeasureJobs(state, network, {{"approximate", ApproxCalc}, {"adjust", LeastSquareAdj}}, ReadPoint,
+              ReadLine);
 }
 
 void PlaneShuffled(benchmark::State& state) {
@@ -79,7 +77,8 @@ std::size_t CountRemoved(const GeneratedNetwork& network, const PlaneNet& net) {
   std::size_t count = 0;
   for (const auto& line : network.lines) {
     const char* station = network.points[static_cast<std::size_t>(line.station)].name;
-    const auto result = net.ResultOfDirection(station, TargetName(network, line));
+    const auto result =
+        net.ResultOfDirection(station, network.points[static_cast<std::size_t>(line.target)].name);
     if (result && result->removed) ++count;
   }
   return count;

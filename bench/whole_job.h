@@ -47,21 +47,17 @@ inline std::int32_t SideOf(benchmark::State& state) {
   return static_cast<std::int32_t>(std::lround(std::sqrt(static_cast<double>(state.range(0)))));
 }
 
-inline const char* TargetName(const testing::GeneratedNetwork& network,
-                              const testing::GeneratedNetwork::Line& line) {
-  return network.points[static_cast<std::size_t>(line.target)].name;
-}
-
 // A part of a job after the file is open, by the name of its counter.
 struct Stage {
   const char* name;
   bool (*run)(AdjustmentContext*);
 };
 
-// Opens the network, runs the stages and reads all results by readResults(network, job).
-template <typename ReadResults>
+// Opens the network, runs the stages and reads all results, those of a point by readPoint(job,
+// index) and those of a line by readLine(job, station, target).
+template <typename ReadPoint, typename ReadLine>
 void MeasureJobs(benchmark::State& state, const testing::GeneratedNetwork& network,
-                 std::initializer_list<Stage> stages, ReadResults readResults) {
+                 std::initializer_list<Stage> stages, ReadPoint readPoint, ReadLine readLine) {
   const TempPath file;
   Save(network, file);
   Meter meter(state);
@@ -74,7 +70,11 @@ void MeasureJobs(benchmark::State& state, const testing::GeneratedNetwork& netwo
       ok = ok && stage.run(job);
       meter.Count(stage.name);
     }
-    readResults(network, job);
+    const auto count = static_cast<std::int32_t>(network.points.size());
+    for (std::int32_t i = 0; i < count; ++i) readPoint(job, i);
+    for (const auto& line : network.lines) {
+      readLine(job, line.station, network.points[static_cast<std::size_t>(line.target)].name);
+    }
     meter.Count("results");
     if (!ok) state.SkipWithError("the network was not adjusted");
   }

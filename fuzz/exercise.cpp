@@ -5,6 +5,8 @@
 #include <cstdlib>
 #include <cstring>
 
+#include "scratch_file.h"
+
 namespace brenu::fuzz {
 
 namespace {
@@ -115,6 +117,16 @@ void Exercise(AdjustmentContext* context, const char* scratch) {
   LeastSquareAdj(context);
   Report(context, scratch);
   CheckStore(context);
+}
+
+void ExerciseFile(bool (*open)(AdjustmentContext*, const char*), const std::uint8_t* data,
+                  std::size_t size) {
+  static const ScratchFile file;
+  file.Write(data, size);
+  AdjustmentContext* const context = StartAdjustment();
+  open(context, file.Path());
+  Exercise(context, file.Path());
+  EndAdjustment(context);
 }
 
 }  // namespace brenu::fuzz

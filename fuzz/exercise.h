@@ -1,5 +1,8 @@
 #pragma once
 
+#include <cstddef>
+#include <cstdint>
+
 #include "brenu/brenu.h"
 
 namespace brenu::fuzz {
@@ -11,6 +14,10 @@ inline constexpr unsigned kMostPoints = 150;
 // Every computation, each followed by every getter and both reports, which go to the file given.
 // Ends the program when the names of the store and their index disagree.
 void Exercise(AdjustmentContext* context, const char* scratch);
+
+// Writes the input to a file, opens a job with it and exercises that.
+void ExerciseFile(bool (*open)(AdjustmentContext*, const char*), const std::uint8_t* data,
+                  std::size_t size);
 
 // Every getter for every point and every pair of points with indices close to each other.
 void ReadResults(AdjustmentContext* context);

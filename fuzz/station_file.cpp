@@ -1,13 +1,7 @@
 // Reads the input as a station file and computes everything on what was loaded.
 #include "exercise.h"
-#include "scratch_file.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-  static const brenu::fuzz::ScratchFile file;
-  file.Write(data, size);
-  AdjustmentContext* const context = StartAdjustment();
-  LoadKorvelAdjustFile(context, file.Path());
-  brenu::fuzz::Exercise(context, file.Path());
-  EndAdjustment(context);
+  brenu::fuzz::ExerciseFile(LoadKorvelAdjustFile, data, size);
   return 0;
 }
