@@ -5,7 +5,7 @@
 #include <cstddef>
 #include <cstdint>
 
-#include "api/adjustment_context.h"
+#include "job/adjustment_context.h"
 #include "bench/grid_network.h"
 #include "plane/plane_net.h"
 #include "support/fill_net.h"
@@ -73,7 +73,7 @@ std::size_t PlantBlunders(GeneratedNetwork& network) {
   return count;
 }
 
-std::size_t CountRemoved(const GeneratedNetwork& network, const PlaneNet& net) {
+std::size_t CountRemoved(const GeneratedNetwork& network, const PlaneAdjustment& net) {
   std::size_t count = 0;
   for (const auto& line : network.lines) {
     const char* station = network.points[static_cast<std::size_t>(line.station)].name;
@@ -97,7 +97,7 @@ void PlaneSnooping(benchmark::State& state) {
     const bool ok = DataSnooping(job, kPlane, kAlpha, kAlpha) == 1;
     meter.Count("snooping");
     AdjustmentContext* const context = job;
-    if (!ok || CountRemoved(network, context->planeNet) != planted) {
+    if (!ok || CountRemoved(network, context->plane.results) != planted) {
       state.SkipWithError("not the planted observations were taken out");
     }
   }
@@ -108,12 +108,11 @@ BENCHMARK(PlaneSnooping)->Arg(1000)->Arg(10000)->Iterations(1)->Unit(benchmark::
 // as it is and with the packed matrix always.
 void AdjustSmall(benchmark::State& state, std::int32_t mostPackedUnknowns) {
   const GeneratedNetwork network = GridNetwork(5, 10, PointOrder::kShuffled).Plane();
-  PlaneNet net(mostPackedUnknowns);
   Meter meter(state);
   while (state.KeepRunning()) {
     meter.Start();
-    testing::FillNet(net, network);
-    if (!net.Adjust()) state.SkipWithError("the network was not adjusted");
+    PlaneAdjustment net(testing::MakeNet<PlaneNet>(network), mostPackedUnknowns);
+    if (!net.Adjust().ok) state.SkipWithError("the network was not adjusted");
     meter.Count("adjust");
   }
 }

@@ -2,7 +2,7 @@
 
 #include <vector>
 
-#include "api/adjustment_context.h"
+#include "job/adjustment_context.h"
 #include "command.h"
 #include "computation.h"
 #include "data_check.h"

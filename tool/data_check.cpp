@@ -2,7 +2,7 @@
 
 #include <cmath>
 
-#include "api/adjustment_context.h"
+#include "job/adjustment_context.h"
 #include "format.h"
 #include "network_view.h"
 

@@ -6,9 +6,9 @@
 #include <string_view>
 #include <vector>
 
-#include "api/adjustment_context.h"
-#include "api/computations.h"
-#include "api/result_lookup.h"
+#include "job/adjustment_context.h"
+#include "job/computations.h"
+#include "job/result_lookup.h"
 #include "format.h"
 #include "network_view.h"
 

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
-#include "api/result_lookup.h"
+#include "job/result_lookup.h"
 
 namespace brenu::tool {
 

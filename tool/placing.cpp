@@ -6,7 +6,7 @@
 #include <utility>
 #include <vector>
 
-#include "api/adjustment_context.h"
+#include "job/adjustment_context.h"
 #include "format.h"
 #include "network_view.h"
 #include "plane/circles.h"

@@ -1,6 +1,6 @@
 #include "traverse_text.h"
 
-#include "api/adjustment_context.h"
+#include "job/adjustment_context.h"
 #include "format.h"
 #include "text_table.h"
 

@@ -4,12 +4,12 @@
 #include <optional>
 #include <utility>
 
-#include "api/adjustment_context.h"
-#include "api/closure_list.h"
-#include "api/computations.h"
-#include "api/network_build.h"
-#include "api/result_lookup.h"
-#include "api/trilateration_dialogue.h"
+#include "api/barrier.h"
+#include "job/closure_list.h"
+#include "job/computations.h"
+#include "job/network_build.h"
+#include "job/result_lookup.h"
+#include "job/trilateration_dialogue.h"
 #include "core/angles.h"
 #include "geodesy/atmosphere.h"
 #include "geodesy/curvature.h"
@@ -18,31 +18,16 @@
 #include "geodesy/gauss_projection.h"
 #include "io/closure_report.h"
 #include "io/project_file.h"
+#include "io/read_file.h"
 #include "io/result_report.h"
-#include "io/station_file.h"
 
 namespace {
 
 using Context = AdjustmentContext;
-
-// Runs the body when all pointers are there.  Nothing it throws, memory exhaustion included, gets
-// past this function: the result is then the failure value.
-template <typename Result, typename Body, typename... Pointers>
-Result Guarded(Result failure, Body body, Pointers... pointers) noexcept {
-  if (!((pointers != nullptr) && ...)) return failure;
-  try {
-    return body();
-  } catch (...) {
-    return failure;
-  }
-}
-
-// Copies a result out, if there is one.
-template <typename Record>
-bool Deliver(const std::optional<Record>& result, Record* out) {
-  if (result) *out = *result;
-  return result.has_value();
-}
+using brenu::Deliver;
+using brenu::Guarded;
+using brenu::Outcome;
+using brenu::Reported;
 
 // Up to the NUL, or the room.
 std::size_t TextLength(const char* text, std::size_t room) {
@@ -80,18 +65,41 @@ AdjParam GetAdjParam(Context* context) { return context == nullptr ? AdjParam{} 
 // ---- Files ----
 
 bool OpenBrenuAdjustFile(Context* context, const char* path) {
-  return Guarded(
-      false, [=] { return brenu::ReadProjectFile(*context, path).Ok(); }, context, path);
+  return Reported(
+      context,
+      [=] {
+        brenu::LineReader file(brenu::NarrowPath(path));
+        Outcome outcome =
+            brenu::ReadAs(brenu::ProjectGrammar(), context->param, context->store, file);
+        if (outcome.ok) brenu::KeepOriginalPoints(*context);
+        return outcome;
+      },
+      path);
 }
 
 int32_t SaveBrenuAdjustFile(Context* context, const char* path) {
-  return Guarded(
-      0, [=] { return brenu::WriteProjectFile(*context, path) ? 1 : 0; }, context, path);
+  bool opened = false;
+  Reported(
+      context,
+      [&]() -> Outcome {
+        const auto written =
+            brenu::WriteProjectFile(context->param, context->store, brenu::NarrowPath(path));
+        opened = written != brenu::Replaced::kNotOpened;
+        if (written != brenu::Replaced::kDone) return brenu::Error(BRENU_FILE_NOT_WRITTEN, {path});
+        return {};
+      },
+      path);
+  return opened ? 1 : 0;
 }
 
 bool LoadKorvelAdjustFile(Context* context, const char* path) {
-  return Guarded(
-      false, [=] { return brenu::ReadStationFile(*context, path).Ok(); }, context, path);
+  return Reported(
+      context,
+      [=] {
+        brenu::LineReader file(brenu::NarrowPath(path));
+        return brenu::ReadAs(brenu::StationGrammar(), context->param, context->store, file);
+      },
+      path);
 }
 
 // ---- Points ----
@@ -101,13 +109,11 @@ uint32_t GetPointCount(Context* context) {
 }
 
 int32_t AddPoint(Context* context, int32_t index, PointData point) {
-  return Guarded(
-      -1, [&] { return context->store.AddPoint(index, point); }, context);
+  return Reported(context, [&] { return context->store.AddPoint(index, point); }) ? index : -1;
 }
 
 int32_t DeletePoint(Context* context, int32_t index) {
-  return Guarded(
-      -1, [=] { return context->store.DeletePoint(index); }, context);
+  return Reported(context, [&] { return context->store.DeletePoint(index); }) ? index : -1;
 }
 
 int32_t GetPoint(Context* context, int32_t index, PointData* out) {
@@ -127,8 +133,7 @@ int32_t GetOriginalPoint(Context* context, int32_t index, PointData* out) {
 }
 
 int32_t SetPoint(Context* context, int32_t index, PointData point) {
-  return Guarded(
-      -1, [&] { return context->store.SetPoint(index, point); }, context);
+  return Reported(context, [&] { return context->store.SetPoint(index, point); }) ? index : -1;
 }
 
 int32_t GetPointNum(Context* context, const char* name) {
@@ -144,14 +149,15 @@ int32_t GetObsDataCount(Context* context, int32_t station) {
 }
 
 int32_t AddObsData(Context* context, int32_t station, const char* target, ObsData observation) {
-  return Guarded(
-      -1, [&] { return context->store.AddObs(station, target, observation); }, context, target);
+  const auto add = [&] { return context->store.AddObs(station, target, observation); };
+  return Reported(context, add, target) ? station : -1;
 }
 
 int32_t AddObsData2(Context* context, int32_t station, const char* target1, const char* target2,
                     ObsData observation1, ObsData observation2, uint8_t reconcile) {
-  return Guarded(
-      -1,
+  bool reconciled = false;
+  const bool added = Reported(
+      context,
       [&] {
         brenu::Store& store = context->store;
         const bool stored = std::as_const(store).FindObs(station, target1) != nullptr ||
@@ -159,17 +165,22 @@ int32_t AddObsData2(Context* context, int32_t station, const char* target1, cons
         if (reconcile == 0 || !stored) {
           return store.AddObsPair(station, target1, target2, observation1, observation2);
         }
-        const auto added =
+        Outcome outcome =
             store.AddReconciledObs(station, target1, target2, observation1, observation2);
-        // Any result but 0 counts as success, a refusal too; station 0 counts as failure.
-        return added && *added != 0 ? 1 : -1;
+        reconciled =
+            outcome.ok || outcome.findings.front().code != BRENU_NO_REFERENCE_DIRECTION;
+        return outcome;
       },
-      context, target1, target2);
+      target1, target2);
+  if (!reconciled) return added ? 1 : -1;
+  // Any result but 0 counts as success, a refusal too; station 0 counts as failure
+  // (docs/computations.md, "Readings of several sets at a station").
+  return (added ? station : -1) != 0 ? 1 : -1;
 }
 
 int32_t DeleteObsData(Context* context, int32_t station, const char* target) {
-  return Guarded(
-      -1, [=] { return context->store.DeleteObs(station, target); }, context, target);
+  const auto remove = [=] { return context->store.DeleteObs(station, target); };
+  return Reported(context, remove, target) ? station : -1;
 }
 
 int32_t GetObsData(Context* context, int32_t station, const char* target, ObsData* out) {
@@ -185,8 +196,8 @@ int32_t GetObsData(Context* context, int32_t station, const char* target, ObsDat
 }
 
 int32_t SetObsData(Context* context, int32_t station, const char* target, ObsData observation) {
-  return Guarded(
-      -1, [&] { return context->store.SetObs(station, target, observation); }, context, target);
+  const auto set = [&] { return context->store.SetObs(station, target, observation); };
+  return Reported(context, set, target) ? station : -1;
 }
 
 // ---- Computations ----
@@ -197,8 +208,7 @@ int32_t GetNetType(Context* context) {
 }
 
 bool ApproxCalc(Context* context) {
-  return Guarded(
-      false, [=] { return brenu::RunApproxCalc(*context); }, context);
+  return Reported(context, [=] { return brenu::RunApproxCalc(*context); });
 }
 
 bool GetApproxResult(Context* context, int32_t number, PointData* out) {
@@ -207,19 +217,18 @@ bool GetApproxResult(Context* context, int32_t number, PointData* out) {
 }
 
 bool LeastSquareAdj(Context* context) {
-  return Guarded(
-      false, [=] { return brenu::RunLeastSquareAdj(*context); }, context);
+  return Reported(context, [=] { return brenu::RunLeastSquareAdj(*context); });
 }
 
 bool NonDirectionAdj(Context* context) {
-  return Guarded(
-      false, [=] { return brenu::RunNonDirectionAdj(*context); }, context);
+  return Reported(context, [=] { return brenu::RunNonDirectionAdj(*context); });
 }
 
 int32_t DataSnooping(Context* context, uint32_t kind, double levelAlpha, double planeAlpha) {
-  return Guarded(
-      0, [=] { return brenu::RunDataSnooping(*context, kind, levelAlpha, planeAlpha) ? 1 : 0; },
-      context);
+  const auto snoop = [=] {
+    return brenu::RunDataSnooping(*context, kind, levelAlpha, planeAlpha);
+  };
+  return Reported(context, snoop) ? 1 : 0;
 }
 
 // ---- Results ----
@@ -304,8 +313,7 @@ bool GetHeightObsResult(Context* context, int32_t station, const char* target, d
 // ---- Closure errors and reports ----
 
 bool CalculateCloseError(Context* context) {
-  return Guarded(
-      false, [=] { return brenu::CalculateClosures(*context); }, context);
+  return Reported(context, [=] { return brenu::CalculateClosures(*context); });
 }
 
 int32_t GetCloseErrorCount(Context* context) {
@@ -329,33 +337,33 @@ int32_t GetCloseErrorMark(Context* context) {
 }
 
 bool ExportResultFile(Context* context, const char* path) {
-  return Guarded(
-      false, [=] { return brenu::WriteResultReport(*context, path); }, context, path);
+  const auto write = [=] { return brenu::WriteResultReport(*context, brenu::NarrowPath(path)); };
+  return Reported(context, write, path);
 }
 
 bool ExportCloseErrorFile(Context* context, const char* path) {
-  return Guarded(
-      false, [=] { return brenu::WriteClosureReport(context->closeErrors, path); }, context, path);
+  return Reported(
+      context,
+      [=]() -> Outcome {
+        if (context->closeErrors.empty()) return brenu::Error(BRENU_NO_CLOSURES);
+        if (brenu::WriteClosureReport(context->closeErrors, brenu::NarrowPath(path))) return {};
+        return brenu::Error(BRENU_FILE_NOT_WRITTEN, {path});
+      },
+      path);
 }
 
 // ---- Trilateration and traverses ----
 
 bool JudgeTrilateration(Context* context) {
-  return Guarded(
-      false, [=] { return brenu::BeginTrilateration(*context); }, context);
+  return Reported(context, [=] { return brenu::BeginTrilateration(*context); });
 }
 
 bool InitializeDataTrilateration(Context* context) {
-  return Guarded(
-      false, [=] { return brenu::HasPlane(context->netType) && context->planeNet.PrepareAdj(); },
-      context);
+  return Reported(context, [=] { return brenu::PreparePlane(*context); });
 }
 
 bool TrilaterationDirection(Context* context) {
-  return Guarded(
-      false,
-      [=] { return brenu::HasPlane(context->netType) && context->planeNet.FinishTrilateration(); },
-      context);
+  return Reported(context, [=] { return brenu::FinishTrilateration(*context); });
 }
 
 int32_t GetTrilaterationDirection(Context* context, CircleRecord* first, CircleRecord* second,

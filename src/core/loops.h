@@ -1,8 +1,5 @@
 #pragma once
 
-#include <cstdint>
-#include <vector>
-
 #include "core/bridges.h"
 #include "core/route_search.h"
 
@@ -17,16 +14,15 @@ template <typename Visit>
 void ForEachLoop(const RouteGraph& graph, Visit visit) {
   RouteSearch search(graph);
   // A bridge lies on no loop: it is passed over like a line on a loop found before.
-  std::vector<char> isMarked = FindBridges(graph);
-  const auto mark = [&isMarked](std::int32_t k) { isMarked[static_cast<std::size_t>(k)] = 1; };
-  for (std::int32_t k = 0; k < graph.LineCount(); ++k) {
-    if (isMarked[static_cast<std::size_t>(k)] != 0) continue;
+  Table<LineNo, char> isMarked = FindBridges(graph);
+  for (const LineNo k : graph.Lines()) {
+    if (isMarked[k] != 0) continue;
     const RouteLine& line = graph.Line(k);
     search.Run(line.to, k, line.from);
     if (!search.IsReached(line.from)) continue;
-    mark(k);
-    for (std::int32_t node = line.from; node != line.to; node = search.Predecessor(node)) {
-      mark(graph.FirstLineBetween(node, search.Predecessor(node)));
+    isMarked[k] = 1;
+    for (Slot node = line.from; node != line.to; node = search.Predecessor(node)) {
+      isMarked[graph.FirstLineBetween(node, search.Predecessor(node))] = 1;
     }
     visit(k, search);
   }

@@ -37,7 +37,7 @@ class NormalEquations {
   // The numbers 0..count-1 of equations in the order in which they are added fastest; `unknownOf`
   // gives any one unknown of each.
   template <typename UnknownOf>
-  std::vector<std::int32_t> FastestOrder(std::size_t count, UnknownOf unknownOf) const;
+  std::vector<std::size_t> FastestOrder(std::size_t count, UnknownOf unknownOf) const;
 
   // Starts anew with N and b zero; the last solution stays until the next one.
   void Reset();
@@ -75,15 +75,13 @@ class NormalEquations {
 };
 
 template <typename UnknownOf>
-std::vector<std::int32_t> NormalEquations::FastestOrder(std::size_t count,
-                                                        UnknownOf unknownOf) const {
-  std::vector<std::pair<std::int32_t, std::int32_t>> byPlace;
+std::vector<std::size_t> NormalEquations::FastestOrder(std::size_t count,
+                                                       UnknownOf unknownOf) const {
+  std::vector<std::pair<std::int32_t, std::size_t>> byPlace;
   byPlace.reserve(count);
-  for (std::size_t k = 0; k < count; ++k) {
-    byPlace.emplace_back(m_matrix->PlaceOf(unknownOf(k)), static_cast<std::int32_t>(k));
-  }
+  for (std::size_t k = 0; k < count; ++k) byPlace.emplace_back(m_matrix->PlaceOf(unknownOf(k)), k);
   std::sort(byPlace.begin(), byPlace.end());
-  std::vector<std::int32_t> order;
+  std::vector<std::size_t> order;
   order.reserve(count);
   for (const auto& [place, k] : byPlace) order.push_back(k);
   return order;

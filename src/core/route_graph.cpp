@@ -7,58 +7,74 @@ namespace brenu {
 
 RouteGraph::RouteGraph(std::int32_t nodeCount, std::vector<RouteLine> lines,
                        std::vector<char> isEnd)
-    : m_lines(std::move(lines)),
-      m_isEnd(std::move(isEnd)),
-      m_placeOf(static_cast<std::size_t>(nodeCount)) {
-  std::iota(m_placeOf.begin(), m_placeOf.end(), 0);
+    : m_lines(std::move(lines)), m_isEnd(std::move(isEnd)) {
+  const auto count = static_cast<std::size_t>(nodeCount);
+  m_nodeAt.Reserve(count);
+  for (const Slot node : IndexRange<Slot>(count)) {
+    m_nodeAt.Add(node);
+    m_placeOf.Add(Place(node.Number()));
+  }
   GroupSteps();
   PlaceAlongLines();
   GroupSteps();
 }
 
 void RouteGraph::GroupSteps() {
-  m_firstAt.assign(m_placeOf.size() + 1, 0);
+  std::vector<std::int32_t> next(NodeCount() + 1, 0);
   for (const RouteLine& line : m_lines) {
-    ++m_firstAt[static_cast<std::size_t>(PlaceOf(line.from)) + 1];
-    ++m_firstAt[static_cast<std::size_t>(PlaceOf(line.to)) + 1];
+    ++next[PlaceOf(line.from).Position() + 1];
+    ++next[PlaceOf(line.to).Position() + 1];
   }
-  std::partial_sum(m_firstAt.begin(), m_firstAt.end(), m_firstAt.begin());
-  std::vector<std::int32_t> next(m_firstAt.begin(), m_firstAt.end() - 1);
-  m_steps.resize(2 * m_lines.size());
-  const auto add = [&](std::int32_t place, const RouteStep& step) {
-    m_steps[static_cast<std::size_t>(next[static_cast<std::size_t>(place)]++)] = step;
+  std::partial_sum(next.begin(), next.end(), next.begin());
+  m_firstAt = Table<Place, std::int32_t>(next);
+  m_steps.resize(2 * m_lines.Size());
+  const auto add = [&](Place place, const RouteStep& step) {
+    m_steps[static_cast<std::size_t>(next[place.Position()]++)] = step;
   };
-  for (std::int32_t k = 0; k < LineCount(); ++k) {
+  for (const LineNo k : Lines()) {
     const RouteLine& line = Line(k);
     add(PlaceOf(line.from), {k, PlaceOf(line.to), line.length});
     add(PlaceOf(line.to), {k, PlaceOf(line.from), line.length});
   }
 }
 
-// Places are taken breadth first.  While they are, the steps are still grouped by node.
+// Places are taken breadth first.  While they are, the steps are still grouped in node order.
 void RouteGraph::PlaceAlongLines() {
-  m_placeOf.assign(m_placeOf.size(), -1);
-  m_nodeAt.reserve(m_placeOf.size());
-  const auto take = [this](std::int32_t node) {
-    std::int32_t& place = m_placeOf[static_cast<std::size_t>(node)];
-    if (place >= 0) return;
-    place = static_cast<std::int32_t>(m_nodeAt.size());
-    m_nodeAt.push_back(node);
+  std::vector<Slot> order;  // by new place
+  order.reserve(NodeCount());
+  std::vector<char> isTaken(NodeCount(), 0);  // by old place
+  const auto take = [&](Place old) {
+    if (std::exchange(isTaken[old.Position()], 1) == 0) order.push_back(m_nodeAt[old]);
   };
-  for (std::int32_t start = 0; start < NodeCount(); ++start) {
-    const std::size_t first = m_nodeAt.size();
+  for (const Place start : Places()) {
+    const std::size_t first = order.size();
     take(start);
-    for (std::size_t k = first; k < m_nodeAt.size(); ++k) {
-      for (const RouteStep& step : StepsFrom(m_nodeAt[k])) take(step.to);
+    for (std::size_t k = first; k < order.size(); ++k) {
+      for (const RouteStep& step : StepsFrom(m_placeOf[order[k]])) take(step.to);
     }
   }
+  m_nodeAt = Table<Place, Slot>(std::move(order));
+  for (const Place place : Places()) m_placeOf[m_nodeAt[place]] = place;
 }
 
-std::int32_t RouteGraph::FirstLineBetween(std::int32_t a, std::int32_t b) const {
-  for (const RouteStep& step : StepsFrom(PlaceOf(a))) {
-    if (step.to == PlaceOf(b)) return step.line;
+std::span<const RouteStep> RouteGraph::StepsFrom(Place place) const {
+  const auto first = static_cast<std::size_t>(m_firstAt[place]);
+  ++place;
+  const auto end = static_cast<std::size_t>(m_firstAt[place]);
+  return std::span(m_steps).subspan(first, end - first);
+}
+
+LineNo RouteGraph::FirstLineBetween(Slot a, Slot b) const {
+  auto steps = StepsFrom(PlaceOf(a));
+  Place other = PlaceOf(b);
+  if (const auto back = StepsFrom(other); back.size() < steps.size()) {  // fewer to look at
+    steps = back;
+    other = PlaceOf(a);
   }
-  return -1;
+  for (const RouteStep& step : steps) {
+    if (step.to == other) return step.line;
+  }
+  return LineNo();
 }
 
 }  // namespace brenu

@@ -19,57 +19,52 @@ namespace brenu {
 // the passes would have found the route.  Lengths must be finite and not negative.
 class RouteSearch {
  public:
-  static constexpr std::int32_t kNone = -1;
-
   // The graph must outlive the search.
   explicit RouteSearch(const RouteGraph& graph);
 
-  // Finds the routes from `source` that do not use the line `excluded`; stops as soon as the route
-  // to `target` is known.  kNone excludes nothing, and finds all routes.
-  void Run(std::int32_t source, std::int32_t excluded, std::int32_t target);
+  // Finds all routes from `source`...
+  void Run(Slot source) { Run(source, LineNo(), Slot()); }
+  // ...or those that do not use the line `excluded`, until the route to `target` is known.
+  void Run(Slot source, LineNo excluded, Slot target);
 
-  bool IsReached(std::int32_t node) const { return At(m_graph.PlaceOf(node)).run == m_run; }
+  bool IsReached(Slot node) const { return RouteTo(node).run == m_run; }
   // For nodes reached:
-  double Length(std::int32_t node) const { return At(m_graph.PlaceOf(node)).length; }
+  double Length(Slot node) const { return RouteTo(node).length; }
   // Summed from the source on.
-  double Rise(std::int32_t node) const;
+  double Rise(Slot node) const;
   // The node before this one; the source is its own.
-  std::int32_t Predecessor(std::int32_t node) const {
-    return m_graph.NodeAt(At(m_graph.PlaceOf(node)).predecessor);
-  }
+  Slot Predecessor(Slot node) const { return m_graph.NodeAt(RouteTo(node).predecessor); }
   // Whether the route has two lines or more.
-  bool HasTwoLines(std::int32_t node) const;
+  bool HasTwoLines(Slot node) const;
 
  private:
   // When the passes would have found a route.
   struct Moment {
-    std::int32_t pass, line;
-    bool operator==(const Moment&) const = default;
-    bool operator<(const Moment& other) const {
-      return std::tie(pass, line) < std::tie(other.pass, other.line);
-    }
+    std::int32_t pass;
+    LineNo line;
+    auto operator<=>(const Moment&) const = default;
   };
   struct Route {
-    double length = 0.0;            // from the source
-    Moment found{};                 // with the last line
-    std::int32_t predecessor = -1;  // a place; the source is its own
-    std::int32_t run = 0;           // the run that wrote this route
+    double length = 0.0;   // from the source
+    Moment found{};        // with the last line
+    Place predecessor;     // the source is its own
+    std::int32_t run = 0;  // the run that wrote this route
   };
   struct Candidate {
     double length;
     Moment found;
-    std::int32_t place;
+    Place place;
     bool operator>(const Candidate& other) const {
       return std::tie(other.length, other.found, other.place) < std::tie(length, found, place);
     }
   };
 
-  const Route& At(std::int32_t place) const { return m_routes[static_cast<std::size_t>(place)]; }
-  void Offer(std::int32_t from, const RouteStep& step);
+  const Route& RouteTo(Slot node) const { return m_routes[m_graph.PlaceOf(node)]; }
+  void Offer(Place from, const RouteStep& step);
 
   const RouteGraph& m_graph;
   std::int32_t m_run = 0;
-  std::vector<Route> m_routes;  // by place of the end
+  Table<Place, Route> m_routes;  // by their end
   std::priority_queue<Candidate, std::vector<Candidate>, std::greater<>> m_queue;
 };
 

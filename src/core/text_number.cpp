@@ -44,19 +44,23 @@ bool IsTooLarge(std::string_view number) {
 
 }  // namespace
 
-double ParseDouble(std::string_view text) {
+ParsedDouble ParseWholeDouble(std::string_view text) {
   text = SkipBlanks(text);
   const bool minus = TakeMinus(text);
-  if (text.empty() || text.front() == '-') return 0.0;
+  if (text.empty() || text.front() == '-') return {0.0, false};
   double value = 0.0;
-  const auto result = std::from_chars(text.data(), text.data() + text.size(), value);
+  const char* const end = text.data() + text.size();
+  const auto result = std::from_chars(text.data(), end, value);
+  const auto length = static_cast<std::size_t>(result.ptr - text.data());
   if (result.ec == std::errc::result_out_of_range) {
-    const auto length = static_cast<std::size_t>(result.ptr - text.data());
     const bool large = IsTooLarge(text.substr(0, length));
     value = large ? std::numeric_limits<double>::infinity() : 0.0;
   }
-  return minus ? -value : value;
+  const bool isWhole = length > 0 && SkipBlanks(text.substr(length)).empty();
+  return {minus ? -value : value, isWhole};
 }
+
+double ParseDouble(std::string_view text) { return ParseWholeDouble(text).value; }
 
 std::int32_t ParseInt(std::string_view text) {
   text = SkipBlanks(text);

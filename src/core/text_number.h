@@ -10,6 +10,12 @@ namespace brenu {
 // Leading blanks, a sign, then the longest prefix that is a number; 0 when there is none.  Values
 // out of range give an infinity, zero, or the nearest whole number.  Decimal notation only.
 double ParseDouble(std::string_view text);
+// The same, and whether the number makes up the whole text but for blanks around it.
+struct ParsedDouble {
+  double value;
+  bool isWhole;
+};
+ParsedDouble ParseWholeDouble(std::string_view text);
 std::int32_t ParseInt(std::string_view text);
 
 // Fixed notation with `decimals` places, rounded to nearest from the exact binary value.

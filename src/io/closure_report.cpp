@@ -36,7 +36,7 @@ void AppendRecord(std::string& out, const CloseError& r) {
 
 }  // namespace
 
-bool WriteClosureReport(const std::vector<CloseError>& records, const char* path) {
+bool WriteClosureReport(const std::vector<CloseError>& records, const FilePath& path) {
   if (records.empty()) return false;
   std::string out;
   for (const CloseError& record : records) AppendRecord(out, record);

@@ -1,34 +1,25 @@
+#include "io/project_file.h"
+
 #include <string>
 
 #include "core/text_number.h"
-#include "io/project_file.h"
-#include "io/replace_file.h"
+#include "io/grammar.h"
 
 namespace brenu {
 
 namespace {
 
 void AppendParam(std::string& out, const AdjParam& param) {
-  const auto addDouble = [&out](const char* key, double value) {
-    out += key;
-    AppendGeneral(out, value);
+  for (const ParamKey& key : ProjectGrammar().keys) {
+    out += key.key;
+    out += ':';
+    if (key.real != nullptr) {
+      AppendGeneral(out, param.*key.real);
+    } else {
+      AppendInt(out, param.*key.whole);
+    }
     out += '\n';
-  };
-  const auto addInt = [&out](const char* key, std::int32_t value) {
-    out += key;
-    AppendInt(out, value);
-    out += '\n';
-  };
-  out += "[PARAM]\n";
-  addDouble("MO:", param.MO);
-  addDouble("MS:", param.MS);
-  addDouble("MR:", param.MR);
-  addInt("Lvl1:", param.Lvl1);
-  addInt("Lvl2:", param.Lvl2);
-  addInt("Lvl1Limit:", param.Lvl1Limit);
-  addInt("Lvl2Limit:", param.Lvl2Limit);
-  addInt("Limit:", param.Limit);
-  addInt("format:", param.format);
+  }
 }
 
 void AppendType(std::string& out, std::int32_t type) {
@@ -49,35 +40,43 @@ void AppendField(std::string& out, double value, double absent, bool fixed) {
 
 }  // namespace
 
-bool WriteProjectFile(const AdjustmentContext& context, const char* path) {
+Replaced WriteProjectFile(const AdjParam& param, const Store& store, const FilePath& path) {
+  const Grammar& grammar = ProjectGrammar();
   std::string out;
-  AppendParam(out, context.param);
+  const auto begin = [&](Section section) {
+    if (!out.empty()) out += '\n';
+    out += grammar.HeaderOf(section);
+    out += '\n';
+  };
+  begin(Section::kParameters);
+  AppendParam(out, param);
 
-  out += "\n[PT]\n";
-  for (const auto& [index, point] : context.store.Points()) {
+  begin(Section::kPoints);
+  for (const auto& [index, point] : store.Points()) {
     out += NameOf(point);
     out += ',';
     AppendType(out, point.type);
-    for (const double value : {point.x, point.y, point.h}) AppendField(out, value, 0.0, true);
+    for (const Field& field : grammar.points.fields.subspan(2)) {
+      AppendField(out, point.*field.ofPoint, 0.0, true);
+    }
     out += '\n';
   }
 
-  out += "\n[OBS]\n";
+  begin(Section::kObservations);
   // Only the first point line brings in the six decimals that the rest of the file keeps.
-  const bool fixed = !context.store.Points().empty();
-  for (const auto& [station, targets] : context.store.Observations()) {
+  const bool fixed = !store.Points().empty();
+  for (const auto& [station, targets] : store.Observations()) {
     for (const auto& [target, obs] : targets) {
       out += station;
       out += ',';
       out += target;
-      AppendField(out, obs.direction, kAbsentAngle, fixed);
-      AppendField(out, obs.distance, kAbsentLength, fixed);
-      AppendField(out, obs.heightDiff, kAbsentLength, fixed);
-      AppendField(out, obs.azimuth, kAbsentAngle, fixed);
+      for (const Field& field : grammar.observations.fields.subspan(2)) {
+        AppendField(out, obs.*field.ofObs, ParseDouble(field.whenEmpty), fixed);
+      }
       out += '\n';
     }
   }
-  return ReplaceFile(path, out) != Replaced::kNotOpened;
+  return ReplaceFile(path, out);
 }
 
 }  // namespace brenu

@@ -3,6 +3,8 @@
 #include <cstdint>
 #include <string_view>
 
+#include "io/file_path.h"
+
 namespace brenu {
 
 enum class Replaced : std::uint8_t {
@@ -19,6 +21,6 @@ enum class Replaced : std::uint8_t {
 // pointing to it; another hard link keeps the old contents.  Where that cannot be done (a device, a
 // folder that takes no new file, a group that cannot be kept) the file is written in place, without
 // that promise.
-Replaced ReplaceFile(const char* path, std::string_view text);
+Replaced ReplaceFile(const FilePath& path, std::string_view text);
 
 }  // namespace brenu

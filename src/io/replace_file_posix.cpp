@@ -46,8 +46,9 @@ bool WriteAll(int fd, std::string_view text) {
 }
 
 // The file that a path leads to, symbolic links followed; empty when the system cannot tell.
-std::string Resolve(const char* path) {
-  const std::unique_ptr<char, void (*)(void*)> target(::realpath(path, nullptr), &std::free);
+std::string Resolve(const FilePath& path) {
+  const std::unique_ptr<char, void (*)(void*)> target(::realpath(path.c_str(), nullptr),
+                                                      &std::free);
   return target ? target.get() : std::string();
 }
 
@@ -106,7 +107,7 @@ bool IsForbidden(int error) {
 
 // Nothing where the file has to be written in place.  It has not when the disk is full: the old
 // contents must stay.
-std::optional<Replaced> WriteBeside(const char* path, const struct stat& old,
+std::optional<Replaced> WriteBeside(const FilePath& path, const struct stat& old,
                                     std::string_view text) {
   std::string target = Resolve(path);
   if (target.empty()) return std::nullopt;
@@ -121,11 +122,11 @@ std::optional<Replaced> WriteBeside(const char* path, const struct stat& old,
 
 }  // namespace
 
-Replaced ReplaceFile(const char* path, std::string_view text) {
-  Descriptor file(::open(path, O_WRONLY | O_CLOEXEC));
+Replaced ReplaceFile(const FilePath& path, std::string_view text) {
+  Descriptor file(::open(path.c_str(), O_WRONLY | O_CLOEXEC));
   if (!file.IsOpen() && errno == ENOENT) {
     // A new file has nothing to lose.
-    Descriptor created(::open(path, O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0666));
+    Descriptor created(::open(path.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0666));
     return created.IsOpen() ? WriteInPlace(created, false, text) : Replaced::kNotOpened;
   }
   struct stat old {};

@@ -128,7 +128,7 @@ class ReportWriter {
                     [this](const HeightRow& r) {
                       m_out.Cell(r.from);
                       m_out.Cell(r.to);
-                      m_out.Cell(r.observed);
+                      m_out.Cell(r.result.observed);
                       m_out.Cell(r.result.weight);
                       m_out.Cell(r.result.residual * kMillimetres);
                       m_out.Cell(r.result.adjusted);
@@ -141,7 +141,7 @@ class ReportWriter {
   void WriteObsRow(const PlaneObsRow& r, double scale) {
     m_out.Cell(r.from);
     m_out.Cell(r.to);
-    m_out.Cell(r.observed);
+    m_out.Cell(r.result.observed);
     m_out.Cell(r.result.apriori * scale);
     m_out.Cell(r.result.residual * scale);
     m_out.Cell(r.result.adjusted);
@@ -187,7 +187,7 @@ class ReportWriter {
       out += label::kLevelNet;
       out += '\n';
       out += label::kErrorPerKilometre;
-      AppendFixed(out, m_context.levelNet.Sigma0() * kMillimetres, 3);
+      AppendFixed(out, m_context.level.results.Sigma0() * kMillimetres, 3);
       out += "(mm)\n";
     }
     if (HasPlane(m_context.netType)) {
@@ -195,10 +195,10 @@ class ReportWriter {
       out += label::kPlaneNet;
       out += '\n';
       out += label::kAprioriError;
-      AppendFixed(out, m_context.planeNet.Param().MO, 2);
+      AppendFixed(out, m_context.plane.results.Param().MO, 2);
       out += "(s)      ";
       out += label::kPosteriorError;
-      AppendFixed(out, m_context.planeNet.Sigma0(), 2);
+      AppendFixed(out, m_context.plane.results.Sigma0(), 2);
       out += "(s)\n";
     }
   }
@@ -210,9 +210,11 @@ class ReportWriter {
 
 }  // namespace
 
-bool WriteResultReport(const AdjustmentContext& context, const char* path) {
+Outcome WriteResultReport(const AdjustmentContext& context, const FilePath& path) {
   ReportWriter writer(context);
-  return ReplaceFile(path, writer.Write()) == Replaced::kDone && writer.IsComplete();
+  if (ReplaceFile(path, writer.Write()) != Replaced::kDone) return Error(BRENU_FILE_NOT_WRITTEN);
+  if (!writer.IsComplete()) return Error(BRENU_REPORT_STOPS_SHORT);
+  return {};
 }
 
 }  // namespace brenu

@@ -14,8 +14,8 @@ class TableBuilder {
   ResultTables Build() {
     const bool plane = HasPlane(m_context.netType);
     const bool level = ReportsHeights(m_context);
-    const PlaneNet& planeNet = m_context.planeNet;
-    const LevelNet& levelNet = m_context.levelNet;
+    const PlaneAdjustment& planeNet = m_context.plane.results;
+    const LevelAdjustment& levelNet = m_context.level.results;
 
     Points(ResultTable::kApproximate, m_tables.approximate,
            [&](const PointData& p) { return Approximate(p); });
@@ -28,15 +28,15 @@ class TableBuilder {
       Points(ResultTable::kVertical, m_tables.vertical, [&](const PointData& p) {
         return Named<VerticalRow>(p, levelNet.ResultOfPoint(NameOf(p)));
       });
-      Lines(ResultTable::kHeight, m_tables.heights, IsLevelled, &ObsData::heightDiff,
+      Lines(ResultTable::kHeight, m_tables.heights, IsLevelled,
             [&](auto from, auto to) { return levelNet.ResultOfObs(from, to); });
     }
     if (plane) {
-      Lines(ResultTable::kDirection, m_tables.directions, HasDirection, &ObsData::direction,
+      Lines(ResultTable::kDirection, m_tables.directions, HasDirection,
             [&](auto from, auto to) { return planeNet.ResultOfDirection(from, to); });
-      Lines(ResultTable::kLength, m_tables.lengths, HasDistance, &ObsData::distance,
+      Lines(ResultTable::kLength, m_tables.lengths, HasDistance,
             [&](auto from, auto to) { return planeNet.ResultOfDistance(from, to); });
-      Lines(ResultTable::kAzimuth, m_tables.azimuths, HasAzimuth, &ObsData::azimuth,
+      Lines(ResultTable::kAzimuth, m_tables.azimuths, HasAzimuth,
             [&](auto from, auto to) { return planeNet.ResultOfAzimuth(from, to); });
       Precision();
     }
@@ -71,7 +71,7 @@ class TableBuilder {
 
   template <typename Row, typename LookUp>
   void Lines(ResultTable table, std::vector<Row>& rows, bool (*has)(const ObsData&),
-             double ObsData::*observed, LookUp lookUp) {
+             LookUp lookUp) {
     if (m_tables.failedIn) return;
     for (const auto& [from, targets] : m_context.store.Observations()) {
       for (const auto& [to, obs] : targets) {
@@ -81,13 +81,13 @@ class TableBuilder {
           m_tables.failedIn = table;
           return;
         }
-        rows.push_back({from, to, obs.*observed, *result});
+        rows.push_back({from, to, *result});
       }
     }
   }
 
   void Precision() {
-    const PlaneNet& net = m_context.planeNet;
+    const PlaneAdjustment& net = m_context.plane.results;
     if (m_tables.failedIn) return;
     for (const auto& [from, targets] : m_context.store.Observations()) {
       for (const auto& entry : targets) {
@@ -98,7 +98,7 @@ class TableBuilder {
           m_tables.failedIn = ResultTable::kPrecision;
           return;
         }
-        m_tables.precision.push_back({from, to, 0.0, *result});
+        m_tables.precision.push_back({from, to, *result});
       }
     }
   }
@@ -106,16 +106,16 @@ class TableBuilder {
   std::optional<PointRow> Approximate(const PointData& p) const {
     PointRow row{NameOf(p), p.x, p.y, p.h, p.type};
     if (HasPlane(m_context.netType)) {
-      const PointData* point =
-          m_context.planeNet.FindPoint(m_context.planeNet.IndexOfPoint(row.name));
-      if (point == nullptr) return std::nullopt;
+      const PlanePart& plane = m_context.plane;
+      const auto point = plane.points.FindPoint(plane.net->layout.IndexOfPoint(row.name).Number());
+      if (!point) return std::nullopt;
       row.x = point->x;
       row.y = point->y;
     }
     if (ReportsHeights(m_context)) {
-      const std::int32_t number = m_context.levelNet.IndexOfPoint(row.name);
-      if (number < 0) return std::nullopt;
-      row.h = m_context.levelNet.Point(number).h;
+      const PointNo number = m_context.level.net->layout.IndexOfPoint(row.name);
+      if (number.IsNone()) return std::nullopt;
+      row.h = m_context.level.heights[number];
     }
     if (m_context.netType == kNoControl) return std::nullopt;
     return row;
@@ -124,13 +124,13 @@ class TableBuilder {
   std::optional<PointRow> Control(const PointData& p) const {
     PointRow row{NameOf(p), p.x, p.y, p.h, p.type};
     if (HasPlane(m_context.netType)) {
-      const auto plane = m_context.planeNet.ResultOfPoint(row.name);
+      const auto plane = m_context.plane.results.ResultOfPoint(row.name);
       if (!plane) return std::nullopt;
       row.x = plane->x;
       row.y = plane->y;
     }
     if (ReportsHeights(m_context)) {
-      const auto level = m_context.levelNet.ResultOfPoint(row.name);
+      const auto level = m_context.level.results.ResultOfPoint(row.name);
       if (!level) return std::nullopt;
       row.h = level->height;
     }
@@ -154,7 +154,8 @@ std::size_t RowCount(const ResultTables& t) {
 }
 
 bool ReportsHeights(const AdjustmentContext& context) {
-  return HasLevelling(context.netType) && context.param.format != kFormatDistancesOnly;
+  return HasLevelling(context.netType) &&
+         context.level.net->param.format != kFormatDistancesOnly;
 }
 
 }  // namespace brenu

@@ -6,7 +6,7 @@
 #include <string_view>
 #include <vector>
 
-#include "api/adjustment_context.h"
+#include "job/adjustment_context.h"
 
 namespace brenu {
 
@@ -27,7 +27,6 @@ struct NamedPoint {
 template <typename Result>
 struct NamedLine {
   std::string_view from, to;
-  double observed;  // dd.mmss or metres; not used where nothing is observed
   Result result;
 };
 

@@ -1,6 +1,7 @@
-#include <cmath>
+#include "level/level_adjustment.h"
 
-#include "level/level_net.h"
+#include <cmath>
+#include <utility>
 
 namespace brenu {
 
@@ -9,93 +10,131 @@ namespace {
 constexpr double kFixingWeight = 1e30;
 }  // namespace
 
-bool LevelNet::LevelAdjust() {
-  if (!CalcApproxHeight()) return false;
-  if (!FormNormalEquation()) return false;
+LevelAdjustment::LevelAdjustment(std::shared_ptr<const LevelNet> net,
+                                 std::int32_t mostPackedUnknowns)
+    : m_net(std::move(net)), m_normal(mostPackedUnknowns) {}
+
+bool LevelAdjustment::PrepareLevel() {
+  const NetworkLayout& net = m_net->layout;
+  const std::size_t points = m_net->points.Size();
+  const std::size_t sights = net.Sights().Size();
+  m_pointSigma.Assign(points, 0.0);
+  m_obsSigma.Assign(sights, 0.0);
+  // A name that no point has stands at height 0.
+  m_heights.Assign(net.Slots().Size(), 0.0);
+  for (const PointNo i : net.Points()) m_heights[net.SlotOf(i)] = m_net->points[i].h;
+  m_weight.Reserve(sights);
+  for (const Sight& s : net.Sights()) m_weight.Add(1000.0 / s.obs.distance);
+  // Results are there when these two are: should memory end on the way, there are none.
+  m_solution.Assign(points, 0.0);
+  m_residual.Assign(sights, 0.0);
+  return points > 0 && sights > 0;
+}
+
+Outcome LevelAdjustment::LevelAdjust() {
+  if (Outcome reached = CalcApproxHeight(); !reached.ok) return reached;
+  if (Outcome formed = FormNormalEquation(); !formed.ok) return formed;
   HoldKnownHeights();
-  if (!SolveHeight()) return false;
+  if (Outcome solved = SolveHeight(); !solved.ok) return solved;
   SetSigma0(CalcVtPV());
   CalcLevelPrecision();
-  return true;
+  return ExplainNotFinite();
 }
 
 // Lines of weight 0 stay in the pattern.
-UnknownPattern LevelNet::MakePattern() const {
-  UnknownPattern pattern = PointPattern(m_net->PointCount(), 1);
-  for (const Sight& s : m_net->Sights()) {
-    pattern.Connect(m_net->PointOf(s.station), m_net->PointOf(s.target));
+UnknownPattern LevelAdjustment::MakePattern() const {
+  const NetworkLayout& net = m_net->layout;
+  UnknownPattern pattern = PointPattern(net.PointCount(), 1);
+  for (const Sight& s : net.Sights()) {
+    pattern.Connect(net.PointOf(s.station).Number(), net.PointOf(s.target).Number());
   }
   return pattern;
 }
 
-bool LevelNet::FormNormalEquation() {
+Outcome LevelAdjustment::FormNormalEquation() {
   if (!m_normal.HasPattern()) m_normal.SetPattern(MakePattern());
   m_normal.Reset();
-  const auto sights = m_net->Sights();
-  for (std::size_t k = 0; k < sights.size(); ++k) {
-    const Sight& s = sights[k];
-    const std::int32_t i = m_net->PointOf(s.station);
-    const std::int32_t j = m_net->PointOf(s.target);
-    if (i < 0 || j < 0) return false;
-    const double computed = m_heights[static_cast<std::size_t>(s.target)] -
-                            m_heights[static_cast<std::size_t>(s.station)];
-    const Term equation[] = {{i, -1.0}, {j, 1.0}};
+  const NetworkLayout& net = m_net->layout;
+  for (const SightNo k : net.Sights().Indices()) {
+    const Sight& s = net.At(k);
+    const PointNo i = net.PointOf(s.station);
+    const PointNo j = net.PointOf(s.target);
+    if (i.IsNone() || j.IsNone()) {
+      return Error(BRENU_NAME_WITHOUT_POINT,
+                   {net.Names().NameAt(s.station), net.Names().NameAt(s.target)});
+    }
+    const double computed = m_heights[s.target] - m_heights[s.station];
+    const Term equation[] = {{i.Number(), -1.0}, {j.Number(), 1.0}};
     m_normal.Add(equation, m_weight[k], computed - s.obs.heightDiff);
   }
-  return true;
+  return {};
 }
 
-void LevelNet::HoldKnownHeights() {
-  for (std::int32_t i = 0; i < m_net->ControlCount(); ++i) {
-    m_normal.ReplaceDiagonal(m_net->PointOf(m_net->SlotOf(i)), kFixingWeight);
+void LevelAdjustment::HoldKnownHeights() {
+  const NetworkLayout& net = m_net->layout;
+  for (const PointNo i : net.ControlPoints()) {
+    m_normal.ReplaceDiagonal(net.PointOf(net.SlotOf(i)).Number(), kFixingWeight);
   }
 }
 
-bool LevelNet::SolveHeight() {
-  if (!m_normal.Solve()) return false;
+Outcome LevelAdjustment::SolveHeight() {
+  if (!m_normal.Solve()) return Error(BRENU_HEIGHTS_SINGULAR);
+  const NetworkLayout& net = m_net->layout;
   const auto solution = m_normal.Solution();
-  for (std::int32_t slot = 0; slot < m_net->SlotCount(); ++slot) {
-    const std::int32_t point = m_net->PointOf(slot);
-    if (point < 0) return false;
-    const auto i = static_cast<std::size_t>(point);
-    m_solution[i] = solution[i];
-    m_heights[static_cast<std::size_t>(slot)] += solution[i];
+  for (const Slot slot : net.Slots()) {
+    const PointNo point = net.PointOf(slot);
+    m_solution[point] = solution[point.Position()];
+    m_heights[slot] += solution[point.Position()];
   }
-  return true;
+  return {};
 }
 
-double LevelNet::CalcVtPV() {
+double LevelAdjustment::CalcVtPV() {
   double sum = 0.0;
-  const auto sights = m_net->Sights();
-  for (std::size_t k = 0; k < sights.size(); ++k) {
-    const Sight& s = sights[k];
-    const double v = m_heights[static_cast<std::size_t>(s.target)] -
-                     m_heights[static_cast<std::size_t>(s.station)] - s.obs.heightDiff;
+  const NetworkLayout& net = m_net->layout;
+  for (const SightNo k : net.Sights().Indices()) {
+    const Sight& s = net.At(k);
+    const double v = m_heights[s.target] - m_heights[s.station] - s.obs.heightDiff;
     m_residual[k] = v;
     sum += m_weight[k] * v * v;
   }
   return sum;
 }
 
-// The divisor is the number of new heights, not the redundancy.
-void LevelNet::SetSigma0(double vtpv) {
-  m_sigma0 = std::sqrt(vtpv / (m_net->PointCount() - m_net->ControlCount()));
+// The divisor is the number of new heights, not the redundancy (docs/computations.md, "Levelling").
+void LevelAdjustment::SetSigma0(double vtpv) {
+  m_sigma0 = std::sqrt(vtpv / m_net->layout.NewPointCount());
 }
 
-double LevelNet::CofactorOfDifference(const Sight& sight) const {
-  const std::int32_t i = m_net->PointOf(sight.station);
-  const std::int32_t j = m_net->PointOf(sight.target);
+double LevelAdjustment::CofactorOfDifference(const Sight& sight) const {
+  const std::int32_t i = m_net->layout.PointOf(sight.station).Number();
+  const std::int32_t j = m_net->layout.PointOf(sight.target).Number();
   return m_normal.Cofactor(j, j) + m_normal.Cofactor(i, i) - 2.0 * m_normal.Cofactor(i, j);
 }
 
-void LevelNet::CalcLevelPrecision() {
-  for (std::int32_t i = 0; i < m_net->PointCount(); ++i) {
-    m_pointSigma[static_cast<std::size_t>(i)] = m_sigma0 * std::sqrt(m_normal.Cofactor(i, i));
+void LevelAdjustment::CalcLevelPrecision() {
+  const NetworkLayout& net = m_net->layout;
+  for (const PointNo i : net.Points()) {
+    m_pointSigma[i] = m_sigma0 * std::sqrt(m_normal.Cofactor(i.Number(), i.Number()));
   }
-  const auto sights = m_net->Sights();
-  for (std::size_t k = 0; k < sights.size(); ++k) {
-    m_obsSigma[k] = m_sigma0 * std::sqrt(CofactorOfDifference(sights[k]));
+  for (const SightNo k : net.Sights().Indices()) {
+    m_obsSigma[k] = m_sigma0 * std::sqrt(CofactorOfDifference(net.At(k)));
   }
+}
+
+// The results stand all the same.
+Outcome LevelAdjustment::ExplainNotFinite() const {
+  Outcome outcome;
+  const NetworkLayout& net = m_net->layout;
+  for (const PointNo i : net.Points()) {
+    if (std::isfinite(m_heights[net.SlotOf(i)])) continue;
+    outcome.findings.push_back(Error(BRENU_HEIGHTS_NOT_FINITE));
+    return outcome;
+  }
+  if (net.NewPointCount() > 0 && Redundancy() > 0 && !std::isfinite(m_sigma0)) {
+    outcome.findings.push_back(Error(BRENU_HEIGHT_RESIDUALS_TOO_LARGE));
+  }
+  return outcome;
 }
 
 }  // namespace brenu

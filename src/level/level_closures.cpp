@@ -1,4 +1,7 @@
+#include "level/level_closures.h"
+
 #include <cmath>
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -7,7 +10,6 @@
 
 #include "core/closure_record.h"
 #include "core/loops.h"
-#include "level/level_net.h"
 
 namespace brenu {
 
@@ -18,11 +20,11 @@ namespace {
 std::optional<RouteGraph> MakeGraph(const NetworkLayout& net) {
   std::vector<RouteLine> lines;
   for (const Sight& s : net.Sights()) {
-    const bool named = net.PointOf(s.station) >= 0 && net.PointOf(s.target) >= 0;
+    const bool named = !net.PointOf(s.station).IsNone() && !net.PointOf(s.target).IsNone();
     if (!named || !(s.obs.distance >= 0.0) || !std::isfinite(s.obs.distance)) return std::nullopt;
     lines.push_back({s.station, s.target, s.obs.distance, s.obs.heightDiff});
   }
-  return RouteGraph(net.SlotCount(), std::move(lines));
+  return RouteGraph(net.Names().Count(), std::move(lines));
 }
 
 CloseError MakeRecord(std::string_view route, double misclosure, double length, double limit) {
@@ -35,9 +37,9 @@ CloseError MakeRecord(std::string_view route, double misclosure, double length, 
 }
 
 // The names from `start` back to the source, as far as a record can hold them.
-std::string RouteText(const NetworkLayout& net, const RouteSearch& search, std::int32_t start) {
+std::string RouteText(const NetworkLayout& net, const RouteSearch& search, Slot start) {
   std::string text = net.Names().NameAt(start);
-  std::int32_t slot = start;
+  Slot slot = start;
   while (search.Predecessor(slot) != slot && text.size() < sizeof(CloseError::route)) {
     slot = search.Predecessor(slot);
     text += kRouteJoint + net.Names().NameAt(slot);
@@ -47,39 +49,41 @@ std::string RouteText(const NetworkLayout& net, const RouteSearch& search, std::
 
 }  // namespace
 
-bool LevelNet::CalcLineCloseError(std::vector<CloseError>& records) const {
-  if (m_net->ControlCount() < 2) return false;
-  const std::optional<RouteGraph> graph = MakeGraph(*m_net);
+bool CalcLineCloseError(const LevelNet& net, const Table<Slot, double>& heights,
+                        std::vector<CloseError>& records) {
+  const NetworkLayout& layout = net.layout;
+  if (layout.ControlCount() < 2) return false;
+  const std::optional<RouteGraph> graph = MakeGraph(layout);
   if (!graph) return false;
   RouteSearch search(*graph);
-  for (std::int32_t s = 0; s < m_net->ControlCount(); ++s) {
-    const std::int32_t source = m_net->SlotOf(s);
-    if (m_net->PointOf(source) != s) continue;  // a second bench mark of the name
-    search.Run(source, RouteSearch::kNone, RouteSearch::kNone);
-    for (std::int32_t t = s + 1; t < m_net->ControlCount(); ++t) {
-      const std::int32_t end = m_net->SlotOf(t);
-      if (m_net->PointOf(end) != t || !search.IsReached(end) || !search.HasTwoLines(end)) continue;
-      const double known =
-          m_heights[static_cast<std::size_t>(end)] - m_heights[static_cast<std::size_t>(source)];
-      records.push_back(MakeRecord(RouteText(*m_net, search, end), known - search.Rise(end),
-                                   search.Length(end), m_param.Lvl1Limit));
+  for (PointNo s(0); s.Number() < layout.ControlCount(); ++s) {
+    const Slot source = layout.SlotOf(s);
+    if (layout.PointOf(source) != s) continue;  // a second bench mark of the name
+    search.Run(source);
+    for (PointNo t(s.Number() + 1); t.Number() < layout.ControlCount(); ++t) {
+      const Slot end = layout.SlotOf(t);
+      if (layout.PointOf(end) != t || !search.IsReached(end) || !search.HasTwoLines(end)) continue;
+      const double known = heights[end] - heights[source];
+      records.push_back(MakeRecord(RouteText(layout, search, end), known - search.Rise(end),
+                                   search.Length(end), net.param.Lvl1Limit));
     }
   }
   return true;
 }
 
-bool LevelNet::CalcLoopCloseError(std::vector<CloseError>& records) const {
-  const auto lineCount = static_cast<std::int64_t>(m_net->Sights().size());
-  if (lineCount - m_net->PointCount() + 1 < 1) return false;
-  const std::optional<RouteGraph> graph = MakeGraph(*m_net);
+bool CalcLoopCloseError(const LevelNet& net, std::vector<CloseError>& records) {
+  const NetworkLayout& layout = net.layout;
+  const auto lineCount = static_cast<std::int64_t>(layout.Sights().Size());
+  if (lineCount - layout.PointCount() + 1 < 1) return false;
+  const std::optional<RouteGraph> graph = MakeGraph(layout);
   if (!graph) return false;
-  ForEachLoop(*graph, [&](std::int32_t k, const RouteSearch& search) {
+  ForEachLoop(*graph, [&](LineNo k, const RouteSearch& search) {
     const RouteLine& line = graph->Line(k);
     if (!search.HasTwoLines(line.from)) return;
     const std::string route =
-        RouteText(*m_net, search, line.from) + kRouteJoint + m_net->Names().NameAt(line.from);
+        RouteText(layout, search, line.from) + kRouteJoint + layout.Names().NameAt(line.from);
     records.push_back(MakeRecord(route, -(search.Rise(line.from) + line.rise),
-                                 search.Length(line.from) + line.length, m_param.Lvl1Limit));
+                                 search.Length(line.from) + line.length, net.param.Lvl1Limit));
   });
   return true;
 }

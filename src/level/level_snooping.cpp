@@ -2,7 +2,7 @@
 
 #include "core/normal_quantile.h"
 #include "core/test_value.h"
-#include "level/level_net.h"
+#include "level/level_adjustment.h"
 
 namespace brenu {
 
@@ -14,41 +14,43 @@ constexpr double kRemovedWeight = 1e-10;  // below this an observation counts as
 constexpr double kUnchecked = 1e-9;
 }  // namespace
 
-bool LevelNet::IsRemoved(std::size_t observation) const {
+bool LevelAdjustment::IsRemoved(SightNo observation) const {
   return m_weight[observation] < kRemovedWeight;
 }
 
 // The observation in use with the largest standardised residual w = |v| / (0.001 sqrt(q_vv)).
-LevelNet::WorstObs LevelNet::FindWorst() const {
+LevelAdjustment::WorstObs LevelAdjustment::FindWorst() const {
   WorstObs worst;
-  const auto sights = m_net->Sights();
-  for (std::size_t k = 0; k < sights.size(); ++k) {
+  const auto& sights = m_net->layout.Sights();
+  for (const SightNo k : sights.Indices()) {
     if (IsRemoved(k)) continue;
     const double variance = 1.0 / m_weight[k];
     const double cofactor = variance - CofactorOfDifference(sights[k]);
     if (!(cofactor > kUnchecked * variance)) continue;
     const double w = std::fabs(m_residual[k] / (kApriori * std::sqrt(cofactor)));
-    if (IsLargerTestValue(w, worst.value)) worst = {static_cast<std::int32_t>(k), w};
+    if (IsLargerTestValue(w, worst.value)) worst = {k, w};
   }
   return worst;
 }
 
-bool LevelNet::LevelDataSnooping(double alpha) {
+Outcome LevelAdjustment::LevelDataSnooping(double alpha,
+                                           const std::function<void(int)>& announceRound) {
   const double critical = NormalQuantile(1.0 - alpha * 0.5);
-  if (!CalcApproxHeight()) return false;
+  if (Outcome reached = CalcApproxHeight(); !reached.ok) return reached;
   // Each round takes one observation out, so there are no more rounds than observations.
-  for (;;) {
-    if (!FormNormalEquation()) return false;
+  for (int round = 1;; ++round) {
+    if (announceRound) announceRound(round);
+    if (Outcome formed = FormNormalEquation(); !formed.ok) return formed;
     HoldKnownHeights();
-    if (!SolveHeight()) return false;
+    if (Outcome solved = SolveHeight(); !solved.ok) return solved;
     const double vtpv = CalcVtPV();
     const WorstObs worst = FindWorst();
-    if (worst.observation < 0 || !(worst.value > critical)) {
+    if (worst.observation.IsNone() || !(worst.value > critical)) {
       SetSigma0(vtpv);
       CalcLevelPrecision();
-      return true;
+      return ExplainNotFinite();
     }
-    m_weight[static_cast<std::size_t>(worst.observation)] = 0.0;
+    m_weight[worst.observation] = 0.0;
   }
 }
 

@@ -3,11 +3,9 @@
 #include <optional>
 #include <utility>
 
-namespace brenu {
+#include "plane/coordinates.h"
 
-struct Position {
-  double x, y;  // metres
-};
+namespace brenu {
 
 struct Circle {
   Position centre;

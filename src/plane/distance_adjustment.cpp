@@ -1,39 +1,81 @@
+// The adjustment of distances alone (format 3).
 #include <cmath>
 
 #include "plane/iteration.h"
-#include "plane/plane_net.h"
+#include "plane/plane_adjustment.h"
 
 namespace brenu {
 
-bool PlaneNet::AdjustDistances() {
-  if (m_coords.empty()) return false;  // never set up
-  for (std::int32_t i = 0; i < m_net->PointCount(); ++i) {
-    if (!HasCoordinates(m_net->SlotOf(i))) return false;
+Outcome PlaneAdjustment::AdjustDistances(const AdjParam& param) {
+  const NetworkLayout& net = m_net->layout;
+  if (m_coords.IsEmpty()) return Error(BRENU_NOT_PREPARED);
+  for (const PointNo i : net.Points()) {
+    if (!HasCoordinates(m_coords[net.SlotOf(i)])) {
+      return Error(BRENU_POINT_NOT_PLACED, {net.Names().NameAt(net.SlotOf(i))});
+    }
   }
-  m_firstUnknownPoint = m_net->ControlCount();
+  m_param = param;
+  m_turnedDirection = SightNo();
+  m_firstUnknownPoint = PointNo(net.ControlCount());
   m_normal.SetPattern(MakeDistancePattern());
-  const bool solved = IterateUntilSettled(
-      [this] { return BuildDistanceNormals() ? SolveAndUpdate() : kPassFailed; });
-  if (!solved) return false;
+  const Outcome settled = IterateUntilSettled([this] { return BuildDistanceNormals(); },
+                                              [this] { return SolveAndUpdate(); });
+  if (!settled.ok) return settled;
 
-  // The redundancy is that of all observations stored, though only distances take part.
+  // The redundancy is that of all observations stored, though only distances take part
+  // (docs/computations.md, "Distances only").
   CountRedundancy(m_obs.storedSetCount);
   m_sigma0 = std::sqrt(CalcDistanceResiduals() / m_redundancy);
   if (m_directionsDerived) DeriveDirections();
   CalcPointPrecision();
-  return true;
+  return ExplainResult();
 }
 
-bool PlaneNet::BuildDistanceNormals() {
-  m_normal.Reset();
-  for (const PlaneObs& o : m_obs.distances) {
-    if (!o.inUse) continue;
-    if (m_net->PointOf(o.from) < 0 || m_net->PointOf(o.to) < 0) return false;
-    const LineEquation line = DistanceCoefficients(o.from, o.to);
-    const double error = DistanceError(o.observed);
-    m_normal.Add(line.Terms(), 1.0 / (error * error), line.value - o.observed);
+// The new points alone, without orientations.
+UnknownPattern PlaneAdjustment::MakeDistancePattern() const {
+  const NetworkLayout& net = m_net->layout;
+  const std::int32_t known = net.ControlCount();
+  UnknownPattern pattern = PointPattern(net.NewPointCount(), 2);
+  for (const Sight& s : net.Sights()) {
+    pattern.Connect(net.PointOf(s.station).Number() - known, net.PointOf(s.target).Number() - known);
   }
-  return true;
+  return pattern;
+}
+
+Outcome PlaneAdjustment::BuildDistanceNormals() {
+  m_normal.Reset();
+  const NetworkLayout& net = m_net->layout;
+  for (const PlaneObs& o : m_obs.distances) {
+    if (o.inUse && (net.PointOf(o.from).IsNone() || net.PointOf(o.to).IsNone())) {
+      return Error(BRENU_NAME_WITHOUT_POINT,
+                   {net.Names().NameAt(o.from), net.Names().NameAt(o.to)});
+    }
+    AddDistance(o);
+  }
+  return {};
+}
+
+void PlaneAdjustment::TakePlacedPoints(const Table<PointNo, Position>& positions) {
+  for (const PointNo i : m_net->layout.NewPoints()) {
+    SetCoordinates(m_net->layout.SlotOf(i), positions[i]);
+  }
+  KeepApproximateCoordinates();
+  DeriveDirections();
+}
+
+// Every line with a distance or a reading gets the grid azimuth of its end points as direction.
+void PlaneAdjustment::DeriveDirections() {
+  const NetworkLayout& net = m_net->layout;
+  m_obs.directions.clear();
+  m_obs.sets.clear();
+  for (const SightNo k : net.Sights().Indices()) {
+    const Sight& s = net.At(k);
+    if (net.PointOf(s.station).IsNone() || net.PointOf(s.target).IsNone()) continue;
+    if (!HasDistance(s.obs) && !HasDirection(s.obs)) continue;
+    const double azimuth = DirectionCoefficients(s.station, s.target).value;
+    m_obs.directions.push_back({k, s.station, s.target, azimuth});
+  }
+  m_directionsDerived = true;
 }
 
 }  // namespace brenu

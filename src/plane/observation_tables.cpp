@@ -7,10 +7,8 @@
 namespace brenu {
 
 ObservationTables::ObservationTables(const NetworkLayout& layout) {
-  const auto sights = layout.Sights();
-  for (std::size_t k = 0; k < sights.size(); ++k) {
-    const Sight& s = sights[k];
-    const auto sight = static_cast<std::int32_t>(k);
+  for (const SightNo sight : layout.Sights().Indices()) {
+    const Sight& s = layout.At(sight);
     if (HasDirection(s.obs)) {
       const auto place = static_cast<std::int32_t>(directions.size());
       const bool newSet = directions.empty() || directions.back().from != s.station;
@@ -32,10 +30,10 @@ bool ObservationTables::HasDirectionInUse(const DirectionSet& set) const {
                      [](const PlaneObs& o) { return o.inUse; });
 }
 
-const PlaneObs* FindObs(const std::vector<PlaneObs>& table, std::int32_t sight) {
+const PlaneObs* FindObs(const std::vector<PlaneObs>& table, SightNo sight) {
   const auto found =
       std::lower_bound(table.begin(), table.end(), sight,
-                       [](const PlaneObs& o, std::int32_t wanted) { return o.sight < wanted; });
+                       [](const PlaneObs& o, SightNo wanted) { return o.sight < wanted; });
   return found != table.end() && found->sight == sight ? &*found : nullptr;
 }
 

@@ -9,8 +9,8 @@ namespace brenu {
 
 // One observation of the plane network.
 struct PlaneObs {
-  std::int32_t sight;     // its sight in the layout
-  std::int32_t from, to;  // slots of station and target
+  SightNo sight;          // its sight in the layout
+  Slot from, to;          // names of station and target
   double observed;        // radians, or metres for a distance
   double residual = 0.0;  // reduced observation, later residual: arc-seconds, or metres
   bool inUse = true;      // cleared when data snooping takes the observation out
@@ -38,6 +38,6 @@ struct ObservationTables {
 };
 
 // The entry of a sight in one of the tables; null when it has none.
-const PlaneObs* FindObs(const std::vector<PlaneObs>& table, std::int32_t sight);
+const PlaneObs* FindObs(const std::vector<PlaneObs>& table, SightNo sight);
 
 }  // namespace brenu

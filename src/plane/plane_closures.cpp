@@ -1,11 +1,10 @@
+#include "plane/plane_closures.h"
+
 #include <cmath>
 #include <string>
 #include <utility>
-#include <vector>
 
 #include "core/closure_record.h"
-#include "plane/marker.h"
-#include "plane/plane_net.h"
 #include "plane/traverse_finder.h"
 
 namespace brenu {
@@ -63,38 +62,17 @@ CloseError MakeRecord(const Traverse& traverse, const AdjParam& param) {
 
 }  // namespace
 
-bool PlaneNet::CalcTraverseCloseErrors(std::vector<CloseError>& records) {
-  const TraverseFinder finder(*m_net, m_coords);
+TraverseTable CalcTraverseCloseErrors(const PlaneNet& net, const Coordinates& coords,
+                                      std::vector<CloseError>& records) {
+  const TraverseFinder finder(net.layout, coords);
   std::vector<Traverse> traverses;
   for (const MeasuredTraverse& measured : finder.ConnectingTraverses()) {
     // Without orientation at either end there is nothing to check.
     if (measured.start || measured.end) traverses.push_back(ComputeTraverse(measured));
   }
   for (Traverse& closed : finder.ClosedTraverses()) traverses.push_back(std::move(closed));
-  for (const Traverse& traverse : traverses) records.push_back(MakeRecord(traverse, m_param));
-  m_traverses = TraverseTable(std::move(traverses));
-  return !records.empty();
-}
-
-bool PlaneNet::AdjustWithoutOrientation() {
-  if (!PrepareAdj()) return false;
-  const TraverseFinder finder(*m_net, m_coords);
-  std::vector<Traverse> traverses;
-  for (MeasuredTraverse& measured : finder.ConnectingTraverses()) {
-    measured.start.reset();
-    measured.end.reset();
-    traverses.push_back(ComputeTraverse(measured));
-    for (const TraversePoint& point : traverses.back().points) {
-      const std::int32_t slot = m_net->Names().Find(point.name);
-      if (HasCoordinates(slot)) continue;  // known, or on a traverse before
-      m_coords[static_cast<std::size_t>(slot)].x = point.x;
-      m_coords[static_cast<std::size_t>(slot)].y = point.y;
-    }
-  }
-  const bool complete = !traverses.empty() && finder.AllSidesReached();
-  m_traverses = TraverseTable(std::move(traverses));
-  if (complete) WriteBackCoordinates();
-  return complete;
+  for (const Traverse& traverse : traverses) records.push_back(MakeRecord(traverse, net.param));
+  return TraverseTable(std::move(traverses));
 }
 
 }  // namespace brenu

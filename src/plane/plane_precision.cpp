@@ -1,7 +1,7 @@
 #include <cmath>
 
 #include "core/angles.h"
-#include "plane/plane_net.h"
+#include "plane/plane_adjustment.h"
 
 namespace brenu {
 
@@ -29,13 +29,12 @@ void SetPrecision(PlaneResult& point, double sxx, double syy, double sxy) {
 
 }  // namespace
 
-void PlaneNet::CalcPointPrecision() {
+void PlaneAdjustment::CalcPointPrecision() {
   const double variance = m_sigma0 * m_sigma0;
-  for (std::int32_t slot = 0; slot < m_net->SlotCount(); ++slot) {
-    const std::int32_t point = m_net->PointOf(slot);
-    if (point < m_firstUnknownPoint) continue;  // no unknown, or a name without a point
-    const std::int32_t x = 2 * (point - m_firstUnknownPoint);
-    SetPrecision(m_coords[static_cast<std::size_t>(slot)], variance * m_normal.Cofactor(x, x),
+  for (const Slot slot : m_net->layout.Slots()) {
+    const std::int32_t x = UnknownOf(slot);
+    if (x < 0) continue;  // held, or a name without a point
+    SetPrecision(m_coords[slot], variance * m_normal.Cofactor(x, x),
                  variance * m_normal.Cofactor(x + 1, x + 1),
                  variance * m_normal.Cofactor(x, x + 1));
   }

@@ -2,13 +2,13 @@
 #include <cmath>
 
 #include "core/angles.h"
-#include "plane/plane_net.h"
+#include "plane/plane_adjustment.h"
 
 namespace brenu {
 
 // Residuals of all observations from the coordinates after the last pass, and [pvv] of those in
 // use.
-double PlaneNet::CalcResiduals() {
+double PlaneAdjustment::CalcResiduals() {
   const auto x = m_normal.Solution();
   const double angleWeight = 1.0 / (m_param.MO * m_param.MO);
   double sum = 0.0;
@@ -36,7 +36,7 @@ double PlaneNet::CalcResiduals() {
   return sum;
 }
 
-double PlaneNet::CalcDistanceResiduals() {
+double PlaneAdjustment::CalcDistanceResiduals() {
   double sum = 0.0;
   for (PlaneObs& o : m_obs.distances) {
     o.residual = DistanceCoefficients(o.from, o.to).value - o.observed;
@@ -47,16 +47,15 @@ double PlaneNet::CalcDistanceResiduals() {
 }
 
 // The orientation unknowns of the last normal equations.
-std::int32_t PlaneNet::OrientationCount() const {
+std::int32_t PlaneAdjustment::OrientationCount() const {
   return static_cast<std::int32_t>(
       std::count_if(m_obs.sets.begin(), m_obs.sets.end(),
                     [](const DirectionSet& set) { return set.orientation >= 0; }));
 }
 
-// Observations taken out by data snooping still count.
-void PlaneNet::CountRedundancy(std::int32_t orientations) {
-  const std::int32_t newPoints = m_net->PointCount() - m_net->ControlCount();
-  m_redundancy = m_obs.storedCount - 2 * newPoints - orientations;
+// Observations taken out by data snooping still count (docs/computations.md, "Data snooping").
+void PlaneAdjustment::CountRedundancy(std::int32_t orientations) {
+  m_redundancy = m_obs.storedCount - 2 * m_net->layout.NewPointCount() - orientations;
 }
 
 }  // namespace brenu

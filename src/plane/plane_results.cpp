@@ -1,58 +1,59 @@
 #include <cmath>
 
 #include "core/angles.h"
-#include "plane/plane_net.h"
+#include "plane/plane_adjustment.h"
 
 namespace brenu {
 
-std::optional<PlaneResult> PlaneNet::ResultOfPoint(std::string_view name) const {
-  const std::int32_t point = m_net->IndexOfPoint(name);
-  if (point < 0 || m_coords.empty()) return std::nullopt;
-  return m_coords[static_cast<std::size_t>(m_net->SlotOf(point))];
+std::optional<PlaneResult> PlaneAdjustment::ResultOfPoint(std::string_view name) const {
+  const PointNo point = m_net->layout.IndexOfPoint(name);
+  if (point.IsNone() || m_coords.IsEmpty()) return std::nullopt;
+  return m_coords[m_net->layout.SlotOf(point)];
 }
 
-namespace {
+bool PlaneAdjustment::IsControl(std::string_view name) const {
+  return m_net->layout.IsControl(m_net->layout.IndexOfPoint(name));
+}
 
 // The residual (arc-seconds) divided by 10000 is read as dd.mmss: exact below 100", above that the
-// hundreds count as minutes.  The getters have always answered so.
-PlaneObsResult AngleResult(const PlaneObs& o, double apriori) {
+// hundreds count as minutes (docs/computations.md, "Where to take care").
+PlaneObsResult PlaneAdjustment::AngleResult(const PlaneObs& o, double observed) const {
   const double adjusted = o.observed + DmsToRad(o.residual / 10000.0);
-  return {o.residual, RadToDms(adjusted), apriori, !o.inUse};
+  return {observed, o.residual, RadToDms(adjusted), m_param.MO, !o.inUse};
 }
 
-}  // namespace
-
-std::optional<PlaneObsResult> PlaneNet::ResultOfDirection(std::string_view station,
-                                                          std::string_view target) const {
-  const PlaneObs* o = FindObs(m_obs.directions, m_net->FindSight(station, target));
+std::optional<PlaneObsResult> PlaneAdjustment::ResultOfDirection(std::string_view station,
+                                                                 std::string_view target) const {
+  const PlaneObs* o = FindObs(m_obs.directions, m_net->layout.FindSight(station, target));
   if (o == nullptr) return std::nullopt;
-  return AngleResult(*o, m_param.MO);
+  return AngleResult(*o, m_net->layout.At(o->sight).obs.direction);
 }
 
-std::optional<PlaneObsResult> PlaneNet::ResultOfAzimuth(std::string_view station,
-                                                        std::string_view target) const {
-  const PlaneObs* o = FindObs(m_obs.azimuths, m_net->FindSight(station, target));
+std::optional<PlaneObsResult> PlaneAdjustment::ResultOfAzimuth(std::string_view station,
+                                                               std::string_view target) const {
+  const PlaneObs* o = FindObs(m_obs.azimuths, m_net->layout.FindSight(station, target));
   if (o == nullptr) return std::nullopt;
-  return AngleResult(*o, m_param.MO);
+  return AngleResult(*o, m_net->layout.At(o->sight).obs.azimuth);
 }
 
-std::optional<PlaneObsResult> PlaneNet::ResultOfDistance(std::string_view station,
-                                                         std::string_view target) const {
-  const PlaneObs* o = FindObs(m_obs.distances, m_net->FindSight(station, target));
+std::optional<PlaneObsResult> PlaneAdjustment::ResultOfDistance(std::string_view station,
+                                                                std::string_view target) const {
+  const PlaneObs* o = FindObs(m_obs.distances, m_net->layout.FindSight(station, target));
   if (o == nullptr) return std::nullopt;
-  return PlaneObsResult{o->residual, o->observed + o->residual, DistanceError(o->observed),
-                        !o->inUse};
+  return PlaneObsResult{o->observed, o->residual, o->observed + o->residual,
+                        DistanceError(o->observed), !o->inUse};
 }
 
-std::optional<LinePrecision> PlaneNet::PrecisionOfLine(std::string_view station,
-                                                       std::string_view target) const {
-  const std::int32_t sight = m_net->FindSight(station, target);
-  if (sight < 0 || !m_normal.IsSolved()) return std::nullopt;
-  const Sight& s = m_net->Sights()[static_cast<std::size_t>(sight)];
-  const std::int32_t from = m_net->PointOf(s.station);
-  const std::int32_t to = m_net->PointOf(s.target);
-  if (from < 0 || to < 0) return std::nullopt;
-  if (from < m_net->ControlCount() && to < m_net->ControlCount()) return std::nullopt;
+std::optional<LinePrecision> PlaneAdjustment::PrecisionOfLine(std::string_view station,
+                                                              std::string_view target) const {
+  const NetworkLayout& net = m_net->layout;
+  const SightNo sight = net.FindSight(station, target);
+  if (sight.IsNone() || !m_normal.IsSolved()) return std::nullopt;
+  const Sight& s = net.At(sight);
+  const PointNo from = net.PointOf(s.station);
+  const PointNo to = net.PointOf(s.target);
+  if (from.IsNone() || to.IsNone()) return std::nullopt;
+  if (net.IsControl(from) && net.IsControl(to)) return std::nullopt;
 
   const LineEquation direction = DirectionCoefficients(s.station, s.target);
   const LineEquation distance = DistanceCoefficients(s.station, s.target);

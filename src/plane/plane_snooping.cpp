@@ -2,7 +2,8 @@
 
 #include "core/normal_quantile.h"
 #include "core/test_value.h"
-#include "plane/plane_net.h"
+#include "plane/iteration.h"
+#include "plane/plane_adjustment.h"
 
 namespace brenu {
 
@@ -17,7 +18,7 @@ double TestValue(double residual, double apriori, double cofactor) {
 }  // namespace
 
 // The observation in use with the largest test value; of equal ones the first in walk order.
-PlaneObs* PlaneNet::FindWorst(double critical) {
+PlaneObs* PlaneAdjustment::FindWorst(double critical) {
   PlaneObs* worst = nullptr;
   double largest = 0.0;
   const auto compare = [&](PlaneObs& o, double value) {
@@ -47,25 +48,30 @@ PlaneObs* PlaneNet::FindWorst(double critical) {
   return largest > critical ? worst : nullptr;
 }
 
-bool PlaneNet::DataSnooping(double alpha) {
-  if (!CalcApproxCoordinates()) return false;
+Outcome PlaneAdjustment::DataSnooping(double alpha,
+                                      const std::function<void(int)>& announceRound) {
+  if (Outcome reached = CalcApproxCoordinates(); !reached.ok) return reached;
   const double critical = NormalQuantile(1.0 - alpha * 0.5);
   std::int32_t removed = 0;
   // Each round takes one observation out, so there are no more rounds than observations.
   for (;;) {
-    if (!BuildNormals()) return false;
+    if (announceRound) announceRound(removed + 1);
+    if (Outcome formed = BuildNormals(); !formed.ok) return formed;
     HoldKnownPoints();
     // One Gauss-Newton step a round; a step that cannot be solved leaves the coordinates.
-    SolveAndUpdate();
+    const bool solved = SolveAndUpdate() != kPassFailed;
     const double pvv = CalcResiduals();
     PlaneObs* worst = FindWorst(critical);
     if (worst == nullptr) {
-      // The removed observations are taken off twice, as the system defines it.
+      // The removed observations are taken off twice (docs/computations.md, "Data snooping").
       CountRedundancy(OrientationCount());
       m_redundancy -= 2 * removed;
       m_sigma0 = std::sqrt(pvv / m_redundancy);
       CalcPointPrecision();
-      return true;
+      Outcome outcome = ExplainResult();
+      // The system calls it a success all the same.
+      if (!solved) outcome.findings = {Error(BRENU_SNOOPING_UNDETERMINED)};
+      return outcome;
     }
     worst->inUse = false;
     ++removed;

@@ -6,20 +6,19 @@
 
 #include "core/angles.h"
 #include "core/loops.h"
-#include "plane/marker.h"
 
 namespace brenu {
 
-TraverseFinder::TraverseFinder(const NetworkLayout& net, const std::vector<PlaneResult>& coords)
+TraverseFinder::TraverseFinder(const NetworkLayout& net, const Coordinates& coords)
     : m_net(net), m_coords(coords) {
   CollectSides();
 }
 
 void TraverseFinder::CollectSides() {
   for (const Sight& s : m_net.Sights()) {
-    if (m_net.PointOf(s.station) < 0 || m_net.PointOf(s.target) < 0 || !HasDistance(s.obs))
-      continue;
-    const ObsData* back = Find(s.target, s.station);
+    const bool named = !m_net.PointOf(s.station).IsNone() && !m_net.PointOf(s.target).IsNone();
+    if (!named || !HasDistance(s.obs)) continue;
+    const ObsData* back = m_net.FindObs(s.target, s.station);
     if (back != nullptr && HasDistance(*back) && s.target < s.station) continue;  // entered before
     const double length = SideLength(s.station, s.target);
     if (length > 0.0 && std::isfinite(length)) m_sides.push_back({s.station, s.target, length});
@@ -27,16 +26,14 @@ void TraverseFinder::CollectSides() {
 }
 
 bool TraverseFinder::AllSidesReached() const {
-  const auto isReached = [this](std::int32_t slot) {
-    return m_coords[static_cast<std::size_t>(slot)].x < kNoCoordinateLimit;
-  };
+  const auto isReached = [this](Slot slot) { return HasCoordinates(m_coords[slot]); };
   return std::all_of(m_sides.begin(), m_sides.end(),
                      [&](const Side& side) { return isReached(side.from) && isReached(side.to); });
 }
 
-double TraverseFinder::SideLength(std::int32_t a, std::int32_t b) const {
-  const auto measured = [this](std::int32_t from, std::int32_t to) {
-    const ObsData* obs = Find(from, to);
+double TraverseFinder::SideLength(Slot a, Slot b) const {
+  const auto measured = [this](Slot from, Slot to) {
+    const ObsData* obs = m_net.FindObs(from, to);
     return obs == nullptr ? kAbsentLength : obs->distance;
   };
   const double there = measured(a, b);
@@ -46,31 +43,25 @@ double TraverseFinder::SideLength(std::int32_t a, std::int32_t b) const {
   return (there + back) / 2.0;
 }
 
-const ObsData* TraverseFinder::Find(std::int32_t station, std::int32_t target) const {
-  const std::int32_t k = m_net.FindSight(station, target);
-  return k < 0 ? nullptr : &m_net.Sights()[static_cast<std::size_t>(k)].obs;
-}
-
-bool TraverseFinder::HasReading(std::int32_t station, std::int32_t target) const {
-  const ObsData* obs = Find(station, target);
+bool TraverseFinder::HasReading(Slot station, Slot target) const {
+  const ObsData* obs = m_net.FindObs(station, target);
   return obs != nullptr && HasDirection(*obs);
 }
 
-double TraverseFinder::AngleAt(std::int32_t station, std::int32_t back, std::int32_t fore) const {
-  return FullCircle(DmsToRad(Find(station, fore)->direction) -
-                    DmsToRad(Find(station, back)->direction));
+double TraverseFinder::AngleAt(Slot station, Slot back, Slot fore) const {
+  return FullCircle(DmsToRad(m_net.FindObs(station, fore)->direction) -
+                    DmsToRad(m_net.FindObs(station, back)->direction));
 }
 
-std::optional<MeasuredTraverse::Orientation> TraverseFinder::OrientationAt(std::int32_t station,
-                                                                           std::int32_t neighbour,
+std::optional<MeasuredTraverse::Orientation> TraverseFinder::OrientationAt(Slot station,
+                                                                           Slot neighbour,
                                                                            bool isStart) const {
   if (!HasReading(station, neighbour)) return std::nullopt;
-  const auto range = m_net.SightsFrom(station);
-  for (std::int32_t k = range.first; k < range.end; ++k) {
-    const Sight& s = m_net.Sights()[static_cast<std::size_t>(k)];
+  for (const SightNo k : m_net.SightsFrom(station)) {
+    const Sight& s = m_net.At(k);
     if (!IsControl(s.target) || s.target == station || !HasDirection(s.obs)) continue;
-    const PlaneResult& a = m_coords[static_cast<std::size_t>(station)];
-    const PlaneResult& b = m_coords[static_cast<std::size_t>(s.target)];
+    const PlaneResult& a = m_coords[station];
+    const PlaneResult& b = m_coords[s.target];
     const double angle =
         isStart ? AngleAt(station, s.target, neighbour) : AngleAt(station, neighbour, s.target);
     return MeasuredTraverse::Orientation{angle, CalcAzimuth(a.x, a.y, b.x, b.y)};
@@ -79,7 +70,7 @@ std::optional<MeasuredTraverse::Orientation> TraverseFinder::OrientationAt(std::
 }
 
 // Names, sides, inner angles and end coordinates of a chain of slots.
-MeasuredTraverse TraverseFinder::Measure(const std::vector<std::int32_t>& chain) const {
+MeasuredTraverse TraverseFinder::Measure(const std::vector<Slot>& chain) const {
   MeasuredTraverse m;
   for (std::size_t i = 0; i < chain.size(); ++i) {
     m.names.push_back(m_net.Names().NameAt(chain[i]));
@@ -88,8 +79,8 @@ MeasuredTraverse TraverseFinder::Measure(const std::vector<std::int32_t>& chain)
       m.angles.push_back(AngleAt(chain[i], chain[i - 1], chain[i + 1]));
     }
   }
-  const PlaneResult& first = m_coords[static_cast<std::size_t>(chain.front())];
-  const PlaneResult& last = m_coords[static_cast<std::size_t>(chain.back())];
+  const PlaneResult& first = m_coords[chain.front()];
+  const PlaneResult& last = m_coords[chain.back()];
   m.startX = first.x;
   m.startY = first.y;
   m.endX = last.x;
@@ -107,20 +98,18 @@ std::vector<MeasuredTraverse> TraverseFinder::ConnectingTraverses() const {
     const bool to = IsControl(side.to) || HasReading(side.to, side.from);
     if (from && to) lines.push_back({side.from, side.to, side.length});
   }
-  std::vector<char> isEnd(static_cast<std::size_t>(m_net.SlotCount()), 0);
-  for (std::int32_t i = 0; i < m_net.ControlCount(); ++i) {
-    isEnd[static_cast<std::size_t>(m_net.SlotOf(i))] = 1;
-  }
-  const RouteGraph graph(m_net.SlotCount(), std::move(lines), std::move(isEnd));
+  std::vector<char> isEnd(m_net.Slots().Size(), 0);
+  for (const PointNo i : m_net.ControlPoints()) isEnd[m_net.SlotOf(i).Position()] = 1;
+  const RouteGraph graph(m_net.Names().Count(), std::move(lines), std::move(isEnd));
 
   std::vector<MeasuredTraverse> found;
   RouteSearch search(graph);
-  for (std::int32_t s = 0; s < m_net.ControlCount(); ++s) {
-    search.Run(m_net.SlotOf(s), RouteSearch::kNone, RouteSearch::kNone);
-    for (std::int32_t t = s + 1; t < m_net.ControlCount(); ++t) {
-      const std::int32_t end = m_net.SlotOf(t);
+  for (PointNo s(0); s.Number() < m_net.ControlCount(); ++s) {
+    search.Run(m_net.SlotOf(s));
+    for (PointNo t(s.Number() + 1); t.Number() < m_net.ControlCount(); ++t) {
+      const Slot end = m_net.SlotOf(t);
       if (!search.IsReached(end) || !search.HasTwoLines(end)) continue;
-      std::vector<std::int32_t> chain = {end};
+      std::vector<Slot> chain = {end};
       while (search.Predecessor(chain.back()) != chain.back()) {
         chain.push_back(search.Predecessor(chain.back()));
       }
@@ -141,29 +130,29 @@ std::vector<Traverse> TraverseFinder::ClosedTraverses() const {
       lines.push_back({side.from, side.to, side.length});
     }
   }
-  const RouteGraph graph(m_net.SlotCount(), std::move(lines));
+  const RouteGraph graph(m_net.Names().Count(), std::move(lines));
   std::vector<Traverse> found;
-  ForEachLoop(graph, [&](std::int32_t k, const RouteSearch& search) {
+  ForEachLoop(graph, [&](LineNo k, const RouteSearch& search) {
     const RouteLine& line = graph.Line(k);
     if (!search.HasTwoLines(line.from)) return;
-    std::vector<std::int32_t> loop = {line.from};
+    std::vector<Slot> loop = {line.from};
     while (loop.back() != line.to) loop.push_back(search.Predecessor(loop.back()));
     found.push_back(CloseLoop(std::move(loop)));
   });
   return found;
 }
 
-Traverse TraverseFinder::CloseLoop(std::vector<std::int32_t> loop) const {
+Traverse TraverseFinder::CloseLoop(std::vector<Slot> loop) const {
   const auto control =
-      std::find_if(loop.begin(), loop.end(), [this](std::int32_t slot) { return IsControl(slot); });
+      std::find_if(loop.begin(), loop.end(), [this](Slot slot) { return IsControl(slot); });
   const bool hasControl = control != loop.end();
   if (hasControl) std::rotate(loop.begin(), control, loop.end());
-  const std::int32_t last = loop.back();
+  const Slot last = loop.back();
   loop.push_back(loop.front());
   const MeasuredTraverse m = Measure(loop);
   const auto sight = hasControl ? OrientationAt(loop[0], loop[1], true) : std::nullopt;
-  const PlaneResult& a = m_coords[static_cast<std::size_t>(loop[0])];
-  const PlaneResult& b = m_coords[static_cast<std::size_t>(loop[1])];
+  const PlaneResult& a = m_coords[loop[0]];
+  const PlaneResult& b = m_coords[loop[1]];
   const double azimuth = sight ? sight->azimuth + sight->angle : CalcAzimuth(a.x, a.y, b.x, b.y);
   return ComputeClosedTraverse(m, AngleAt(loop[0], last, loop[1]), azimuth);
 }

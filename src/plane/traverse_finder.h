@@ -1,12 +1,10 @@
 #pragma once
 
-#include <cstdint>
 #include <optional>
 #include <vector>
 
-#include "core/network_layout.h"
-#include "core/records.h"
 #include "core/route_search.h"
+#include "plane/coordinates.h"
 #include "plane/traverse.h"
 
 namespace brenu {
@@ -19,7 +17,7 @@ namespace brenu {
 class TraverseFinder {
  public:
   // Both must outlive the finder; coordinates by slot, approximate ones for new points.
-  TraverseFinder(const NetworkLayout& net, const std::vector<PlaneResult>& coords);
+  TraverseFinder(const NetworkLayout& net, const Coordinates& coords);
 
   // Whether all points with sides have coordinates.
   bool AllSidesReached() const;
@@ -35,28 +33,24 @@ class TraverseFinder {
 
  private:
   struct Side {
-    std::int32_t from, to;  // slots
+    Slot from, to;
     double length;          // metres
   };
 
   void CollectSides();
-  const ObsData* Find(std::int32_t station, std::int32_t target) const;
-  bool HasReading(std::int32_t station, std::int32_t target) const;
-  bool IsControl(std::int32_t slot) const {
-    return m_net.PointOf(slot) >= 0 && m_net.PointOf(slot) < m_net.ControlCount();
-  }
+  bool HasReading(Slot station, Slot target) const;
+  bool IsControl(Slot slot) const { return m_net.IsControl(m_net.PointOf(slot)); }
   // Of a side between two points.
-  double SideLength(std::int32_t a, std::int32_t b) const;
+  double SideLength(Slot a, Slot b) const;
   // From back sight to fore sight, radians in [0, 2 pi).
-  double AngleAt(std::int32_t station, std::int32_t back, std::int32_t fore) const;
-  std::optional<MeasuredTraverse::Orientation> OrientationAt(std::int32_t station,
-                                                             std::int32_t neighbour,
+  double AngleAt(Slot station, Slot back, Slot fore) const;
+  std::optional<MeasuredTraverse::Orientation> OrientationAt(Slot station, Slot neighbour,
                                                              bool isStart) const;
-  MeasuredTraverse Measure(const std::vector<std::int32_t>& chain) const;
-  Traverse CloseLoop(std::vector<std::int32_t> loop) const;
+  MeasuredTraverse Measure(const std::vector<Slot>& chain) const;
+  Traverse CloseLoop(std::vector<Slot> loop) const;
 
   const NetworkLayout& m_net;
-  const std::vector<PlaneResult>& m_coords;
+  const Coordinates& m_coords;
   std::vector<Side> m_sides;
 };
 

@@ -2,8 +2,8 @@
 #include <gtest/gtest.h>
 
 #include "bench/grid_network.h"
-#include "level/level_net.h"
-#include "plane/plane_net.h"
+#include "level/level_adjustment.h"
+#include "plane/plane_adjustment.h"
 #include "support/fill_net.h"
 
 namespace brenu::testing {
@@ -25,7 +25,7 @@ constexpr Shape kShapes[] = {{2, 2, PointOrder::kByRows},     {1, 40, PointOrder
 struct Figures {
   std::vector<double> values, precisions, residuals;
 
-  Figures(const PlaneNet& net, const GeneratedNetwork& network) : precisions{net.Sigma0()} {
+  Figures(const PlaneAdjustment& net, const GeneratedNetwork& network) : precisions{net.Sigma0()} {
     for (const PointData& p : network.points) {
       const PlaneResult r = net.ResultOfPoint(p.name).value();
       values.insert(values.end(), {r.x, r.y});
@@ -38,7 +38,7 @@ struct Figures {
     }
   }
 
-  Figures(const LevelNet& net, const GeneratedNetwork& network) {
+  Figures(const LevelAdjustment& net, const GeneratedNetwork& network) {
     for (const PointData& p : network.points) {
       const VerticalResult r = net.ResultOfPoint(p.name).value();
       values.push_back(r.height);
@@ -70,15 +70,15 @@ void ExpectNear(const std::vector<double>& a, const std::vector<double>& b, doub
 }
 
 // With both matrices, after each of the adjustments in turn on the same object.
-template <typename Net>
-void ExpectAgreement(const GeneratedNetwork& network, std::vector<bool (Net::*)()> adjustments) {
-  Net packed(kAlwaysPacked);
-  Net sparse(kAlwaysSparse);
-  FillNet(packed, network);
-  FillNet(sparse, network);
+template <typename Net, typename Adjustment>
+void ExpectAgreement(const GeneratedNetwork& network,
+                     const std::vector<Outcome (*)(Adjustment&)>& adjustments) {
+  const auto net = MakeNet<Net>(network);
+  Adjustment packed(net, kAlwaysPacked);
+  Adjustment sparse(net, kAlwaysSparse);
   for (const auto adjust : adjustments) {
-    ASSERT_TRUE((packed.*adjust)());
-    ASSERT_TRUE((sparse.*adjust)());
+    ASSERT_TRUE(adjust(packed).ok);
+    ASSERT_TRUE(adjust(sparse).ok);
     const Figures a(packed, network);
     const Figures b(sparse, network);
     ExpectNear(a.values, b.values, 1e-9, 0.0);
@@ -87,15 +87,20 @@ void ExpectAgreement(const GeneratedNetwork& network, std::vector<bool (Net::*)(
   }
 }
 
+constexpr auto kAdjustPlane = +[](PlaneAdjustment& net) { return net.Adjust(); };
+
 TEST(NetworkComparison, AdjustmentsAgree) {
   for (const Shape& shape : kShapes) {
     SCOPED_TRACE(::testing::Message() << shape.rows << " x " << shape.columns);
     GridNetwork grid(shape.rows, shape.columns, shape.order);
     // Distances alone have other unknowns, and cannot hold a single row.
-    std::vector<bool (PlaneNet::*)()> adjustments = {&PlaneNet::Adjust};
-    if (shape.rows > 1) adjustments.push_back(&PlaneNet::AdjustDistances);
-    ExpectAgreement<PlaneNet>(grid.Plane(), adjustments);
-    ExpectAgreement<LevelNet>(grid.Levelling(), {&LevelNet::LevelAdjust});
+    std::vector<Outcome (*)(PlaneAdjustment&)> adjustments = {kAdjustPlane};
+    if (shape.rows > 1) {
+      adjustments.push_back([](PlaneAdjustment& net) { return net.AdjustDistances(net.Param()); });
+    }
+    ExpectAgreement<PlaneNet, PlaneAdjustment>(grid.Plane(), adjustments);
+    ExpectAgreement<LevelNet, LevelAdjustment>(
+        grid.Levelling(), {[](LevelAdjustment& net) { return net.LevelAdjust(); }});
   }
 }
 
@@ -104,7 +109,7 @@ TEST(NetworkComparison, StoredPairsWithoutObservationAgree) {
   GeneratedNetwork network = GridNetwork(8, 8, PointOrder::kByRows).Plane();
   for (std::int32_t i = 0; i + 20 < 64; i += 3)
     network.lines.push_back({i, i + 20, {0, -1, 0, -1}});
-  ExpectAgreement<PlaneNet>(network, {&PlaneNet::Adjust});
+  ExpectAgreement<PlaneNet, PlaneAdjustment>(network, {kAdjustPlane});
 }
 
 }  // namespace

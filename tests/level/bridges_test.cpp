@@ -15,15 +15,15 @@ TEST(Bridges, AreTheLinesWhoseEndsComeApartWithoutThem) {
     const RandomNet net(seed);
     std::vector<RouteLine> lines;
     for (const RandomNet::Line& line : net.lines) {
-      lines.push_back({line.station, line.target, line.length, line.heightDiff});
+      lines.push_back({Slot(line.station), Slot(line.target), line.length, line.heightDiff});
     }
     const RouteGraph graph(static_cast<std::int32_t>(net.points.size()), std::move(lines));
-    const std::vector<char> bridges = FindBridges(graph);
-    ASSERT_EQ(bridges.size(), net.lines.size());
-    for (std::size_t k = 0; k < bridges.size(); ++k) {
-      const RandomNet::Line& line = net.lines[k];
-      const PassRoutes without(net, line.station, static_cast<std::int32_t>(k));
-      EXPECT_EQ(bridges[k] != 0, !without.IsReached(line.target)) << seed << ", line " << k;
+    const Table<LineNo, char> bridges = FindBridges(graph);
+    ASSERT_EQ(bridges.Size(), net.lines.size());
+    for (const LineNo k : bridges.Indices()) {
+      const RandomNet::Line& line = net.lines[k.Position()];
+      const PassRoutes without(net, line.station, k.Number());
+      EXPECT_EQ(bridges[k] != 0, !without.IsReached(line.target)) << seed << ", " << k.Number();
     }
     if (HasFailure()) return;
   }

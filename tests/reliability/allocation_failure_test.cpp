@@ -77,7 +77,10 @@ struct Paths {
 using Step = bool (*)(AdjustmentContext*);
 
 bool AddPairs(AdjustmentContext* job) {
-  for (const int target : {0, 1, 2}) DeleteObsData(job, 3, kNames[target]);
+  ObsData stored{};  // a refusal would take memory to say why, and be one without it, too
+  for (const int target : {0, 1, 2}) {
+    if (GetObsData(job, 3, kNames[target], &stored) == 3) DeleteObsData(job, 3, kNames[target]);
+  }
   return AddObsData2(job, 3, kNames[1], kNames[2], {300, 0, -0.001, -1}, {400, 90, 0, -1}, 0) ==
              1 &&
          AddObsData2(job, 3, kNames[1], kNames[0], {0, 10, 0, -1}, {0, 63.0748, 0, -1}, 1) == 1;

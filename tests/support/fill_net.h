@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <memory>
 #include <vector>
 
 #include "bench/grid_network.h"
@@ -11,7 +12,7 @@ namespace brenu::testing {
 
 // Known points first, as networks want them.
 template <typename Net>
-void FillNet(Net& net, const GeneratedNetwork& network) {
+std::shared_ptr<const Net> MakeNet(const GeneratedNetwork& network) {
   std::vector<PointData> points;
   for (const PointData& p : network.points) {
     if (p.type != 0) points.push_back(p);
@@ -27,7 +28,7 @@ void FillNet(Net& net, const GeneratedNetwork& network) {
     };
     observations[name(line.station)].emplace(name(line.target), line.obs);
   }
-  net.Fill(points, known, observations, network.param);
+  return std::make_shared<Net>(points, known, observations, network.param);
 }
 
 }  // namespace brenu::testing

@@ -1,0 +1,47 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <vector>
+
+#include "core/finding.h"
+#include "core/records.h"
+#include "job/store.h"
+#include "level/level_adjustment.h"
+#include "plane/placed_points.h"
+#include "plane/plane_adjustment.h"
+#include "plane/traverse_table.h"
+
+namespace brenu {
+
+// The height network of a job.
+struct LevelPart {
+  std::shared_ptr<const LevelNet> net = std::make_shared<LevelNet>();  // of the last build
+  Table<PointNo, double> heights;  // stored ones, after approximate ones were computed those
+  LevelAdjustment results;         // of the last computation, which may be of an earlier build
+};
+
+// The plane network of a job.
+struct PlanePart {
+  std::shared_ptr<const PlaneNet> net = std::make_shared<PlaneNet>();  // of the last build
+  PlacedPoints points;      // stored coordinates, then approximate or placed ones
+  PlaneAdjustment results;  // of the last computation, which may be of an earlier build
+  TraverseTable traverses;  // of the last closure errors or computation without orientation
+};
+
+}  // namespace brenu
+
+// The whole state of one adjustment job, behind the opaque handle of the public header.
+struct AdjustmentContext {
+  AdjustmentContext() { findings.reserve(1); }  // to say that memory is exhausted takes none
+
+  AdjParam param = brenu::kDefaultParam;
+  brenu::Store store;
+  brenu::Store::PointMap
+      originalPoints;  // as the last project file gave them; no function reads them
+  std::int32_t netType = brenu::kNoControl;  // as of the last build or classification
+  brenu::LevelPart level;
+  brenu::PlanePart plane;
+  std::vector<CloseError> closeErrors;  // levelling records, then traverses
+  brenu::Findings findings;             // of the last call that changes, computes, reads or writes
+};

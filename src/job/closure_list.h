@@ -1,0 +1,15 @@
+#pragma once
+
+#include "job/adjustment_context.h"
+
+namespace brenu {
+
+// Computes approximate values, then fills the context's closure list: levelling lines and loops,
+// after them the traverses.  Fails, with the list as it was, when the approximate values cannot be
+// computed; fails, with an empty list, when a network of both kinds has no closure of either.
+Outcome CalculateClosures(AdjustmentContext& context);
+
+// Whether every record of the list passes.
+bool AllClosuresPass(const AdjustmentContext& context);
+
+}  // namespace brenu

@@ -1,0 +1,103 @@
+#include "job/computations.h"
+
+#include "job/network_build.h"
+#include "plane/unoriented_traverses.h"
+
+namespace brenu {
+
+namespace {
+
+Outcome MissingPart(const AdjustmentContext& context) {
+  return Error(context.store.Points().empty() ? BRENU_NO_POINTS : BRENU_NO_CONTROL);
+}
+
+// Begins a new computation; the results of the one before are gone, unless there is nothing to
+// compute with.
+Outcome BeginPlane(PlanePart& plane) {
+  if (plane.net->IsEmpty()) return Error(BRENU_NO_OBSERVATIONS);
+  plane.results = {};  // first of all, for its memory
+  plane.results = PlaneAdjustment(plane.net);
+  return {};
+}
+
+template <typename Compute>
+Outcome ComputeLevel(LevelPart& level, Compute compute) {
+  level.results = {};
+  level.results = LevelAdjustment(level.net);
+  Outcome outcome = compute(level.results);
+  if (!level.results.ApproximateHeights().IsEmpty()) {
+    level.heights = level.results.ApproximateHeights();
+  }
+  return outcome;
+}
+
+template <typename Compute>
+Outcome ComputePlane(PlanePart& plane, Compute compute) {
+  if (Outcome begun = BeginPlane(plane); !begun.ok) return begun;
+  Outcome outcome = compute(plane.results);
+  if (!plane.results.ApproximateCoordinates().IsEmpty()) {
+    plane.points.SetPositions(plane.results.ApproximateCoordinates());
+  }
+  return outcome;
+}
+
+// Levelling first, the plane only when the levelling succeeded.
+template <typename Level, typename Plane>
+Outcome RunByType(AdjustmentContext& context, Level level, Plane plane) {
+  if (context.netType == kNoControl) return MissingPart(context);
+  Outcome outcome;
+  if (HasLevelling(context.netType)) outcome = ComputeLevel(context.level, level);
+  if (outcome.ok && HasPlane(context.netType)) outcome += ComputePlane(context.plane, plane);
+  return outcome;
+}
+
+}  // namespace
+
+Outcome RunApproxCalc(AdjustmentContext& context) {
+  BuildNetworks(context);
+  return RunByType(
+      context, [](LevelAdjustment& level) { return level.CalcApproxHeight(); },
+      [](PlaneAdjustment& plane) { return plane.CalcApproxCoordinates(); });
+}
+
+Outcome RunLeastSquareAdj(AdjustmentContext& context) {
+  if (context.param.format == kFormatDistancesOnly) {
+    return context.plane.results.AdjustDistances(context.plane.net->param);
+  }
+  BuildNetworks(context);
+  return RunByType(
+      context, [](LevelAdjustment& level) { return level.LevelAdjust(); },
+      [](PlaneAdjustment& plane) { return plane.Adjust(); });
+}
+
+Outcome RunNonDirectionAdj(AdjustmentContext& context) {
+  BuildNetworks(context);
+  if (context.param.format != kFormatNoOrientation) {
+    return Error(BRENU_FORMAT_IS_NOT, {}, {kFormatNoOrientation});
+  }
+  if (context.netType == kNoControl) return MissingPart(context);
+  if (!HasPlane(context.netType)) return Error(BRENU_FORMAT_NEEDS_PLANE);
+  return ComputePlane(context.plane, [&](PlaneAdjustment& plane) {
+    return AdjustWithoutOrientation(plane, context.plane.traverses);
+  });
+}
+
+Outcome RunDataSnooping(AdjustmentContext& context, std::uint32_t kind, double levelAlpha,
+                        double planeAlpha, const AnnounceRound& announceRound) {
+  BuildNetworks(context);
+  if (kind != static_cast<std::uint32_t>(context.netType)) {
+    return Error(BRENU_KIND_IS_NOT_NETWORK_TYPE, {},
+                 {static_cast<double>(kind), static_cast<double>(context.netType)});
+  }
+  return RunByType(
+      context,
+      [&](LevelAdjustment& level) { return level.LevelDataSnooping(levelAlpha, announceRound); },
+      [&](PlaneAdjustment& plane) { return plane.DataSnooping(planeAlpha, announceRound); });
+}
+
+Outcome PreparePlane(AdjustmentContext& context) {
+  if (!HasPlane(context.netType)) return Error(BRENU_FORMAT_NEEDS_PLANE);
+  return BeginPlane(context.plane);
+}
+
+}  // namespace brenu

@@ -1,0 +1,75 @@
+#include "job/network_build.h"
+
+#include <memory>
+#include <utility>
+#include <vector>
+
+namespace brenu {
+
+namespace {
+
+// The points in network order: known ones first, each kind in ascending store index.
+struct NumberedPoints {
+  std::vector<PointData> points;
+  std::int32_t knownCount = 0;
+
+  NumberedPoints(const Store::PointMap& store, bool (*isKnown)(const PointData&)) {
+    points.reserve(store.size());
+    for (const auto& entry : store) {
+      if (isKnown(entry.second)) points.push_back(entry.second);
+    }
+    knownCount = static_cast<std::int32_t>(points.size());
+    for (const auto& entry : store) {
+      if (!isKnown(entry.second)) points.push_back(entry.second);
+    }
+  }
+};
+
+template <typename Net>
+std::shared_ptr<const Net> Build(const AdjustmentContext& context,
+                                 bool (*isKnown)(const PointData&)) {
+  NumberedPoints numbered(context.store.Points(), isKnown);
+  return std::make_shared<Net>(std::move(numbered.points), numbered.knownCount,
+                               context.store.Observations(), context.param);
+}
+
+void BuildLevel(const AdjustmentContext& context, LevelPart& level) {
+  level.net = Build<LevelNet>(context, IsHeightControl);
+  level.heights.Clear();
+  level.heights.Reserve(level.net->points.Size());
+  for (const PointData& point : level.net->points) level.heights.Add(point.h);
+}
+
+void BuildPlane(const AdjustmentContext& context, PlanePart& plane) {
+  plane.net = Build<PlaneNet>(context, IsPlaneControl);
+  plane.points = PlacedPoints(plane.net);
+}
+
+}  // namespace
+
+std::int32_t ClassifyNetwork(AdjustmentContext& context) {
+  bool height = false;
+  bool plane = false;
+  for (const auto& [index, point] : context.store.Points()) {
+    height = height || IsHeightControl(point);
+    plane = plane || IsPlaneControl(point);
+  }
+  context.netType = (height ? kLevelling : 0) + (plane ? kPlane : 0);
+  return context.netType;
+}
+
+void BuildNetworks(AdjustmentContext& context) {
+  const std::int32_t type = ClassifyNetwork(context);
+  if (HasLevelling(type)) BuildLevel(context, context.level);
+  if (HasPlane(type)) BuildPlane(context, context.plane);
+}
+
+void KeepOriginalPoints(AdjustmentContext& context) {
+  const auto& points = context.store.Points();
+  const auto count = static_cast<std::int32_t>(points.size());
+  for (auto place = points.lower_bound(0); place != points.end() && place->first < count; ++place) {
+    context.originalPoints.insert_or_assign(place->first, place->second);
+  }
+}
+
+}  // namespace brenu

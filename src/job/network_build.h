@@ -1,0 +1,19 @@
+#pragma once
+
+#include <cstdint>
+
+#include "job/adjustment_context.h"
+
+namespace brenu {
+
+// Sets the context's network type from the types of its points, and returns it.
+std::int32_t ClassifyNetwork(AdjustmentContext& context);
+
+// Classifies, then fills the levelling and the plane network from the store, as far as the type
+// includes them.  Every computation starts here, so that edits of the store take effect.
+void BuildNetworks(AdjustmentContext& context);
+
+// Keeps the points as a project file gave them.
+void KeepOriginalPoints(AdjustmentContext& context);
+
+}  // namespace brenu

@@ -1,0 +1,89 @@
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string_view>
+
+#include "core/finding.h"
+#include "core/normal_equations.h"
+#include "level/level_net.h"
+
+namespace brenu {
+
+// What the adjustment found for one levelled height difference, metres.
+struct HeightObsResult {
+  double observed, residual, adjusted, sigma, weight;
+  bool removed;  // taken out by data snooping
+};
+
+// One computation on a height network and its results, on arrays: heights by name (slot),
+// everything else by observation (sight) or point.  Results keep the network, parameters
+// included, that they were computed from.
+class LevelAdjustment {
+ public:
+  LevelAdjustment() = default;  // without results
+  // The second argument is for comparing the two ways to store normal equations.
+  explicit LevelAdjustment(std::shared_ptr<const LevelNet> net,
+                           std::int32_t mostPackedUnknowns = kMostPackedUnknowns);
+
+  // Heights of all points by propagation along the observations.  Fails without points or
+  // observations, and when a height cannot be reached.
+  Outcome CalcApproxHeight();
+  // Least-squares adjustment of the heights with weights 1 km / L.
+  Outcome LevelAdjust();
+  // The same, taking out one observation a round as long as the largest standardised residual
+  // exceeds the two-sided critical value of the level of significance; the a-priori standard error
+  // is 1 mm for 1 km.  What is taken out has weight 0.  Each round is announced.
+  Outcome LevelDataSnooping(double alpha, const std::function<void(int)>& announceRound = {});
+
+  const LevelNet& Net() const { return *m_net; }
+  // By slot, metres: approximate, after an adjustment adjusted ones.
+  const Table<Slot, double>& Heights() const { return m_heights; }
+  // The heights after a successful CalcApproxHeight; empty before.
+  const Table<PointNo, double>& ApproximateHeights() const { return m_approximate; }
+
+  // Empty when the computation had no such point or observation.
+  std::optional<VerticalResult> ResultOfPoint(std::string_view name) const;
+  std::optional<HeightObsResult> ResultOfObs(std::string_view station,
+                                             std::string_view target) const;
+  // The standard error of unit weight of the adjustment: that of 1 km of levelling, metres.
+  double Sigma0() const { return m_sigma0; }
+  // Observations in use minus new heights.
+  std::int32_t Redundancy() const;
+
+ private:
+  bool PrepareLevel();
+  Outcome ExplainUnreached() const;
+  UnknownPattern MakePattern() const;
+  Outcome FormNormalEquation();
+  void HoldKnownHeights();
+  Outcome SolveHeight();
+  double CalcVtPV();
+  void SetSigma0(double vtpv);
+  void CalcLevelPrecision();
+  Outcome ExplainNotFinite() const;
+  // The cofactor of the adjusted height difference.
+  double CofactorOfDifference(const Sight& sight) const;
+
+  struct WorstObs {
+    SightNo observation;
+    double value = 0.0;
+  };
+  WorstObs FindWorst() const;
+  bool IsRemoved(SightNo observation) const;
+
+  std::shared_ptr<const LevelNet> m_net = std::make_shared<LevelNet>();
+  Table<Slot, double> m_heights;          // metres: approximate, then adjusted
+  Table<PointNo, double> m_approximate;   // metres
+  Table<SightNo, double> m_weight;        // 1000 / L
+  NormalEquations m_normal;               // one unknown a point: the correction of its height
+  Table<PointNo, double> m_solution;      // that correction, metres
+  Table<SightNo, double> m_residual;      // metres
+  Table<PointNo, double> m_pointSigma;    // metres
+  Table<SightNo, double> m_obsSigma;      // metres
+  double m_sigma0 = 0.0;                  // metres
+};
+
+}  // namespace brenu

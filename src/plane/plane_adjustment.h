@@ -1,0 +1,139 @@
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string_view>
+#include <vector>
+
+#include "core/finding.h"
+#include "core/normal_equations.h"
+#include "plane/coordinates.h"
+#include "plane/line_equation.h"
+#include "plane/observation_tables.h"
+
+namespace brenu {
+
+// What the adjustment found for one observation, in the units of the public getters.
+struct PlaneObsResult {
+  double observed, residual, adjusted, apriori;
+  bool removed;  // taken out by data snooping
+};
+
+// Azimuth and length between two points from their adjusted coordinates.
+struct LinePrecision {
+  double azimuth;       // dd.mmss
+  double azimuthError;  // arc-seconds
+  double length;        // metres
+  double lengthError;   // metres
+  std::int32_t relativePrecision;
+};
+
+// One computation on a plane network and its results, on arrays: coordinates by name (slot),
+// observations in walk order.  The unknowns are X and Y of point i at 2i and 2i + 1 and then one
+// orientation unknown a direction set.  Results keep the network, parameters included, that they
+// were computed from.
+class PlaneAdjustment {
+ public:
+  PlaneAdjustment() = default;  // without results
+  // Control points have their coordinates, new points none.  The second argument is for comparing
+  // the two ways to store normal equations.
+  explicit PlaneAdjustment(std::shared_ptr<const PlaneNet> net,
+                           std::int32_t mostPackedUnknowns = kMostPackedUnknowns);
+
+  // Fails when a new point cannot be reached.
+  Outcome CalcApproxCoordinates();
+  // Least-squares adjustment of coordinates and orientation unknowns.
+  Outcome Adjust();
+  // The same with one Gauss-Newton step a round, taking out the observation with the largest test
+  // value as long as it exceeds the two-sided critical value of the level of significance.  Each
+  // round is announced.
+  Outcome DataSnooping(double alpha, const std::function<void(int)>& announceRound = {});
+  // Adjusts distances alone, with these parameters, on the coordinates as they are: known points
+  // are no unknowns, and neither directions nor azimuths take part.
+  Outcome AdjustDistances(const AdjParam& param);
+
+  // Puts the points where trilateration placed them and derives the directions of the measured
+  // lines, as grid azimuths.
+  void TakePlacedPoints(const Table<PointNo, Position>& positions);
+  // Gives a point coordinates.
+  void SetCoordinates(Slot slot, const Position& position);
+  // Keeps the coordinates that points have now as approximate ones, for others those stored.
+  void KeepApproximateCoordinates();
+
+  const PlaneNet& Net() const { return *m_net; }
+  const AdjParam& Param() const { return m_param; }
+  const Coordinates& WorkingCoordinates() const { return m_coords; }
+  const ObservationTables& Observations() const { return m_obs; }
+  // What was kept as approximate coordinates; empty as long as they could not be computed.
+  const Table<PointNo, Position>& ApproximateCoordinates() const { return m_approximate; }
+
+  // Empty when the computation had no such point or observation.
+  std::optional<PlaneResult> ResultOfPoint(std::string_view name) const;
+  std::optional<PlaneObsResult> ResultOfDirection(std::string_view station,
+                                                  std::string_view target) const;
+  std::optional<PlaneObsResult> ResultOfDistance(std::string_view station,
+                                                 std::string_view target) const;
+  std::optional<PlaneObsResult> ResultOfAzimuth(std::string_view station,
+                                                std::string_view target) const;
+  std::optional<LinePrecision> PrecisionOfLine(std::string_view station,
+                                               std::string_view target) const;
+  // Whether the computation held the point as a control point.
+  bool IsControl(std::string_view name) const;
+  // The a-posteriori standard error of unit weight.
+  double Sigma0() const { return m_sigma0; }
+  // Observations minus unknowns.
+  std::int32_t Redundancy() const { return m_redundancy; }
+
+ private:
+  // The X unknown of the point of that name; negative when the point is held, or there is none.
+  std::int32_t UnknownOf(Slot slot) const;
+
+  // Derivatives in arc-seconds per metre.
+  LineEquation DirectionCoefficients(Slot from, Slot to) const;
+  // Derivatives without unit.
+  LineEquation DistanceCoefficients(Slot from, Slot to) const;
+  double DistanceError(double length) const { return m_param.MS + m_param.MR * length; }
+
+  Outcome BuildNormals();
+  const PlaneObs* FindUnknownName() const;
+  UnknownPattern MakePattern() const;
+  void AnalysePattern();
+  void NumberOrientations();
+  void AddDirectionSet(const DirectionSet& set);
+  void AddDistance(const PlaneObs& o);
+  void HoldKnownPoints();
+  double SolveAndUpdate();
+  double CalcResiduals();
+  double CalcDistanceResiduals();
+  std::int32_t OrientationCount() const;
+  void CountRedundancy(std::int32_t orientations);
+  void CalcPointPrecision();
+  PlaneObs* FindWorst(double critical);
+  Outcome ExplainResult() const;
+  Finding ExplainNotFinite() const;
+
+  UnknownPattern MakeDistancePattern() const;
+  Outcome BuildDistanceNormals();
+  void DeriveDirections();
+
+  // `observed` in dd.mmss, as it is stored.
+  PlaneObsResult AngleResult(const PlaneObs& o, double observed) const;
+
+  std::shared_ptr<const PlaneNet> m_net = std::make_shared<PlaneNet>();
+  AdjParam m_param = kDefaultParam;
+  Coordinates m_coords;                    // working coordinates, then with precision
+  Table<PointNo, Position> m_approximate;
+  ObservationTables m_obs;                 // with use flags and residuals
+  NormalEquations m_normal;
+  std::vector<std::size_t> m_setOrder;       // the sets and
+  std::vector<std::size_t> m_distanceOrder;  // distances in the order in which they are added
+  PointNo m_firstUnknownPoint{0};            // the point that owns the unknowns 0 and 1
+  bool m_directionsDerived = false;  // the directions come from coordinates, not from readings
+  SightNo m_turnedDirection;         // the first that was reduced a full circle off
+  std::int32_t m_redundancy = 0;
+  double m_sigma0 = 0.0;
+};
+
+}  // namespace brenu

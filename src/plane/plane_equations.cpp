@@ -1,0 +1,140 @@
+// The observation equations of a pass.
+#include <algorithm>
+#include <cmath>
+
+#include "core/angles.h"
+#include "plane/plane_adjustment.h"
+
+namespace brenu {
+
+std::int32_t PlaneAdjustment::UnknownOf(Slot slot) const {
+  return 2 * (m_net->layout.PointOf(slot).Number() - m_firstUnknownPoint.Number());
+}
+
+// a = atan2(dy, dx) has the derivatives (-dy, dx) rho / s^2.
+LineEquation PlaneAdjustment::DirectionCoefficients(Slot from, Slot to) const {
+  const PlaneResult& a = m_coords[from];
+  const PlaneResult& b = m_coords[to];
+  const double dx = b.x - a.x;
+  const double dy = b.y - a.y;
+  const double s2 = dx * dx + dy * dy;
+  return {PositiveAngle(std::atan2(dy, dx)), UnknownOf(from), UnknownOf(to), -kRho * dy / s2,
+          kRho * dx / s2};
+}
+
+// s = sqrt(dx^2 + dy^2) has the derivatives (dx, dy) / s.
+LineEquation PlaneAdjustment::DistanceCoefficients(Slot from, Slot to) const {
+  const PlaneResult& a = m_coords[from];
+  const PlaneResult& b = m_coords[to];
+  const double dx = b.x - a.x;
+  const double dy = b.y - a.y;
+  const double s = CalcDistance(a.x, a.y, b.x, b.y);
+  return {s, UnknownOf(from), UnknownOf(to), dx / s, dy / s};
+}
+
+// The first observation in use of which an end has no point; null when there is none.
+const PlaneObs* PlaneAdjustment::FindUnknownName() const {
+  const NetworkLayout& net = m_net->layout;
+  for (const auto* table : {&m_obs.directions, &m_obs.distances, &m_obs.azimuths}) {
+    for (const PlaneObs& o : *table) {
+      if (o.inUse && (net.PointOf(o.from).IsNone() || net.PointOf(o.to).IsNone())) return &o;
+    }
+  }
+  return nullptr;
+}
+
+// The orientation unknowns follow the coordinates, one a set.  Sets may lose their last direction
+// in use; their unknown then stays without equations and is held, so that the pattern never
+// changes.
+void PlaneAdjustment::NumberOrientations() {
+  std::int32_t unknown = 2 * m_net->layout.PointCount();
+  for (DirectionSet& set : m_obs.sets) {
+    const bool used = m_obs.HasDirectionInUse(set);
+    set.orientation = used ? unknown : -1;
+    if (!used) m_normal.Hold(unknown, 1.0);
+    ++unknown;
+  }
+}
+
+Outcome PlaneAdjustment::BuildNormals() {
+  if (const PlaneObs* o = FindUnknownName()) {
+    const NameTable& names = m_net->layout.Names();
+    return Error(BRENU_NAME_WITHOUT_POINT, {names.NameAt(o->from), names.NameAt(o->to)});
+  }
+  if (!m_normal.HasPattern()) AnalysePattern();
+  m_normal.Reset();
+  NumberOrientations();
+  for (const std::size_t k : m_setOrder) AddDirectionSet(m_obs.sets[k]);
+  for (const std::size_t k : m_distanceOrder) AddDistance(m_obs.distances[k]);
+  for (const PlaneObs& o : m_obs.azimuths) {
+    if (!o.inUse) continue;
+    const LineEquation line = DirectionCoefficients(o.from, o.to);
+    // The reduced observation stays in radians while the coefficients are in arc-seconds: an
+    // azimuth stiffens the network near its approximate value (docs/computations.md,
+    // "Where to take care").
+    m_normal.Add(line.Terms(), 1.0 / (m_param.MO * m_param.MO), line.value - o.observed);
+  }
+  return {};
+}
+
+void PlaneAdjustment::AddDirectionSet(const DirectionSet& set) {
+  const auto begin = m_obs.directions.begin() + set.first;
+  const auto end = m_obs.directions.begin() + set.end;
+  // The approximate orientation comes from the first direction in use (from the first of all in a
+  // set without any, so that its residuals still say something).
+  auto reference = std::find_if(begin, end, [](const PlaneObs& o) { return o.inUse; });
+  if (reference == end) reference = begin;
+  const double orientation = PositiveAngle(
+      DirectionCoefficients(reference->from, reference->to).value - reference->observed);
+
+  const double weight = 1.0 / (m_param.MO * m_param.MO);
+  for (auto o = begin; o != end; ++o) {
+    LineEquation line = DirectionCoefficients(o->from, o->to);
+    // Not reduced any further (docs/computations.md, "Where to take care").
+    const double turn = PositiveAngle(line.value - o->observed) - orientation;
+    constexpr double kAlmostFullCircle = kTwoPi - kPi / 180.0;
+    if (std::fabs(turn) > kAlmostFullCircle && m_turnedDirection.IsNone()) {
+      m_turnedDirection = o->sight;
+    }
+    o->residual = turn * kRho;
+    if (!o->inUse) continue;
+    m_normal.Add(line.TermsWithOrientation(set.orientation), weight, o->residual);
+  }
+}
+
+void PlaneAdjustment::AddDistance(const PlaneObs& o) {
+  if (!o.inUse) return;
+  const LineEquation line = DistanceCoefficients(o.from, o.to);
+  const double error = DistanceError(o.observed);
+  m_normal.Add(line.Terms(), 1.0 / (error * error), line.value - o.observed);
+}
+
+// All stored pairs belong to the pattern, whatever is observed between them: the precision of any
+// of them may be asked for.
+UnknownPattern PlaneAdjustment::MakePattern() const {
+  const NetworkLayout& net = m_net->layout;
+  UnknownPattern pattern = PointPattern(net.PointCount(), 2);
+  for (const DirectionSet& set : m_obs.sets) {
+    const PlaneObs& first = m_obs.directions[static_cast<std::size_t>(set.first)];
+    const PointNo station = net.PointOf(first.from);
+    // A set at a name without point has no equations and stands alone.
+    pattern.groupOfUnknown.push_back(station.IsNone() ? pattern.groupCount++ : station.Number());
+  }
+  for (const Sight& s : net.Sights()) {
+    pattern.Connect(net.PointOf(s.station).Number(), net.PointOf(s.target).Number());
+  }
+  return pattern;
+}
+
+void PlaneAdjustment::AnalysePattern() {
+  m_normal.SetPattern(MakePattern());
+  // What stands at a name without point is never added: any place will do.
+  const auto unknownOf = [this](const PlaneObs& o) { return std::max(UnknownOf(o.from), 0); };
+  m_setOrder = m_normal.FastestOrder(m_obs.sets.size(), [&](std::size_t k) {
+    return unknownOf(m_obs.directions[static_cast<std::size_t>(m_obs.sets[k].first)]);
+  });
+  m_distanceOrder = m_normal.FastestOrder(
+      m_obs.distances.size(), [&](std::size_t k) { return unknownOf(m_obs.distances[k]); });
+}
+
+}  // namespace brenu
