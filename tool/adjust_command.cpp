@@ -1,97 +1,83 @@
 #include "adjust_command.h"
 
-#include <vector>
-
-#include "job/adjustment_context.h"
-#include "command.h"
-#include "computation.h"
-#include "data_check.h"
-#include "network_view.h"
-#include "point_table.h"
 #include "report_files.h"
-#include "summary.h"
-#include "taken_out.h"
-#include "traverse_text.h"
+#include "review/computation.h"
+#include "review/data_check.h"
+#include "review/network_view.h"
+#include "tables/point_table.h"
+#include "tables/summary.h"
+#include "tables/taken_out.h"
+#include "tables/traverse_text.h"
 
 namespace brenu::tool {
 
 namespace {
 
-std::string NetworkText(AdjustmentContext& context, const AdjustOptions& options) {
+std::string NetworkText(const AdjustmentContext& context, const AdjustOptions& options) {
   const auto networks = AdjustedNetworks(context);
   const auto observations = ObservationsOf(context);
   std::string text;
   for (const Network network : networks) {
     if (!text.empty()) text += '\n';
     text += network == Network::kHeights ? "Levelling network\n" : "Plane network\n";
-    text += Summary(&context, network, observations);
+    text += Summary(context, network, observations);
   }
   if (options.alpha) text += '\n' + TakenOutText(context, networks, observations);
   if (options.summaryOnly) return text;
   for (const Network network : networks) {
     text += network == Network::kHeights ? "\nAdjusted heights" : "\nAdjusted coordinates";
-    text += " (* control point)\n" + PointTable(&context, network);
+    text += " (* control point)\n" + PointTable(context, network);
   }
   return text;
 }
 
-std::string TraverseText(AdjustmentContext& context, const AdjustOptions& options) {
+std::string TraverseText(const AdjustmentContext& context, const AdjustOptions& options) {
   std::string text = "Traverses without orientation\n" + TraverseSummary(context);
   if (options.summaryOnly) return text;
-  text += "\nCoordinates (* control point)\n" + CoordinateTable(&context);
+  text += "\nCoordinates (* control point)\n" + CoordinateTable(context);
   return text + TraverseTables(context);
 }
 
-// Options that the format of the file does not allow.
-std::optional<Fault> UnfitOption(const AdjustmentContext& context, const AdjustOptions& options) {
+// Whether the format of the file allows the options; says so otherwise.
+bool AreFit(const AdjustmentContext& context, const AdjustOptions& options) {
   if (options.alpha && !IsOrdinary(context)) {
-    return Fault{kFileOrUsage, "data snooping needs a network of format 0; leave out --snoop"};
+    Say(options.file, "data snooping needs a network of format 0; leave out --snoop");
+    return false;
   }
   if (IsUnoriented(context) && !options.resultFile.empty()) {
-    return Fault{kFileOrUsage,
-                 "traverses without orientation (format 1) have neither residuals nor precision to "
-                 "report; leave out --result"};
+    Say(options.file,
+        "traverses without orientation (format 1) have neither residuals nor precision to report; "
+        "leave out --result");
+    return false;
   }
-  return std::nullopt;
+  return true;
 }
 
-std::optional<Fault> Compute(AdjustmentContext& context, const AdjustOptions& options) {
-  if (IsDistancesOnly(context)) return AdjustDistancesOnly(context);
-  if (IsUnoriented(context)) return ComputeTraverses(context);
-  return options.alpha ? SnoopNetwork(context, *options.alpha) : AdjustNetwork(context);
+// Closure errors go first: the adjustment computes its approximate values itself.
+Ending WriteClosures(AdjustmentContext& context, const AdjustOptions& options) {
+  if (options.closureFile.empty()) return {};
+  Ending ending = Ending::Of(ComputeClosures(context), kComputationFailed);
+  if (ending.status != kDone || context.closeErrors.empty()) return ending;
+  return WriteClosureFile(context, options.closureFile);
 }
 
-void SayDoubts(AdjustmentContext& context, const std::string& file) {
-  for (const auto& doubt : {DoubtAboutDistanceErrors(context), DoubtAboutLineLengths(context),
-                            DoubtAboutAzimuths(context), DoubtAboutFormat(context)}) {
-    if (doubt) Say(file, "warning: " + *doubt);
+Ending Adjust(AdjustmentContext& context, const AdjustOptions& options, Progress& progress,
+              std::string& text) {
+  if (!AreFit(context, options)) return {kFileOrUsage, {}};
+  if (Findings found = CheckWeights(context); !found.empty()) {
+    return {kFileOrUsage, std::move(found)};
   }
-}
-
-// Closure errors go first: they recompute the approximate values.
-std::optional<Fault> WriteClosures(AdjustmentContext& context, const AdjustOptions& options) {
-  if (options.closureFile.empty()) return std::nullopt;
-  if (auto fault = ComputeClosures(context)) return fault;
-  if (GetCloseErrorCount(&context) > 0) return WriteClosureFile(context, options.closureFile);
-  Say(options.file, NoClosures(context) + ", so that no closure report is written");
-  return std::nullopt;
-}
-
-std::optional<Fault> Adjust(AdjustmentContext& context, const AdjustOptions& options,
-                            Progress& progress, std::string& text) {
-  progress.Enter("checking the data");
-  if (auto fault = UnfitOption(context, options)) return fault;
-  for (const auto& sentence : {FindDataFault(context), FindWeightFault(context)}) {
-    if (sentence) return Fault{kFileOrUsage, *sentence};
-  }
-  SayDoubts(context, options.file);
   progress.Enter("computing closure errors");
-  if (auto fault = WriteClosures(context, options)) return fault;
+  Ending ending = WriteClosures(context, options);
+  if (ending.status != kDone) return ending;
+  Say(options.file, ending.findings);
   progress.Enter(options.alpha ? "adjusting with data snooping" : "adjusting");
-  if (auto fault = Compute(context, options)) return fault;
+  Outcome computed =
+      Compute(context, options.alpha, [&](int round) { progress.EnterRound(round); });
+  if (!computed.ok) return Ending::Of(std::move(computed), kComputationFailed);
   progress.Enter("making the tables");
   text = IsUnoriented(context) ? TraverseText(context, options) : NetworkText(context, options);
-  if (options.resultFile.empty()) return std::nullopt;
+  if (options.resultFile.empty()) return {kDone, std::move(computed.findings)};
   progress.Enter("writing the result report");
   return WriteResultFile(context, options.resultFile);
 }
@@ -99,14 +85,10 @@ std::optional<Fault> Adjust(AdjustmentContext& context, const AdjustOptions& opt
 }  // namespace
 
 ExitStatus RunAdjust(const AdjustOptions& options) {
-  if (auto sentence = FindSharedFile({options.file, options.resultFile, options.closureFile})) {
-    Say(options.file, *sentence);
-    return kFileOrUsage;
-  }
-  return RunOnFile(options.file,
-                   [&](AdjustmentContext& context, Progress& progress, std::string& text) {
-                     return Adjust(context, options, progress, text);
-                   });
+  if (!AreDistinct({options.file, options.resultFile, options.closureFile})) return kFileOrUsage;
+  return RunOnFile(options, [&](AdjustmentContext& context, Progress& progress, std::string& text) {
+    return Adjust(context, options, progress, text);
+  });
 }
 
 }  // namespace brenu::tool

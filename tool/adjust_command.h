@@ -3,12 +3,11 @@
 #include <optional>
 #include <string>
 
-#include "fault.h"
+#include "command.h"
 
 namespace brenu::tool {
 
-struct AdjustOptions {
-  std::string file;
+struct AdjustOptions : FileOptions {
   std::string resultFile, closureFile;  // where the reports go; empty for none
   std::optional<double> alpha;          // for data snooping: its level of significance, in (0, 1)
   bool summaryOnly = false;             // no tables of points

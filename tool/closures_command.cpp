@@ -1,41 +1,40 @@
 #include "closures_command.h"
 
-#include "closure_table.h"
-#include "command.h"
-#include "computation.h"
-#include "data_check.h"
-#include "diagnosis.h"
-#include "network_view.h"
-#include "traverse_text.h"
+#include "review/computation.h"
+#include "review/network_view.h"
+#include "tables/closure_table.h"
+#include "tables/traverse_text.h"
 
 namespace brenu::tool {
 
 namespace {
 
-std::optional<Fault> Check(AdjustmentContext& context, const std::string& path, std::string& text) {
-  if (auto sentence = FindDataFault(context)) return Fault{kFileOrUsage, *sentence};
+Ending Check(AdjustmentContext& context, const ClosureOptions& options, std::string& text) {
   if (IsUnoriented(context)) {
-    if (auto fault = ComputeTraverses(context)) return fault;
-    text = "Traverses without orientation, no limits\n" + TraverseSummary(context);
-    return std::nullopt;
+    Ending ending = Ending::Of(Compute(context), kComputationFailed);
+    if (ending.status == kDone) {
+      text = "Traverses without orientation, no limits\n" + TraverseSummary(context);
+    }
+    return ending;
   }
-  if (auto fault = ComputeClosures(context)) return fault;
-  const ClosureTable table = MakeClosureTable(context);
+  Ending ending = Ending::Of(ComputeClosures(context), kComputationFailed);
+  if (ending.status != kDone) return ending;
+  const ClosureTable table = MakeClosureTable(context, options.failedOnly);
   text = table.text;
-  if (table.count == 0) Say(path, NoClosures(context));
-  if (table.failed == 0) return std::nullopt;
-  return Fault{kComputationFailed,
-               std::to_string(table.failed) + " of " + std::to_string(table.count) +
-                   " closure errors are beyond their limits; look for gross errors along the "
-                   "routes that failed"};
+  if (table.failed > 0) {
+    ending.status = kComputationFailed;
+    ending.findings.push_back(
+        Error(BRENU_CLOSURES_FAILED, {}, {1.0 * table.failed, 1.0 * table.count}));
+  }
+  return ending;
 }
 
 }  // namespace
 
-ExitStatus RunClosures(const std::string& path) {
-  return RunOnFile(path, [&](AdjustmentContext& context, Progress& progress, std::string& text) {
+ExitStatus RunClosures(const ClosureOptions& options) {
+  return RunOnFile(options, [&](AdjustmentContext& context, Progress& progress, std::string& text) {
     progress.Enter("computing closure errors");
-    return Check(context, path, text);
+    return Check(context, options, text);
   });
 }
 

@@ -1,25 +1,47 @@
 #pragma once
 
 #include <functional>
-#include <optional>
 #include <string>
 
-#include "brenu/brenu.h"
-#include "fault.h"
+#include "job/adjustment_context.h"
 #include "progress.h"
 
 namespace brenu::tool {
 
+enum ExitStatus : int {
+  kDone = 0,
+  kComputationFailed = 1,  // the network cannot be computed, or does not stand a check
+  kFileOrUsage = 2,        // a file or the command line is at fault
+};
+
+// How a command ended, and what there is to say about it.
+struct Ending {
+  ExitStatus status = kDone;
+  Findings findings;
+
+  // `status` when the outcome is no success.
+  static Ending Of(Outcome outcome, ExitStatus status) {
+    return {outcome.ok ? kDone : status, std::move(outcome.findings)};
+  }
+};
+
+// What is the same for all commands on a file.
+struct FileOptions {
+  std::string file;     // UTF-8, as all paths of the program
+  bool strict = false;  // a doubt about a value is an error
+};
+
 // What a command does with a file that has been read: appends to the text for the standard output.
-// That is printed also when there is a fault.
-using Work = std::function<std::optional<Fault>(AdjustmentContext& context, Progress& progress,
-                                                std::string& text)>;
+// That is printed whatever the ending.
+using Work = std::function<Ending(AdjustmentContext& context, Progress& progress, std::string& text)>;
 
-// Reads the file into a fresh context and does the work; warnings and the fault, one sentence each,
-// go to the standard error.
-ExitStatus RunOnFile(const std::string& path, const Work& work);
+// Reads the file into a fresh context, checks the data and does the work; findings go to the
+// standard error, one sentence each.
+ExitStatus RunOnFile(const FileOptions& options, const Work& work);
 
-// One sentence about the file on the standard error.
+// The findings about a file on the standard error, warnings said to be so.
+void Say(const std::string& path, const Findings& findings);
+// One sentence about it.
 void Say(const std::string& path, const std::string& sentence);
 
 }  // namespace brenu::tool

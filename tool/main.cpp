@@ -1,17 +1,21 @@
 // The host program: the command line.  Each command has a file of its own.
 #include <CLI/CLI.hpp>
+#include <algorithm>
 #include <cstdio>
 #include <exception>
 #include <string>
+#include <vector>
 
 #include "adjust_command.h"
+#include "arguments.h"
 #include "closures_command.h"
+#include "review/text.h"
 
 namespace {
 
-using brenu::tool::ExitStatus;
-
 using brenu::tool::AdjustOptions;
+using brenu::tool::ClosureOptions;
+using brenu::tool::ExitStatus;
 
 const char* const kStatusHelp =
     "Exit status: 0 done, 1 the network cannot be computed or a closure error is beyond its limit, "
@@ -21,13 +25,15 @@ const char* const kUnitsHelp =
     "Lengths are metres, angles dd.mmss (30.15205 is 30 degrees 15' 20.5\").  MO is in "
     "arc-seconds, MS in metres, MR a ratio: 5 mm + 5 ppm is MS:0.005, MR:0.000005.\n";
 
-void AddFile(CLI::App& command, std::string& file) {
+void AddFile(CLI::App& command, brenu::tool::FileOptions& options) {
   command
-      .add_option("FILE", file,
+      .add_option("FILE", options.file,
                   "project file ([PARAM], [PT], [OBS]) or station and observation file ([PARA], "
                   "[STATION], [OBSER]); told apart by the first of these lines")
       ->type_name("")
       ->required();
+  command.add_flag("--strict", options.strict,
+                   "treat a doubt about a value of the file as an error");
 }
 
 CLI::App& AddAdjust(CLI::App& app, AdjustOptions& options) {
@@ -37,7 +43,7 @@ CLI::App& AddAdjust(CLI::App& app, AdjustOptions& options) {
       "precision.  By its format: 0 directions, distances, azimuths and height differences; 1 "
       "traverses without orientation; 3 distances only, the points being placed by trilateration "
       "first.");
-  AddFile(adjust, options.file);
+  AddFile(adjust, options);
   adjust
       .add_option("--result", options.resultFile,
                   "write the result report to this file (not for format 1)")
@@ -61,38 +67,55 @@ CLI::App& AddAdjust(CLI::App& app, AdjustOptions& options) {
   return adjust;
 }
 
-void AddClosures(CLI::App& app, std::string& file) {
+void AddClosures(CLI::App& app, ClosureOptions& options) {
   CLI::App& closures = *app.add_subcommand(
       "closures",
       "Prints the closure errors of levelling lines and loops and of traverses with their limits; "
       "for format 1 the linear misclosures of the traverses.");
-  AddFile(closures, file);
+  AddFile(closures, options);
+  closures.add_flag("--failed", options.failedOnly, "list only what is beyond its limit");
   closures.footer(std::string(kUnitsHelp) + kStatusHelp);
 }
 
-ExitStatus Run(int argc, char** argv) {
+// A word in the place of the command that is none; says so.
+bool HasWrongCommand(const CLI::App& app, const std::vector<std::string>& arguments) {
+  if (arguments.empty() || arguments.front().starts_with('-')) return false;
+  std::string known;
+  for (const CLI::App* command : app.get_subcommands([](const CLI::App*) { return true; })) {
+    if (command->get_name() == arguments.front()) return false;
+    known += (known.empty() ? "" : ", ") + command->get_name();
+  }
+  std::fprintf(stderr, "brenu: there is no command %s; the commands are %s\n",
+               brenu::Printable(arguments.front()).c_str(), known.c_str());
+  return true;
+}
+
+ExitStatus Run(std::vector<std::string> arguments) {
   CLI::App app("Adjusts survey control networks by least squares.", "brenu");
   app.set_version_flag("--version", "brenu " BRENU_VERSION);
   app.allow_windows_style_options(false);  // a path may begin with a slash there too
   app.require_subcommand(1);
   app.footer(kStatusHelp);
-  AdjustOptions options;
-  std::string file;
-  const CLI::App& adjust = AddAdjust(app, options);
-  AddClosures(app, file);
+  AdjustOptions adjustOptions;
+  ClosureOptions closureOptions;
+  const CLI::App& adjust = AddAdjust(app, adjustOptions);
+  AddClosures(app, closureOptions);
+  if (HasWrongCommand(app, arguments)) return brenu::tool::kFileOrUsage;
   try {
-    app.parse(argc, argv);
+    std::reverse(arguments.begin(), arguments.end());  // as the parser takes them
+    app.parse(arguments);
   } catch (const CLI::ParseError& end) {  // also how help and version come out
     return app.exit(end) == 0 ? brenu::tool::kDone : brenu::tool::kFileOrUsage;
   }
-  return adjust.parsed() ? brenu::tool::RunAdjust(options) : brenu::tool::RunClosures(file);
+  return adjust.parsed() ? brenu::tool::RunAdjust(adjustOptions)
+                         : brenu::tool::RunClosures(closureOptions);
 }
 
 }  // namespace
 
 int main(int argc, char** argv) {
   try {
-    return Run(argc, argv);
+    return Run(brenu::tool::Arguments(argc, argv));
   } catch (const std::exception& error) {
     std::fprintf(stderr, "brenu: there is not enough memory, or: %s\n", error.what());
     return brenu::tool::kComputationFailed;

@@ -40,7 +40,7 @@ Progress::Progress() {
   }
 }
 
-void Progress::Enter(const char* stage) {
+void Progress::Enter(const std::string& stage) {
   const std::lock_guard lock(m_mutex);
   m_stage = stage;
 }

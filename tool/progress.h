@@ -19,7 +19,9 @@ class Progress {
   Progress& operator=(const Progress&) = delete;
 
   // What comes next, such as "adjusting".
-  void Enter(const char* stage);
+  void Enter(const std::string& stage);
+  // A round of data snooping.
+  void EnterRound(int round) { Enter("data snooping, round " + std::to_string(round)); }
   // Takes the line off, before anything else is written; nothing is shown after it.
   void Stop();
 

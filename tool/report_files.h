@@ -1,20 +1,18 @@
 #pragma once
 
-#include <optional>
 #include <string>
 #include <vector>
 
-#include "brenu/brenu.h"
-#include "fault.h"
+#include "command.h"
 
 namespace brenu::tool {
 
-// A sentence when two of the paths lead to the same file, which one would overwrite; empty paths
-// are left out.
-std::optional<std::string> FindSharedFile(const std::vector<std::string>& paths);
+// Whether no two of the paths lead to the same file, which one would overwrite; says so otherwise.
+// Empty paths are left out.
+bool AreDistinct(const std::vector<std::string>& paths);
 
 // The reports of the last computation.
-std::optional<Fault> WriteResultFile(AdjustmentContext& context, const std::string& path);
-std::optional<Fault> WriteClosureFile(AdjustmentContext& context, const std::string& path);
+Ending WriteResultFile(const AdjustmentContext& context, const std::string& path);
+Ending WriteClosureFile(const AdjustmentContext& context, const std::string& path);
 
 }  // namespace brenu::tool

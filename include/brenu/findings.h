@@ -58,7 +58,7 @@ typedef enum brenu_code {
 
   /* ---- Doubts of reading ---- */
   BRENU_HEADER_UNKNOWN = 200,      /* names: the headers of this kind of file */
-  BRENU_LINES_SKIPPED = 201,       /* outside the sections; values: how many */
+  BRENU_LINES_SKIPPED = 201,       /* outside the sections; values: how many more */
   BRENU_PARAMETER_UNKNOWN = 204,   /* names: the keys of this kind of file */
   BRENU_PARAMETER_WITHOUT_VALUE = 205, /* names: key */
   /* Excerpt: the field. */
@@ -95,9 +95,9 @@ typedef enum brenu_code {
 
   /* ---- Computations ---- */
   BRENU_NOTHING_LEVELLED = 400,
-  BRENU_HEIGHTS_UNREACHED = 401,       /* names: points */
+  BRENU_HEIGHTS_UNREACHED = 401,       /* names: points; values: 1 when the job has both networks */
   BRENU_DISTANCES_WITHOUT_DIRECTIONS = 402,
-  BRENU_COORDINATES_UNREACHED = 403,   /* names: points */
+  BRENU_COORDINATES_UNREACHED = 403,   /* as the heights */
   BRENU_NAME_WITHOUT_POINT = 404,      /* names: station, target */
   BRENU_HEIGHTS_SINGULAR = 405,
   BRENU_PLANE_SINGULAR = 406,

@@ -289,7 +289,7 @@ Findings TextReader::Skipped() const {
     doubt = Warning(BRENU_HEADER_UNKNOWN, {Joined(m_grammar->headers)});
     doubt.excerpt = m_strayHeaderText;
   } else {
-    doubt = Warning(BRENU_LINES_SKIPPED, {}, {static_cast<double>(m_skippedCount)});
+    doubt = Warning(BRENU_LINES_SKIPPED, {}, {static_cast<double>(m_skippedCount - 1)});
   }
   doubt.line = static_cast<std::int32_t>(m_strayHeader != 0 ? m_strayHeader : m_firstSkipped);
   return {std::move(doubt)};

@@ -41,6 +41,15 @@ Outcome ComputePlane(PlanePart& plane, Compute compute) {
   return outcome;
 }
 
+// With control of both kinds every point must be reached in both networks.
+void SayThatBothAreNeeded(Outcome& outcome) {
+  for (Finding& finding : outcome.findings) {
+    const bool unreached = finding.code == BRENU_HEIGHTS_UNREACHED ||
+                           finding.code == BRENU_COORDINATES_UNREACHED;
+    if (unreached) finding.values = {1.0};
+  }
+}
+
 // Levelling first, the plane only when the levelling succeeded.
 template <typename Level, typename Plane>
 Outcome RunByType(AdjustmentContext& context, Level level, Plane plane) {
@@ -48,6 +57,8 @@ Outcome RunByType(AdjustmentContext& context, Level level, Plane plane) {
   Outcome outcome;
   if (HasLevelling(context.netType)) outcome = ComputeLevel(context.level, level);
   if (outcome.ok && HasPlane(context.netType)) outcome += ComputePlane(context.plane, plane);
+  if (!outcome.ok && context.store.Observations().empty()) return Error(BRENU_NO_OBSERVATIONS);
+  if (context.netType == kPlaneAndLevelling) SayThatBothAreNeeded(outcome);
   return outcome;
 }
 

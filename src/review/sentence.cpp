@@ -1,0 +1,93 @@
+#include "review/sentence.h"
+
+#include <string_view>
+#include <vector>
+
+#include "core/text_number.h"
+#include "review/sentence_table.h"
+#include "review/text.h"
+
+namespace brenu {
+
+namespace {
+
+// Refusals of the store and of lines say where when they come from a file.
+bool QuotesLine(Code code) { return code < BRENU_HEADER_UNKNOWN; }
+
+std::string NameAt(const Finding& finding, std::size_t number) {
+  return number <= finding.names.size() ? Printable(finding.names[number - 1]) : "?";
+}
+
+double ValueAt(const Finding& finding, std::size_t number) {
+  return number <= finding.values.size() ? finding.values[number - 1] : 0.0;
+}
+
+std::string ValueText(double value, std::string_view format) {
+  if (format != "g") return Fixed(value, format.empty() ? 0 : format.front() - '0');
+  std::string text;
+  AppendGeneral(text, value);
+  return text;
+}
+
+std::size_t NumberIn(std::string_view placeholder, std::size_t place) {
+  return place < placeholder.size() ? static_cast<std::size_t>(placeholder[place] - '0') : 0;
+}
+
+std::string Fill(std::string_view text, const Finding& finding);
+
+std::string Replacement(std::string_view placeholder, const Finding& finding) {
+  if (placeholder == "x") return Quoted(finding.excerpt);
+  if (placeholder == "points") {
+    return Points(std::vector<std::string_view>(finding.names.begin(), finding.names.end()));
+  }
+  switch (placeholder.front()) {
+    case 'v':
+      return ValueText(ValueAt(finding, NumberIn(placeholder, 1)),
+                       placeholder.size() > 3 ? placeholder.substr(3) : "");
+    case '+': {
+      const double more = ValueAt(finding, NumberIn(placeholder, 1));
+      return more > 0.0 ? " and " + Fixed(more, 0) + " more" : "";
+    }
+    case '?':
+      return ValueAt(finding, NumberIn(placeholder, 1)) != 0.0
+                 ? Fill(placeholder.substr(3), finding)
+                 : "";
+    default:
+      return NameAt(finding, NumberIn(placeholder, 0));
+  }
+}
+
+std::string Fill(std::string_view text, const Finding& finding) {
+  std::string filled;
+  while (!text.empty()) {
+    const std::size_t open = text.find('{');
+    filled += text.substr(0, open);
+    if (open == std::string_view::npos) break;
+    const std::size_t close = text.find('}', open);
+    filled += Replacement(text.substr(open + 1, close - open - 1), finding);
+    text.remove_prefix(close + 1);
+  }
+  return filled;
+}
+
+}  // namespace
+
+std::string SentenceOf(const Finding& finding) {
+  const SentenceEntry* entry = FindSentence(finding.code);
+  if (entry == nullptr) return "finding " + std::to_string(static_cast<int>(finding.code));
+  std::string sentence = Fill(entry->text, finding);
+  if (finding.line == 0) return sentence;
+  std::string where = "line " + std::to_string(finding.line);
+  if (QuotesLine(finding.code)) {
+    where += ' ' + Quoted(finding.excerpt);
+    if (sentence.find(';') == std::string::npos) sentence += "; correct this line";
+  }
+  return where + ": " + sentence;
+}
+
+const char* IdOf(Code code) {
+  const SentenceEntry* entry = FindSentence(code);
+  return entry == nullptr ? "nothing" : entry->id;
+}
+
+}  // namespace brenu

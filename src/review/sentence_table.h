@@ -1,0 +1,23 @@
+#pragma once
+
+#include "core/finding.h"
+
+namespace brenu {
+
+// How a finding is put into words.  Placeholders in braces stand for
+//   {1} {2} {3}   a name
+//   {points}      all names, as "the points A, B and C"
+//   {v1} {v2.3}   a value, rounded to whole numbers or that many decimals
+//   {x}           the excerpt, quoted
+//   {+1}          " and 7 more" for a value of 7, nothing for 0
+//   {?1 text}     the text when the value is not 0
+struct SentenceEntry {
+  Code code;
+  const char* id;
+  const char* text;
+};
+
+// Null for a code that has none.
+const SentenceEntry* FindSentence(Code code);
+
+}  // namespace brenu

@@ -1,0 +1,74 @@
+#include "review/text.h"
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+
+#include "core/angles.h"
+#include "core/text_number.h"
+
+namespace brenu {
+
+namespace {
+std::string TwoDigits(long value) {
+  return std::string(value < 10 ? 1 : 0, '0') + std::to_string(value);
+}
+}  // namespace
+
+std::string Fixed(double value, int decimals) {
+  if (!std::isfinite(value)) return "-";
+  std::string text;
+  AppendFixed(text, value, decimals);
+  if (text.starts_with('-') && text.find_first_of("123456789") == std::string::npos)
+    text.erase(0, 1);
+  return text;
+}
+
+std::string DegreesMinutes(double dms) {
+  if (!std::isfinite(dms)) return "-";
+  const auto minutes = static_cast<int>(std::lround(DmsToRad(dms) * 60.0 * 180.0 / kPi));
+  return std::to_string(minutes / 60) + ' ' + TwoDigits(minutes % 60);
+}
+
+std::string DegreesMinutesSeconds(double rad) {
+  if (!(rad >= 0.0 && rad < kTwoPi)) return "-";
+  constexpr long kFullCircle = 360L * 36000L;
+  const long tenths = std::lround(rad * kRho * 10.0) % kFullCircle;
+  std::string text = TwoDigits(tenths / 36000) + ' ' + TwoDigits(tenths / 600 % 60) + ' ';
+  return text + TwoDigits(tenths / 10 % 60) + '.' + std::to_string(tenths % 10);
+}
+
+std::string Ratio(std::int32_t n) {
+  return n == std::numeric_limits<std::int32_t>::max() ? "-" : "1:" + std::to_string(n);
+}
+
+std::string Printable(std::string_view text) {
+  std::string shown(text);
+  std::replace_if(
+      shown.begin(), shown.end(), [](unsigned char c) { return c < 0x20 || c == 0x7f; }, '?');
+  return shown;
+}
+
+std::string Quoted(std::string_view text) {
+  constexpr std::size_t kLongest = 80;
+  return '"' + Printable(text.substr(0, kLongest)) + (text.size() > kLongest ? "...\"" : "\"");
+}
+
+std::string Line(std::string_view station, std::string_view target) {
+  return Printable(station) + " - " + Printable(target);
+}
+
+std::string Points(std::span<const std::string_view> names) {
+  constexpr std::size_t kMost = 10;
+  const std::size_t shown = std::min(names.size(), kMost);
+  std::string list = names.size() == 1 ? "the point " : "the points ";
+  for (std::size_t i = 0; i < shown; ++i) {
+    const bool isLast = i + 1 == names.size();
+    if (i > 0) list += isLast ? " and " : ", ";
+    list += Printable(names[i]);
+  }
+  if (shown < names.size()) list += " and " + std::to_string(names.size() - shown) + " more";
+  return list;
+}
+
+}  // namespace brenu

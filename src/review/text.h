@@ -1,0 +1,36 @@
+// Values as text, the same under any locale.
+#pragma once
+
+#include <cstdint>
+#include <span>
+#include <string>
+#include <string_view>
+
+namespace brenu {
+
+// Fixed notation; "-" for what is no finite number, and never "-0".
+std::string Fixed(double value, int decimals);
+
+// Degrees and whole minutes of a packed angle (dd.mmss), "45 07"; "-" when it is no finite number.
+std::string DegreesMinutes(double dms);
+
+// Degrees, minutes and seconds with a decimal of an angle in radians, "45 07 05.3"; "-" when it is
+// absent (negative).
+std::string DegreesMinutesSeconds(double rad);
+
+// "1:25000"; "-" for the largest number, which stands for no misclosure at all.
+std::string Ratio(std::int32_t n);
+
+// Text from the user's file, safe to show: control characters become '?'.
+std::string Printable(std::string_view text);
+
+// The same in quotation marks, cut where it is long.
+std::string Quoted(std::string_view text);
+
+// "A - P1"
+std::string Line(std::string_view station, std::string_view target);
+
+// "the points A, B and C"; of more than ten the first ten and the number of the others.
+std::string Points(std::span<const std::string_view> names);
+
+}  // namespace brenu

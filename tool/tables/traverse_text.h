@@ -1,0 +1,16 @@
+// The traverses of the last NonDirectionAdj as text.
+#pragma once
+
+#include <string>
+
+#include "job/adjustment_context.h"
+
+namespace brenu::tool {
+
+// A row a traverse: length, linear misclosure, relative precision, route.
+std::string TraverseSummary(const AdjustmentContext& context);
+
+// The table of every traverse, each after an empty line and the names of its ends.
+std::string TraverseTables(const AdjustmentContext& context);
+
+}  // namespace brenu::tool
