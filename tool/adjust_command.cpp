@@ -57,7 +57,12 @@ bool AreFit(const AdjustmentContext& context, const AdjustOptions& options) {
 Ending WriteClosures(AdjustmentContext& context, const AdjustOptions& options) {
   if (options.closureFile.empty()) return {};
   Ending ending = Ending::Of(ComputeClosures(context), kComputationFailed);
-  if (ending.status != kDone || context.closeErrors.empty()) return ending;
+  if (ending.status != kDone) return ending;
+  if (context.closeErrors.empty()) {
+    Say(options.file, ending.findings);
+    Say(options.file, "no closure report is written");
+    return {};
+  }
   return WriteClosureFile(context, options.closureFile);
 }
 
@@ -70,7 +75,6 @@ Ending Adjust(AdjustmentContext& context, const AdjustOptions& options, Progress
   progress.Enter("computing closure errors");
   Ending ending = WriteClosures(context, options);
   if (ending.status != kDone) return ending;
-  Say(options.file, ending.findings);
   progress.Enter(options.alpha ? "adjusting with data snooping" : "adjusting");
   Outcome computed =
       Compute(context, options.alpha, [&](int round) { progress.EnterRound(round); });

@@ -55,9 +55,10 @@ void Doubts::CheckPoint(const PointData& point, std::string_view type, bool give
 }
 
 void Doubts::CheckZero(Code code, std::string_view station, std::string_view target,
-                       double value) {
+                       std::string_view field) {
+  if (field.empty()) return;
   Zeros& zeros = code == BRENU_DISTANCE_ZERO ? m_distances : m_heightDiffs;
-  if (value != 0.0) {
+  if (field.find_first_not_of("0.+- ") != std::string_view::npos) {
     zeros.hasOther = true;
   } else if (zeros.count++ == 0) {
     zeros.first = Warning(code, {std::string(station), std::string(target)});

@@ -25,8 +25,9 @@ class Doubts {
   // an angle, none of degrees, minutes and seconds.
   double Number(const Field& field, std::string_view text);
   void CheckPoint(const PointData& point, std::string_view type, bool givesPlane, bool givesHeight);
-  // A length or height difference of an observation, given in the file.
-  void CheckZero(Code code, std::string_view station, std::string_view target, double value);
+  // The field of a length or height difference of an observation.
+  void CheckZero(Code code, std::string_view station, std::string_view target,
+                 std::string_view field);
 
   // All of them, in the order in which they were found.
   Findings Take();
@@ -36,7 +37,7 @@ class Doubts {
   struct Zeros {
     Finding first;
     std::int32_t count = 0;
-    bool hasOther = false;
+    bool hasOther = false;  // something else in the file
   };
 
   std::int32_t m_line = 0;

@@ -256,10 +256,8 @@ Fault TextReader::ReadObs(std::string_view line) {
   const std::string_view target = nameIn(1);
   // Lines of the other format must give a last value: there 0 is the usual way to give none.
   if (m_grammar->isProject) {
-    if (!pieces[3].empty()) m_doubts.CheckZero(BRENU_DISTANCE_ZERO, station, target, obs.distance);
-    if (!pieces[4].empty()) {
-      m_doubts.CheckZero(BRENU_HEIGHT_DIFFERENCE_ZERO, station, target, obs.heightDiff);
-    }
+    m_doubts.CheckZero(BRENU_DISTANCE_ZERO, station, target, pieces[3]);
+    m_doubts.CheckZero(BRENU_HEIGHT_DIFFERENCE_ZERO, station, target, pieces[4]);
   }
   const std::int32_t index = m_store.IndexOfName(station);
   if (index < 0) return Error(BRENU_STATION_UNKNOWN, {std::string(station)});
