@@ -1,0 +1,114 @@
+/* Brenu beyond the 61 functions: why something failed, what is doubtful, the figures of an
+ * adjustment, walking a job, reading by content.  These functions are in the survey library
+ * (libbrenu-survey, brenu-survey.dll), which holds those of brenu.h, too.
+ *
+ * Conventions are those of brenu.h: metres, dd.mmss, the same context; a null pointer is a failure,
+ * no function throws or prints, outputs are written only on success.  Beyond them:
+ * - Paths are UTF-8 on Windows; elsewhere they are bytes and passed on unchanged.
+ * - Text is copied out: a function with `text` and `room` writes at most `room` bytes, the NUL at
+ *   the end included, cutting what does not fit, and returns the length of the whole text without
+ *   the NUL; -1 when there is none.  `text` may be null when `room` is 0. */
+#ifndef BRENU_SURVEY_H_
+#define BRENU_SURVEY_H_
+
+#include <stddef.h>
+
+#include "brenu/brenu.h"
+#include "brenu/findings.h"
+
+#ifdef __cplusplus
+extern "C" {
+#endif
+
+/* The version of the library, "1.2.3"; a constant, never null. */
+BRENU_API const char* brenu_version(void);
+
+/* ---- Findings: of the last call on the context that changes, computes, reads or writes; pure
+ * getters and the functions of this section leave them alone ---- */
+
+typedef struct brenu_finding { /* 24 bytes */
+  int32_t code;                /* brenu_code */
+  int32_t severity;            /* brenu_severity */
+  int32_t line;                /* of the file, from 1; 0 for none */
+  int32_t nameCount;
+  int32_t valueCount;
+  int32_t reserved;            /* 0 */
+} brenu_finding;
+
+/* How many findings there are; 0 for a null context. */
+BRENU_API int32_t brenu_finding_count(AdjustmentContext* context);
+/* The finding of this index, counted from 0; false when there is none. */
+BRENU_API bool brenu_get_finding(AdjustmentContext* context, int32_t index, brenu_finding* out);
+/* The finding as an English sentence: where, what is wrong, what to do. */
+BRENU_API int32_t brenu_finding_text(AdjustmentContext* context, int32_t index, char* text,
+                                     int32_t room);
+/* Its names, by number from 0, as bytes of the job. */
+BRENU_API int32_t brenu_finding_name(AdjustmentContext* context, int32_t index, int32_t number,
+                                     char* text, int32_t room);
+/* What stands in the file: the line or the field; -1 when the finding is not about text. */
+BRENU_API int32_t brenu_finding_excerpt(AdjustmentContext* context, int32_t index, char* text,
+                                        int32_t room);
+/* Its values, by number from 0; false when there is none. */
+BRENU_API bool brenu_finding_value(AdjustmentContext* context, int32_t index, int32_t number,
+                                   double* out);
+/* The code as a word, such as "heights-unreached"; a constant, "nothing" for an unknown code. */
+BRENU_API const char* brenu_code_id(int32_t code);
+
+/* ---- Files ---- */
+
+typedef enum brenu_file_kind {
+  BRENU_NO_FILE = 0,
+  BRENU_PROJECT_FILE = 1,
+  BRENU_STATION_FILE = 2
+} brenu_file_kind;
+
+/* Reads a project file or a station and observation file, told apart by content, into a fresh
+ * context.  Unlike the two readers of brenu.h these forgive a byte order mark, carriage returns
+ * behind headers and headers without an empty line before them, and refuse what is no such file.
+ * Returns the kind of file, BRENU_NO_FILE on failure; what was read before a line at fault stays.
+ * Doubts about what was read are findings of a success, too. */
+BRENU_API int32_t brenu_read_file(AdjustmentContext* context, const char* path);
+/* The same from memory. */
+BRENU_API int32_t brenu_read_memory(AdjustmentContext* context, const char* data, size_t size);
+/* Doubts and errors about the data as a whole, as findings: values that are no finite numbers,
+ * units that look wrong, control far from all others...  True when no error is among them. */
+BRENU_API bool brenu_check_data(AdjustmentContext* context);
+
+/* ---- Figures of the last adjustment ---- */
+
+typedef enum brenu_network { BRENU_HEIGHTS = 1, BRENU_PLANE = 2 } brenu_network;
+
+typedef struct brenu_figures { /* 24 bytes */
+  int32_t controlPoints;
+  int32_t newPoints;
+  int32_t redundancy; /* observations minus unknowns; what data snooping took out is subtracted
+                         once in heights, twice in the plane */
+  int32_t reserved;   /* 0 */
+  double m0;          /* standard error of unit weight: metres for 1 km of levelling; in the plane
+                         a multiple of the a-priori errors; not finite without redundancy */
+} brenu_figures;
+
+/* False when the last computation did not adjust that network. */
+BRENU_API bool brenu_get_figures(AdjustmentContext* context, int32_t network, brenu_figures* out);
+
+/* ---- Walking a job.  Each call finds the next one in a time that hardly grows with the job; adding
+ * and deleting in between is allowed ---- */
+
+/* The next index in use above *index, which is -1 at the start; false at the end. */
+BRENU_API bool brenu_next_point(AdjustmentContext* context, int32_t* index);
+
+typedef struct brenu_pair { /* 288 bytes: what is stored from one point to another */
+  char station[128];
+  char target[128];
+  ObsData observation;
+} brenu_pair;
+
+/* The stored pair after this one in the order of the names of stations, then of targets; all zero
+ * at the start.  False at the end. */
+BRENU_API bool brenu_next_observation(AdjustmentContext* context, brenu_pair* pair);
+
+#ifdef __cplusplus
+}
+#endif
+
+#endif /* BRENU_SURVEY_H_ */
