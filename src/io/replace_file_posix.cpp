@@ -22,6 +22,11 @@ class Descriptor {
   ~Descriptor() { Close(); }
   Descriptor(const Descriptor&) = delete;
   Descriptor& operator=(const Descriptor&) = delete;
+  Descriptor(Descriptor&& other) noexcept : m_fd(std::exchange(other.m_fd, -1)) {}
+  Descriptor& operator=(Descriptor&& other) noexcept {
+    std::swap(m_fd, other.m_fd);
+    return *this;
+  }
 
   bool IsOpen() const { return m_fd >= 0; }
   int Get() const { return m_fd; }
@@ -52,20 +57,26 @@ std::string Resolve(const FilePath& path) {
   return target ? target.get() : std::string();
 }
 
-// A new file beside the one to be replaced; removed again unless it takes that one's place.
+// A new file that appears under its name only when it is complete.  Where the system knows files
+// without a name (and can name them later) it has none before, so that nothing stays behind should
+// the process end on the way; elsewhere it stands beside its target until then.
 class Sibling {
  public:
   explicit Sibling(std::string target)
-      : m_target(std::move(target)),
-        m_path(m_target + ".XXXXXX"),
-        m_file(::mkstemp(m_path.data())) {}
+      : m_target(std::move(target)), m_file(OpenNameless(m_target)), m_isNameless(m_file.IsOpen()) {
+    if (m_isNameless) return;
+    m_path = m_target + ".XXXXXX";
+    m_file = Descriptor(::mkstemp(m_path.data()));
+    m_isThere = m_file.IsOpen();
+  }
   ~Sibling() {
     if (m_isThere) ::unlink(m_path.c_str());
   }
   Sibling(const Sibling&) = delete;
   Sibling& operator=(const Sibling&) = delete;
 
-  bool IsOpen() const { return m_isThere; }
+  bool IsOpen() const { return m_file.IsOpen(); }
+  bool IsNameless() const { return m_isNameless; }
 
   // Group and permissions of the old file, and its owner where files can be given away.
   bool TakeRights(const struct stat& old) {
@@ -75,17 +86,49 @@ class Sibling {
     return grouped && ::fchmod(m_file.Get(), old.st_mode & 07777) == 0;
   }
   bool Write(std::string_view text) {
-    return WriteAll(m_file.Get(), text) && ::fsync(m_file.Get()) == 0 && m_file.Close();
+    return WriteAll(m_file.Get(), text) && ::fsync(m_file.Get()) == 0;
   }
+  // As a new file; false when there is one of the name already.
+  bool Appear() { return Name(m_target) && m_file.Close(); }
   bool TakePlace() {
+    if (m_isNameless && !NameBeside()) return false;
+    if (!m_file.Close()) return false;
     m_isThere = ::rename(m_path.c_str(), m_target.c_str()) != 0;
     return !m_isThere;
   }
 
  private:
+  static Descriptor OpenNameless(const std::string& target) {
+#ifdef O_TMPFILE
+    const std::size_t end = target.rfind('/');
+    const std::string folder = end == std::string::npos ? "." : target.substr(0, end + 1);
+    if (::access("/proc/self/fd", X_OK) == 0) {
+      return Descriptor(::open(folder.c_str(), O_TMPFILE | O_WRONLY | O_CLOEXEC, 0666));
+    }
+#else
+    static_cast<void>(target);
+#endif
+    return Descriptor(-1);
+  }
+  bool Name(const std::string& path) const {
+    const std::string open = "/proc/self/fd/" + std::to_string(m_file.Get());
+    return ::linkat(AT_FDCWD, open.c_str(), AT_FDCWD, path.c_str(), AT_SYMLINK_FOLLOW) == 0;
+  }
+  // A new file cannot be named over an old one at once: for a moment it stands beside it.
+  bool NameBeside() {
+    constexpr int kAttempts = 100;
+    for (int i = 0; i < kAttempts && !m_isThere; ++i) {
+      m_path = m_target + "." + std::to_string(::getpid()) + "-" + std::to_string(i);
+      m_isThere = Name(m_path);
+      if (!m_isThere && errno != EEXIST) return false;
+    }
+    return m_isThere;
+  }
+
   std::string m_target, m_path;
   Descriptor m_file;
-  bool m_isThere = m_file.IsOpen();
+  bool m_isNameless;
+  bool m_isThere = false;  // under m_path
 };
 
 Replaced Outcome(bool done) { return done ? Replaced::kDone : Replaced::kNotWritten; }
@@ -120,14 +163,22 @@ std::optional<Replaced> WriteBeside(const FilePath& path, const struct stat& old
   return IsForbidden(errno) ? std::nullopt : std::optional(Replaced::kNotWritten);
 }
 
+// Nothing where the file has to be made before it is written.
+std::optional<Replaced> WriteNew(const FilePath& path, std::string_view text) {
+  Sibling file(path.native());
+  if (!file.IsOpen() || !file.IsNameless()) return std::nullopt;
+  if (!file.Write(text)) return Replaced::kNotWritten;
+  return file.Appear() ? std::optional(Replaced::kDone) : std::nullopt;
+}
+
 }  // namespace
 
 Replaced ReplaceFile(const FilePath& path, std::string_view text) {
   Descriptor file(::open(path.c_str(), O_WRONLY | O_CLOEXEC));
   if (!file.IsOpen() && errno == ENOENT) {
-    // A new file has nothing to lose.
-    Descriptor created(::open(path.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0666));
-    return created.IsOpen() ? WriteInPlace(created, false, text) : Replaced::kNotOpened;
+    if (const auto created = WriteNew(path, text)) return *created;
+    Descriptor opened(::open(path.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0666));
+    return opened.IsOpen() ? WriteInPlace(opened, false, text) : Replaced::kNotOpened;
   }
   struct stat old {};
   if (!file.IsOpen() || ::fstat(file.Get(), &old) != 0) return Replaced::kNotOpened;

@@ -1,67 +1,120 @@
-#include <io.h>
-#define WIN32_LEAN_AND_MEAN
-#define NOMINMAX
-#include <windows.h>
-#undef ReplaceFile  // a macro that would rename the function below
-
-#include <cstdio>
-#include <memory>
+#include <algorithm>
+#include <optional>
 #include <string>
 #include <utility>
 
 #include "io/replace_file.h"
-#include "io/text_file.h"
+#undef ReplaceFile  // a macro of windows.h that would rename the function below
 
 namespace brenu {
 
 namespace {
 
-using FilePtr = std::unique_ptr<std::FILE, CloseFile>;
+// An open file, closed at the end of its life at the latest.
+class Handle {
+ public:
+  Handle(const FilePath& path, DWORD access, DWORD creation)
+      : m_handle(CreateFileW(path.c_str(), access,
+                             FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
+                             creation, FILE_ATTRIBUTE_NORMAL, nullptr)) {}
+  ~Handle() { Close(); }
+  Handle(const Handle&) = delete;
+  Handle& operator=(const Handle&) = delete;
+
+  bool IsOpen() const { return m_handle != INVALID_HANDLE_VALUE; }
+  bool Close() {
+    const HANDLE handle = std::exchange(m_handle, INVALID_HANDLE_VALUE);
+    return handle == INVALID_HANDLE_VALUE || CloseHandle(handle) != 0;
+  }
+  bool Write(std::string_view bytes) {
+    while (!bytes.empty()) {
+      constexpr std::size_t kMost = 1 << 28;
+      const auto size = static_cast<DWORD>(std::min(bytes.size(), kMost));
+      DWORD written = 0;
+      if (WriteFile(m_handle, bytes.data(), size, &written, nullptr) == 0 || written == 0) {
+        return false;
+      }
+      bytes.remove_prefix(written);
+    }
+    // Devices cannot be flushed to a disk.
+    return GetFileType(m_handle) != FILE_TYPE_DISK || FlushFileBuffers(m_handle) != 0;
+  }
+  // Whether the system removes the file when it is closed, by the end of the process, too.
+  bool SetTemporary(bool isTemporary) {
+    FILE_DISPOSITION_INFO info{};
+    info.DeleteFile = isTemporary ? TRUE : FALSE;
+    return SetFileInformationByHandle(m_handle, FileDispositionInfo, &info, sizeof info) != 0;
+  }
+
+ private:
+  HANDLE m_handle;
+};
+
+// Lines end as the platform ends them.
+std::string WithReturns(std::string_view text) {
+  std::string bytes;
+  bytes.reserve(text.size() + text.size() / 32);
+  for (const char c : text) {
+    if (c == '\n') bytes += '\r';
+    bytes += c;
+  }
+  return bytes;
+}
 
 Replaced Outcome(bool done) { return done ? Replaced::kDone : Replaced::kNotWritten; }
 
-bool WriteAll(FilePtr file, std::string_view text) {
-  const bool written = std::fwrite(text.data(), 1, text.size(), file.get()) == text.size() &&
-                       std::fflush(file.get()) == 0;
-  // Devices cannot be flushed to a disk.
-  if (GetFileType(reinterpret_cast<HANDLE>(_get_osfhandle(_fileno(file.get())))) ==
-          FILE_TYPE_DISK &&
-      _commit(_fileno(file.get())) != 0) {
-    return false;
-  }
-  return std::fclose(file.release()) == 0 && written;
-}
-
 // Ordinary files are those that a new one may take the place of; a link or a device is not.
-bool IsOrdinary(const char* path) {
-  const DWORD attributes = GetFileAttributesA(path);
+bool IsOrdinary(DWORD attributes) {
   constexpr DWORD kOthers =
       FILE_ATTRIBUTE_DIRECTORY | FILE_ATTRIBUTE_REPARSE_POINT | FILE_ATTRIBUTE_DEVICE;
   return attributes != INVALID_FILE_ATTRIBUTES && (attributes & kOthers) == 0;
 }
 
+// Nothing where no file can be made beside the old one.
+std::optional<Replaced> WriteBeside(const FilePath& path, std::string_view bytes) {
+  FilePath beside = path;
+  beside += L"." + std::to_wstring(GetCurrentProcessId()) + L"-" +
+            std::to_wstring(GetCurrentThreadId()) + L".tmp";
+  Handle sibling(beside, GENERIC_WRITE | DELETE, CREATE_NEW);
+  if (!sibling.IsOpen()) return std::nullopt;
+  sibling.SetTemporary(true);
+  if (!sibling.Write(bytes)) {
+    sibling.Close();
+    DeleteFileW(beside.c_str());  // where the system did not
+    return Replaced::kNotWritten;
+  }
+  sibling.SetTemporary(false);
+  // ReplaceFileW keeps the attributes and the access rights of the old file.
+  const bool done = sibling.Close() &&
+                    ReplaceFileW(path.c_str(), beside.c_str(), nullptr,
+                                 REPLACEFILE_IGNORE_MERGE_ERRORS, nullptr, nullptr) != 0;
+  if (!done) DeleteFileW(beside.c_str());
+  return Outcome(done);
+}
+
 }  // namespace
 
-Replaced ReplaceFile(const char* path, std::string_view text) {
-  // Opened for appending: whether it may be written, with nothing changed.
-  const bool isNew = GetFileAttributesA(path) == INVALID_FILE_ATTRIBUTES;
-  FilePtr file(std::fopen(path, isNew ? "w" : "a"));
-  if (file == nullptr) return Replaced::kNotOpened;
-  if (isNew) return Outcome(WriteAll(std::move(file), text));
-  file.reset();
-  const std::string beside = std::string(path) + "." + std::to_string(GetCurrentProcessId()) + "-" +
-                             std::to_string(GetCurrentThreadId()) + ".tmp";
-  FilePtr sibling(IsOrdinary(path) ? std::fopen(beside.c_str(), "w") : nullptr);
-  if (sibling == nullptr) {
-    file.reset(std::fopen(path, "w"));
-    return Outcome(file != nullptr && WriteAll(std::move(file), text));
+Replaced ReplaceFile(const FilePath& path, std::string_view text) {
+  const std::string bytes = WithReturns(text);
+  const DWORD attributes = GetFileAttributesW(path.c_str());
+  {
+    // Whether it may be written, with nothing changed.
+    const bool isNew = attributes == INVALID_FILE_ATTRIBUTES;
+    Handle file(path, isNew ? GENERIC_WRITE | DELETE : GENERIC_WRITE,
+                isNew ? CREATE_NEW : OPEN_EXISTING);
+    if (!file.IsOpen()) return Replaced::kNotOpened;
+    if (isNew) {
+      file.SetTemporary(true);
+      const bool written = file.Write(bytes);
+      if (written) file.SetTemporary(false);
+      return Outcome(file.Close() && written);
+    }
   }
-  // ReplaceFileA keeps the attributes and the access rights of the old file.
-  const bool done = WriteAll(std::move(sibling), text) &&
-                    ::ReplaceFileA(path, beside.c_str(), nullptr, REPLACEFILE_IGNORE_MERGE_ERRORS,
-                                   nullptr, nullptr) != 0;
-  if (!done) std::remove(beside.c_str());
-  return Outcome(done);
+  if (IsOrdinary(attributes)) {
+    if (const auto replaced = WriteBeside(path, bytes)) return *replaced;
+  }
+  Handle file(path, GENERIC_WRITE, IsOrdinary(attributes) ? TRUNCATE_EXISTING : OPEN_EXISTING);
+  return Outcome(file.IsOpen() && file.Write(bytes) && file.Close());
 }
 
 }  // namespace brenu
