@@ -2,10 +2,7 @@
 
 #ifdef _WIN32
 #define WIN32_LEAN_AND_MEAN
-#define NOMINMAX
 #include <windows.h>
-// After windows.h, which it needs.
-#include <shellapi.h>
 #endif
 
 namespace brenu::tool {
@@ -16,7 +13,7 @@ namespace {
 
 std::string ToUtf8(const wchar_t* text) {
   const int length = WideCharToMultiByte(CP_UTF8, 0, text, -1, nullptr, 0, nullptr, nullptr);
-  std::string utf8(static_cast<std::size_t>(length), '\0');
+  std::string utf8(static_cast<std::size_t>(length > 0 ? length : 1), '\0');
   WideCharToMultiByte(CP_UTF8, 0, text, -1, utf8.data(), length, nullptr, nullptr);
   utf8.pop_back();  // the NUL
   return utf8;
@@ -24,21 +21,16 @@ std::string ToUtf8(const wchar_t* text) {
 
 }  // namespace
 
-// What main is given has lost the characters that the code page of the system lacks.
-std::vector<std::string> Arguments(int argc, char** argv) {
-  int count = 0;
-  wchar_t** const wide = CommandLineToArgvW(GetCommandLineW(), &count);
-  if (wide == nullptr) return {argv + 1, argv + argc};
-  std::vector<std::string> arguments;
-  for (int i = 1; i < count; ++i) arguments.push_back(ToUtf8(wide[i]));
-  LocalFree(wide);
+std::vector<std::string> Arguments(int argc, SystemChar** argv) {
   SetConsoleOutputCP(CP_UTF8);
+  std::vector<std::string> arguments;
+  for (int i = 1; i < argc; ++i) arguments.push_back(ToUtf8(argv[i]));
   return arguments;
 }
 
 #else
 
-std::vector<std::string> Arguments(int argc, char** argv) { return {argv + 1, argv + argc}; }
+std::vector<std::string> Arguments(int argc, SystemChar** argv) { return {argv + 1, argv + argc}; }
 
 #endif
 

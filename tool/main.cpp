@@ -113,7 +113,7 @@ ExitStatus Run(std::vector<std::string> arguments) {
 
 }  // namespace
 
-int main(int argc, char** argv) {
+int BRENU_MAIN(int argc, brenu::tool::SystemChar** argv) {
   try {
     return Run(brenu::tool::Arguments(argc, argv));
   } catch (const std::exception& error) {

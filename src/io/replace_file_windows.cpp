@@ -3,8 +3,11 @@
 #include <string>
 #include <utility>
 
+#define WIN32_LEAN_AND_MEAN
+#include <windows.h>
+#undef ReplaceFile  // a macro that would rename the function below
+
 #include "io/replace_file.h"
-#undef ReplaceFile  // a macro of windows.h that would rename the function below
 
 namespace brenu {
 
