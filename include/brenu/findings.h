@@ -19,47 +19,47 @@ typedef enum brenu_code {
 
   /* ---- The call ---- */
   BRENU_NULL_ARGUMENT = 10,
-  BRENU_INDEX_NEGATIVE = 11,   /* values: index */
-  BRENU_INDEX_TAKEN = 12,      /* values: index */
-  BRENU_INDEX_UNKNOWN = 13,    /* values: index */
-  BRENU_NAME_TAKEN = 14,       /* names: point */
-  BRENU_STATION_UNKNOWN = 15,  /* names: station */
-  BRENU_TARGET_UNKNOWN = 16,   /* names: target */
+  BRENU_INDEX_NEGATIVE = 11,    /* values: index */
+  BRENU_INDEX_TAKEN = 12,       /* values: index */
+  BRENU_INDEX_UNKNOWN = 13,     /* values: index */
+  BRENU_NAME_TAKEN = 14,        /* names: point */
+  BRENU_STATION_UNKNOWN = 15,   /* names: station */
+  BRENU_TARGET_UNKNOWN = 16,    /* names: target */
   BRENU_TARGET_IS_STATION = 17, /* names: point */
-  BRENU_PAIR_TAKEN = 18,       /* names: station, target */
-  BRENU_PAIR_UNKNOWN = 19,     /* names: target */
-  BRENU_NAME_IS_STATION = 20,  /* names: new name; the point has it, its observations do not */
-  BRENU_NO_REFERENCE_DIRECTION = 21, /* names: the two targets */
+  BRENU_PAIR_TAKEN = 18,        /* names: station, target */
+  BRENU_PAIR_UNKNOWN = 19,      /* names: target */
+  BRENU_NAME_IS_STATION = 20,   /* names: new name; the point has it, its observations do not */
+  BRENU_NO_REFERENCE_DIRECTION = 21,   /* names: the two targets */
   BRENU_KIND_IS_NOT_NETWORK_TYPE = 22, /* values: kind, network type */
 
   /* ---- Files ---- */
   BRENU_FILE_MISSING = 100,
   BRENU_FILE_IS_FOLDER = 101,
   BRENU_FILE_NOT_OPENED = 102,
-  BRENU_FILE_NOT_READ = 103,       /* not to its end */
+  BRENU_FILE_NOT_READ = 103, /* not to its end */
   BRENU_FILE_EMPTY = 104,
   BRENU_FILE_BINARY = 105,
   BRENU_FILE_UTF16 = 106,
   BRENU_FILE_OF_OTHER_KIND = 107,
-  BRENU_FILE_IS_PROJECT = 108,     /* where a station and observation file is wanted */
-  BRENU_FILE_IS_STATION = 109,     /* where a project file is wanted */
-  BRENU_FILE_NOT_WRITTEN = 110,    /* names: path */
-  BRENU_REPORT_STOPS_SHORT = 111,  /* names: path */
+  BRENU_FILE_IS_PROJECT = 108,    /* where a station and observation file is wanted */
+  BRENU_FILE_IS_STATION = 109,    /* where a project file is wanted */
+  BRENU_FILE_NOT_WRITTEN = 110,   /* names: path */
+  BRENU_REPORT_STOPS_SHORT = 111, /* names: path */
 
   /* ---- Lines that cannot be read; refusals of the calls above come with a line, too ---- */
   BRENU_LINE_TOO_LONG = 120,
-  BRENU_POINT_FIELDS = 121,        /* not name,type,X,Y,H */
-  BRENU_STATION_FIELDS = 122,      /* not even name,type */
-  BRENU_OBSERVATION_FIELDS = 123,  /* not the six of a project file */
+  BRENU_POINT_FIELDS = 121,             /* not name,type,X,Y,H */
+  BRENU_STATION_FIELDS = 122,           /* not even name,type */
+  BRENU_OBSERVATION_FIELDS = 123,       /* not the six of a project file */
   BRENU_SHORT_OBSERVATION_FIELDS = 124, /* not the five of a station and observation file */
-  BRENU_PARAMETER_FORM = 125,      /* not key:value */
-  BRENU_DECIMAL_COMMAS = 126,      /* too many fields, as decimal commas make them */
+  BRENU_PARAMETER_FORM = 125,           /* not key:value */
+  BRENU_DECIMAL_COMMAS = 126,           /* too many fields, as decimal commas make them */
   BRENU_NAME_TOO_LONG = 127,
 
   /* ---- Doubts of reading ---- */
-  BRENU_HEADER_UNKNOWN = 200,      /* names: the headers of this kind of file */
-  BRENU_LINES_SKIPPED = 201,       /* outside the sections; values: how many more */
-  BRENU_PARAMETER_UNKNOWN = 204,   /* names: the keys of this kind of file */
+  BRENU_HEADER_UNKNOWN = 200,          /* names: the headers of this kind of file */
+  BRENU_LINES_SKIPPED = 201,           /* outside the sections; values: how many more */
+  BRENU_PARAMETER_UNKNOWN = 204,       /* names: the keys of this kind of file */
   BRENU_PARAMETER_WITHOUT_VALUE = 205, /* names: key */
   /* Excerpt: the field. */
   BRENU_NOT_A_NUMBER = 206,        /* names: what the field is; values: what it was read as */
@@ -68,57 +68,57 @@ typedef enum brenu_code {
   BRENU_KNOWN_VALUE_MISSING = 209, /* excerpt: the type; names: point */
   /* Among others that are not 0; values: how many more. */
   BRENU_HEIGHT_DIFFERENCE_ZERO = 210, /* names: station, target */
-  BRENU_DISTANCE_ZERO = 211,       /* names: station, target */
-  BRENU_MORE_DOUBTS = 212,         /* values: how many more of these kinds */
+  BRENU_DISTANCE_ZERO = 211,          /* names: station, target */
+  BRENU_MORE_DOUBTS = 212,            /* values: how many more of these kinds */
 
   /* ---- Data ---- */
   BRENU_NO_POINTS = 300,
   BRENU_NO_CONTROL = 301,
   BRENU_NO_OBSERVATIONS = 302,
-  BRENU_COORDINATE_NOT_FINITE = 303,   /* names: point */
-  BRENU_OBSERVATION_NOT_FINITE = 304,  /* names: station, target */
-  BRENU_DISTANCE_NEGATIVE = 305,       /* names: station, target */
+  BRENU_COORDINATE_NOT_FINITE = 303,       /* names: point */
+  BRENU_OBSERVATION_NOT_FINITE = 304,      /* names: station, target */
+  BRENU_DISTANCE_NEGATIVE = 305,           /* names: station, target */
   BRENU_DISTANCE_ERROR_NOT_POSITIVE = 306, /* names: station, target */
   BRENU_DIRECTION_ERROR_NOT_POSITIVE = 307,
-  BRENU_DISTANCE_ERRORS_LARGE = 308,   /* values: mean distance, its standard error, metres */
-  BRENU_LINE_LENGTH_MISSING = 309,     /* names: station, target; values: how many more */
-  BRENU_AZIMUTH_WITHOUT_PLANE = 310,   /* names: station, target */
-  BRENU_FORMAT_UNKNOWN = 311,          /* values: format */
-  BRENU_FORMAT_LEAVES_HEIGHTS = 312,   /* values: format */
+  BRENU_DISTANCE_ERRORS_LARGE = 308, /* values: mean distance, its standard error, metres */
+  BRENU_LINE_LENGTH_MISSING = 309,   /* names: station, target; values: how many more */
+  BRENU_AZIMUTH_WITHOUT_PLANE = 310, /* names: station, target */
+  BRENU_FORMAT_UNKNOWN = 311,        /* values: format */
+  BRENU_FORMAT_LEAVES_HEIGHTS = 312, /* values: format */
   BRENU_FORMAT_COUNTS_DIRECTIONS = 313,
   BRENU_FORMAT_NEEDS_PLANE = 314,
   BRENU_LINE_LENGTHS_IN_KILOMETRES = 315, /* values: their mean, metres as read */
   BRENU_DISTANCE_OUT_OF_PROPORTION = 316, /* names: station, target; values: distance, that from
                                              coordinates (metres), how many more */
-  BRENU_CONTROL_FAR_AWAY = 317,        /* names: point, coordinate; values: how far, spread of the
-                                          others, metres */
+  BRENU_CONTROL_FAR_AWAY = 317, /* names: point, coordinate; values: how far, spread of the
+                                   others, metres */
 
   /* ---- Computations ---- */
   BRENU_NOTHING_LEVELLED = 400,
-  BRENU_HEIGHTS_UNREACHED = 401,       /* names: points; values: 1 when the job has both networks */
+  BRENU_HEIGHTS_UNREACHED = 401, /* names: points; values: 1 when the job has both networks */
   BRENU_DISTANCES_WITHOUT_DIRECTIONS = 402,
-  BRENU_COORDINATES_UNREACHED = 403,   /* as the heights */
-  BRENU_NAME_WITHOUT_POINT = 404,      /* names: station, target */
+  BRENU_COORDINATES_UNREACHED = 403, /* as the heights */
+  BRENU_NAME_WITHOUT_POINT = 404,    /* names: station, target */
   BRENU_HEIGHTS_SINGULAR = 405,
   BRENU_PLANE_SINGULAR = 406,
   BRENU_HEIGHTS_NOT_FINITE = 407,
   BRENU_COORDINATES_NOT_FINITE = 408,
-  BRENU_LINE_WITHOUT_LENGTH = 409,     /* names: station, target */
+  BRENU_LINE_WITHOUT_LENGTH = 409, /* names: station, target */
   BRENU_HEIGHT_RESIDUALS_TOO_LARGE = 410,
   BRENU_PLANE_RESIDUALS_TOO_LARGE = 411,
-  BRENU_DIRECTION_TURNED = 412,        /* names: station, target */
+  BRENU_DIRECTION_TURNED = 412, /* names: station, target */
   BRENU_SNOOPING_UNDETERMINED = 413,
-  BRENU_NOT_PREPARED = 414,            /* distances only: no computation has placed the points */
+  BRENU_NOT_PREPARED = 414, /* distances only: no computation has placed the points */
   BRENU_NO_TRAVERSE = 415,
-  BRENU_POINTS_OFF_TRAVERSES = 416,    /* names: points */
-  BRENU_POINT_NOT_PLACED = 417,        /* names: point */
-  BRENU_POINT_AT_ZERO = 418,           /* names: point, which trilateration takes as not placed */
-  BRENU_SIDE_UNDETERMINED = 419,       /* names: point, first and second centre */
-  BRENU_NO_PLACE = 420,                /* names: points */
-  BRENU_FORMAT_IS_NOT = 421,           /* values: the format that the function needs */
+  BRENU_POINTS_OFF_TRAVERSES = 416, /* names: points */
+  BRENU_POINT_NOT_PLACED = 417,     /* names: point */
+  BRENU_POINT_AT_ZERO = 418,        /* names: point, which trilateration takes as not placed */
+  BRENU_SIDE_UNDETERMINED = 419,    /* names: point, first and second centre */
+  BRENU_NO_PLACE = 420,             /* names: points */
+  BRENU_FORMAT_IS_NOT = 421,        /* values: the format that the function needs */
   BRENU_NO_CLOSURES = 422,
-  BRENU_CLOSURES_NOT_OF_FORMAT = 423,  /* values: format */
-  BRENU_CLOSURES_FAILED = 424          /* values: how many, of how many */
+  BRENU_CLOSURES_NOT_OF_FORMAT = 423, /* values: format */
+  BRENU_CLOSURES_FAILED = 424         /* values: how many, of how many */
 } brenu_code;
 
 #endif /* BRENU_FINDINGS_H_ */

@@ -32,7 +32,7 @@ typedef struct brenu_finding { /* 24 bytes */
   int32_t line;                /* of the file, from 1; 0 for none */
   int32_t nameCount;
   int32_t valueCount;
-  int32_t reserved;            /* 0 */
+  int32_t reserved; /* 0 */
 } brenu_finding;
 
 /* How many findings there are; 0 for a null context. */
@@ -91,8 +91,8 @@ typedef struct brenu_figures { /* 24 bytes */
 /* False when the last computation did not adjust that network. */
 BRENU_API bool brenu_get_figures(AdjustmentContext* context, int32_t network, brenu_figures* out);
 
-/* ---- Walking a job.  Each call finds the next one in a time that hardly grows with the job; adding
- * and deleting in between is allowed ---- */
+/* ---- Walking a job.  Each call finds the next one in a time that hardly grows with the job;
+ * adding and deleting in between is allowed ---- */
 
 /* The next index in use above *index, which is -1 at the start; false at the end. */
 BRENU_API bool brenu_next_point(AdjustmentContext* context, int32_t* index);

@@ -40,9 +40,7 @@ class NetworkLayout {
   IndexRange<PointNo> Points() const { return m_slotOfPoint.Indices(); }
   IndexRange<PointNo> ControlPoints() const { return {PointNo(0), PointNo(m_controlCount)}; }
   IndexRange<PointNo> NewPoints() const { return {PointNo(m_controlCount), PointNo(PointCount())}; }
-  bool IsControl(PointNo point) const {
-    return !point.IsNone() && point.Number() < m_controlCount;
-  }
+  bool IsControl(PointNo point) const { return !point.IsNone() && point.Number() < m_controlCount; }
 
   const NameTable& Names() const { return m_names; }
   IndexRange<Slot> Slots() const { return m_pointOfSlot.Indices(); }

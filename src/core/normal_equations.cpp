@@ -1,6 +1,7 @@
 #include "core/normal_equations.h"
 
 #include <algorithm>
+#include <cassert>
 
 namespace brenu {
 
@@ -14,6 +15,7 @@ void NormalEquations::SetPattern(const UnknownPattern& pattern) {
 }
 
 void NormalEquations::Reset() {
+  assert(HasPattern());
   m_solved = false;
   m_matrix->Clear();
   std::fill(m_rhs.begin(), m_rhs.end(), 0.0);

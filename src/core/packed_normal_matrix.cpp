@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <cassert>
 
 #include "core/normal_matrix.h"
 #include "core/packed_matrix.h"
@@ -7,7 +8,10 @@ namespace brenu {
 
 namespace {
 
-std::size_t Index(std::int32_t unknown) { return static_cast<std::size_t>(unknown); }
+std::size_t At(std::int32_t unknown) {
+  assert(unknown >= 0);
+  return static_cast<std::size_t>(unknown);
+}
 
 class PackedNormalMatrix : public NormalMatrix {
  public:
@@ -20,7 +24,7 @@ class PackedNormalMatrix : public NormalMatrix {
       const double scaled = row.coefficient * weight;
       for (const Term& column : equation) {
         if (row.unknown <= column.unknown) {
-          m_elements[PackedIndex(Index(row.unknown), Index(column.unknown))] +=
+          m_elements[PackedIndex(At(row.unknown), At(column.unknown))] +=
               scaled * column.coefficient;
         }
       }
@@ -28,7 +32,7 @@ class PackedNormalMatrix : public NormalMatrix {
   }
 
   double& Diagonal(std::int32_t unknown) override {
-    return m_elements[PackedIndex(Index(unknown), Index(unknown))];
+    return m_elements[PackedIndex(At(unknown), At(unknown))];
   }
 
   bool Solve(std::span<const double> b, std::span<double> x) override {
@@ -49,15 +53,15 @@ class PackedNormalMatrix : public NormalMatrix {
   }
 
   double Cofactor(std::int32_t i, std::int32_t j) override {
-    return m_elements[PackedIndex(Index(i), Index(j))];
+    return m_elements[PackedIndex(At(i), At(j))];
   }
 
   double QuadraticForm(std::span<const Term> function) override {
     double sum = 0.0;
     for (const Term& k : function) {
       for (const Term& m : function) {
-        sum += k.coefficient * m_elements[PackedIndex(Index(k.unknown), Index(m.unknown))] *
-               m.coefficient;
+        sum +=
+            k.coefficient * m_elements[PackedIndex(At(k.unknown), At(m.unknown))] * m.coefficient;
       }
     }
     return sum;
@@ -73,7 +77,7 @@ class PackedNormalMatrix : public NormalMatrix {
 }  // namespace
 
 std::unique_ptr<NormalMatrix> MakePackedNormalMatrix(std::int32_t unknowns) {
-  return std::make_unique<PackedNormalMatrix>(Index(unknowns));
+  return std::make_unique<PackedNormalMatrix>(At(unknowns));
 }
 
 }  // namespace brenu

@@ -29,10 +29,10 @@ constexpr ParamKey kProjectKeys[] = {Real("MO", &AdjParam::MO),
                                      Whole("Lvl2Limit", &AdjParam::Lvl2Limit),
                                      Whole("Limit", &AdjParam::Limit),
                                      Whole("format", &AdjParam::format)};
-constexpr ParamKey kStationKeys[] = {Real("MO", &AdjParam::MO),         Real("MS", &AdjParam::MS),
-                                     Real("MR", &AdjParam::MR),         LevellingGrade("Level1"),
-                                     PlaneGrade("Level"),               Whole("Limit", &AdjParam::Limit),
-                                     Whole("Format", &AdjParam::format)};
+constexpr ParamKey kStationKeys[] = {
+    Real("MO", &AdjParam::MO),         Real("MS", &AdjParam::MS), Real("MR", &AdjParam::MR),
+    LevellingGrade("Level1"),          PlaneGrade("Level"),       Whole("Limit", &AdjParam::Limit),
+    Whole("Format", &AdjParam::format)};
 
 constexpr Field kPointFields[] = {{"name", FieldKind::kName, "0"},
                                   {"type", FieldKind::kType, "0"},
@@ -54,11 +54,16 @@ constexpr Field kStationObsFields[] = {
     {"distance", FieldKind::kNumber, "0", nullptr, &ObsData::distance},
     {"height difference", FieldKind::kNumber, "0", nullptr, &ObsData::heightDiff}};
 
-constexpr Grammar kProject = {FileKind::kProject, {"[PARAM]", "[PT]", "[OBS]"}, kProjectKeys,
+constexpr Grammar kProject = {FileKind::kProject,
+                              {"[PARAM]", "[PT]", "[OBS]"},
+                              kProjectKeys,
                               // The last field may be left out.
-                              {kPointFields, 4, 5}, {kProjectObsFields, 5, 6}, true};
-constexpr Grammar kStation = {FileKind::kStation, {"[PARA]", "[STATION]", "[OBSER]"}, kStationKeys,
-                              {kPointFields, 2, 0}, {kStationObsFields, 5, 0}, false};
+                              {kPointFields, 4, 5},
+                              {kProjectObsFields, 5, 6},
+                              true};
+constexpr Grammar kStation = {
+    FileKind::kStation,   {"[PARA]", "[STATION]", "[OBSER]"}, kStationKeys,
+    {kPointFields, 2, 0}, {kStationObsFields, 5, 0},          false};
 
 }  // namespace
 

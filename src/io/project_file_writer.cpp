@@ -1,9 +1,8 @@
-#include "io/project_file.h"
-
 #include <string>
 
 #include "core/text_number.h"
 #include "io/grammar.h"
+#include "io/project_file.h"
 
 namespace brenu {
 

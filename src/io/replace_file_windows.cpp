@@ -88,9 +88,9 @@ std::optional<Replaced> WriteBeside(const FilePath& path, std::string_view bytes
   }
   sibling.SetTemporary(false);
   // ReplaceFileW keeps the attributes and the access rights of the old file.
-  const bool done = sibling.Close() &&
-                    ReplaceFileW(path.c_str(), beside.c_str(), nullptr,
-                                 REPLACEFILE_IGNORE_MERGE_ERRORS, nullptr, nullptr) != 0;
+  const bool done =
+      sibling.Close() && ReplaceFileW(path.c_str(), beside.c_str(), nullptr,
+                                      REPLACEFILE_IGNORE_MERGE_ERRORS, nullptr, nullptr) != 0;
   if (!done) DeleteFileW(beside.c_str());
   return Outcome(done);
 }

@@ -154,8 +154,7 @@ std::size_t RowCount(const ResultTables& t) {
 }
 
 bool ReportsHeights(const AdjustmentContext& context) {
-  return HasLevelling(context.netType) &&
-         context.level.net->param.format != kFormatDistancesOnly;
+  return HasLevelling(context.netType) && context.level.net->param.format != kFormatDistancesOnly;
 }
 
 }  // namespace brenu

@@ -75,15 +75,15 @@ class LevelAdjustment {
   bool IsRemoved(SightNo observation) const;
 
   std::shared_ptr<const LevelNet> m_net = std::make_shared<LevelNet>();
-  Table<Slot, double> m_heights;          // metres: approximate, then adjusted
-  Table<PointNo, double> m_approximate;   // metres
-  Table<SightNo, double> m_weight;        // 1000 / L
-  NormalEquations m_normal;               // one unknown a point: the correction of its height
-  Table<PointNo, double> m_solution;      // that correction, metres
-  Table<SightNo, double> m_residual;      // metres
-  Table<PointNo, double> m_pointSigma;    // metres
-  Table<SightNo, double> m_obsSigma;      // metres
-  double m_sigma0 = 0.0;                  // metres
+  Table<Slot, double> m_heights;         // metres: approximate, then adjusted
+  Table<PointNo, double> m_approximate;  // metres
+  Table<SightNo, double> m_weight;       // 1000 / L
+  NormalEquations m_normal;              // one unknown a point: the correction of its height
+  Table<PointNo, double> m_solution;     // that correction, metres
+  Table<SightNo, double> m_residual;     // metres
+  Table<PointNo, double> m_pointSigma;   // metres
+  Table<SightNo, double> m_obsSigma;     // metres
+  double m_sigma0 = 0.0;                 // metres
 };
 
 }  // namespace brenu

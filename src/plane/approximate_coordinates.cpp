@@ -99,8 +99,7 @@ class PlacingPoints {
     const auto fromTarget = m_net.SightsFrom(reference.target);
     const bool ofStation = fromStation.Size() <= fromTarget.Size();
     for (const SightNo k : ofStation ? fromStation : fromTarget) {
-      const SightNo own =
-          ofStation ? k : m_net.FindSight(reference.station, m_net.At(k).target);
+      const SightNo own = ofStation ? k : m_net.FindSight(reference.station, m_net.At(k).target);
       if (!own.IsNone() && IsOpen(m_net.At(own))) {
         Intersect(m_net.At(own), reference, orientation);
       }

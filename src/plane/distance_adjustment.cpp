@@ -37,7 +37,8 @@ UnknownPattern PlaneAdjustment::MakeDistancePattern() const {
   const std::int32_t known = net.ControlCount();
   UnknownPattern pattern = PointPattern(net.NewPointCount(), 2);
   for (const Sight& s : net.Sights()) {
-    pattern.Connect(net.PointOf(s.station).Number() - known, net.PointOf(s.target).Number() - known);
+    pattern.Connect(net.PointOf(s.station).Number() - known,
+                    net.PointOf(s.target).Number() - known);
   }
   return pattern;
 }

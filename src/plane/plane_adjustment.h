@@ -123,9 +123,9 @@ class PlaneAdjustment {
 
   std::shared_ptr<const PlaneNet> m_net = std::make_shared<PlaneNet>();
   AdjParam m_param = kDefaultParam;
-  Coordinates m_coords;                    // working coordinates, then with precision
+  Coordinates m_coords;  // working coordinates, then with precision
   Table<PointNo, Position> m_approximate;
-  ObservationTables m_obs;                 // with use flags and residuals
+  ObservationTables m_obs;  // with use flags and residuals
   NormalEquations m_normal;
   std::vector<std::size_t> m_setOrder;       // the sets and
   std::vector<std::size_t> m_distanceOrder;  // distances in the order in which they are added

@@ -48,8 +48,7 @@ PlaneObs* PlaneAdjustment::FindWorst(double critical) {
   return largest > critical ? worst : nullptr;
 }
 
-Outcome PlaneAdjustment::DataSnooping(double alpha,
-                                      const std::function<void(int)>& announceRound) {
+Outcome PlaneAdjustment::DataSnooping(double alpha, const std::function<void(int)>& announceRound) {
   if (Outcome reached = CalcApproxCoordinates(); !reached.ok) return reached;
   const double critical = NormalQuantile(1.0 - alpha * 0.5);
   std::int32_t removed = 0;

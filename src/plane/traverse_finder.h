@@ -34,7 +34,7 @@ class TraverseFinder {
  private:
   struct Side {
     Slot from, to;
-    double length;          // metres
+    double length;  // metres
   };
 
   void CollectSides();

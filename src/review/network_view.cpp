@@ -22,8 +22,8 @@ NetworkFigures FiguresOf(const AdjustmentContext& context, Network network) {
     ++(IsControl(point, network) ? figures.controlPoints : figures.newPoints);
   }
   const bool heights = network == Network::kHeights;
-  figures.redundancy = heights ? context.level.results.Redundancy()
-                               : context.plane.results.Redundancy();
+  figures.redundancy =
+      heights ? context.level.results.Redundancy() : context.plane.results.Redundancy();
   figures.sigma0 = heights ? context.level.results.Sigma0() : context.plane.results.Sigma0();
   return figures;
 }

@@ -2,8 +2,8 @@
 
 #include <cmath>
 
-#include "review/text.h"
 #include "review/residuals.h"
+#include "review/text.h"
 #include "tables/text_table.h"
 
 namespace brenu::tool {

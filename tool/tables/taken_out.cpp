@@ -1,7 +1,7 @@
 #include "tables/taken_out.h"
 
-#include "review/text.h"
 #include "review/residuals.h"
+#include "review/text.h"
 #include "tables/text_table.h"
 
 namespace brenu::tool {

@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <cassert>
 #include <limits>
 #include <utility>
 #include <vector>
@@ -108,6 +109,7 @@ class SparseNormalMatrix : public NormalMatrix {
       const bool follows =
           k > 0 && m_places[k] == m_places[k - 1] + 1 && m_places[k - 1] >= s.first;
       m_rows[k] = follows ? m_rows[k - 1] + 1 : m_symbolic.FindRow(s, m_places[k]);
+      assert(m_rows[k] >= 0 && m_rows[k] == m_symbolic.FindRow(s, m_places[k]));  // in the pattern
     }
   }
   std::size_t Place(std::size_t unknown) const {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cassert>
 #include <cstdint>
 #include <span>
 #include <vector>
@@ -34,6 +35,7 @@ class SymbolicFactor {
   std::int64_t ElementCount() const { return m_elementCount; }
   // The place of an unknown in the elimination order.
   std::int32_t PlaceOf(std::int32_t unknown) const {
+    assert(unknown >= 0 && unknown < UnknownCount());
     return m_placeOf[static_cast<std::size_t>(unknown)];
   }
 
