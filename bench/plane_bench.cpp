@@ -5,8 +5,8 @@
 #include <cstddef>
 #include <cstdint>
 
-#include "job/adjustment_context.h"
 #include "bench/grid_network.h"
+#include "job/adjustment_context.h"
 #include "plane/plane_net.h"
 #include "support/fill_net.h"
 #include "whole_job.h"

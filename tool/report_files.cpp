@@ -29,8 +29,8 @@ Ending WriteResultFile(const AdjustmentContext& context, const std::string& path
   if (written.ok) return {};
   Finding& cause = written.findings.front();
   cause.names = {path};
-  const bool short_ = cause.code == BRENU_REPORT_STOPS_SHORT;
-  return Ending::Of(std::move(written), short_ ? kComputationFailed : kFileOrUsage);
+  const bool stopsShort = cause.code == BRENU_REPORT_STOPS_SHORT;
+  return Ending::Of(std::move(written), stopsShort ? kComputationFailed : kFileOrUsage);
 }
 
 Ending WriteClosureFile(const AdjustmentContext& context, const std::string& path) {

@@ -22,7 +22,7 @@ class Index {
   constexpr std::size_t Position() const { return static_cast<std::size_t>(m_number); }
   constexpr bool IsNone() const { return m_number < 0; }
 
-  constexpr auto operator<=>(const Index&) const = default;
+  constexpr auto operator<=>(const Index&) const = default;  // NOLINT(modernize-use-nullptr)
   constexpr Index& operator++() {
     ++m_number;
     return *this;

@@ -89,7 +89,7 @@ SightNo NetworkLayout::FindSight(Slot station, Slot target) const {
   const auto end = m_sights.begin() + EndOf(station).Number();
   const auto found = std::lower_bound(begin, end, target,
                                       [](const Sight& s, Slot slot) { return s.target < slot; });
-  if (found == end || found->target != target) return SightNo();
+  if (found == end || found->target != target) return {};
   return SightNo(static_cast<std::size_t>(found - m_sights.begin()));
 }
 

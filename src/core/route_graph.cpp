@@ -74,7 +74,7 @@ LineNo RouteGraph::FirstLineBetween(Slot a, Slot b) const {
   for (const RouteStep& step : steps) {
     if (step.to == other) return step.line;
   }
-  return LineNo();
+  return {};
 }
 
 }  // namespace brenu

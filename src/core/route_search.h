@@ -42,7 +42,7 @@ class RouteSearch {
   struct Moment {
     std::int32_t pass;
     LineNo line;
-    auto operator<=>(const Moment&) const = default;
+    auto operator<=>(const Moment&) const = default;  // NOLINT(modernize-use-nullptr)
   };
   struct Route {
     double length = 0.0;   // from the source

@@ -18,8 +18,8 @@ Outcome PlaneAdjustment::AdjustDistances(const AdjParam& param) {
   m_turnedDirection = SightNo();
   m_firstUnknownPoint = PointNo(net.ControlCount());
   m_normal.SetPattern(MakeDistancePattern());
-  const Outcome settled = IterateUntilSettled([this] { return BuildDistanceNormals(); },
-                                              [this] { return SolveAndUpdate(); });
+  Outcome settled = IterateUntilSettled([this] { return BuildDistanceNormals(); },
+                                        [this] { return SolveAndUpdate(); });
   if (!settled.ok) return settled;
 
   // The redundancy is that of all observations stored, though only distances take part

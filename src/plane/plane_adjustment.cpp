@@ -46,11 +46,11 @@ void PlaneAdjustment::SetCoordinates(Slot slot, const Position& position) {
 
 Outcome PlaneAdjustment::Adjust() {
   if (Outcome reached = CalcApproxCoordinates(); !reached.ok) return reached;
-  const Outcome settled = IterateUntilSettled([this] { return BuildNormals(); },
-                                              [this] {
-                                                HoldKnownPoints();
-                                                return SolveAndUpdate();
-                                              });
+  Outcome settled = IterateUntilSettled([this] { return BuildNormals(); },
+                                        [this] {
+                                          HoldKnownPoints();
+                                          return SolveAndUpdate();
+                                        });
   if (!settled.ok) return settled;
   CountRedundancy(OrientationCount());
   m_sigma0 = std::sqrt(CalcResiduals() / m_redundancy);
