@@ -118,7 +118,9 @@ typedef enum brenu_code {
   BRENU_FORMAT_IS_NOT = 421,        /* values: the format that the function needs */
   BRENU_NO_CLOSURES = 422,
   BRENU_CLOSURES_NOT_OF_FORMAT = 423, /* values: format */
-  BRENU_CLOSURES_FAILED = 424         /* values: how many, of how many */
+  BRENU_CLOSURES_FAILED = 424,        /* values: how many, of how many */
+  BRENU_POINT_LEFT_OUT = 425          /* names: point; values: how many directions and azimuths, and
+                                         how many distances, there are from and to it */
 } brenu_code;
 
 #endif /* BRENU_FINDINGS_H_ */
