@@ -119,8 +119,11 @@ typedef enum brenu_code {
   BRENU_NO_CLOSURES = 422,
   BRENU_CLOSURES_NOT_OF_FORMAT = 423, /* values: format */
   BRENU_CLOSURES_FAILED = 424,        /* values: how many, of how many */
-  BRENU_POINT_LEFT_OUT = 425          /* names: point; values: how many directions and azimuths, and
+  BRENU_POINT_LEFT_OUT = 425,         /* names: point; values: how many directions and azimuths, and
                                          how many distances, there are from and to it */
+  BRENU_POINT_UNDETERMINED = 426,     /* names: point */
+  BRENU_NOTHING_PLACED = 427,
+  BRENU_PLANE_NOT_CONVERGED = 428
 } brenu_code;
 
 #endif /* BRENU_FINDINGS_H_ */

@@ -31,6 +31,14 @@ class NormalMatrix {
   virtual double& Diagonal(std::int32_t unknown) = 0;
   // x = N^-1 b; false when a pivot vanishes beside 1.0.  N is used up in either case.
   virtual bool Solve(std::span<const double> b, std::span<double> x) = 0;
+  // The same where nothing is singular: unknowns that no equation determines are held at 0.  Gives
+  // all unknowns that would move with them, ascending.
+  virtual std::vector<std::int32_t> SolveDetermined(std::span<const double> b,
+                                                    std::span<double> x) = 0;
+  // Once more with the same matrix, after SolveDetermined: until the first Cofactor, or with the
+  // factors kept.
+  virtual void KeepFactors() = 0;
+  virtual void SolveAgain(std::span<const double> b, std::span<double> x) = 0;
   // Element (i, j) of N^-1, after a successful Solve.  Not a number where the matrix keeps none.
   // After a failed one it means nothing.
   virtual double Cofactor(std::int32_t i, std::int32_t j) = 0;

@@ -52,6 +52,14 @@ class PackedNormalMatrix : public NormalMatrix {
     return true;
   }
 
+  // Determinacy is asked of the sparse form only.
+  std::vector<std::int32_t> SolveDetermined(std::span<const double>, std::span<double>) override {
+    assert(false);
+    return {};
+  }
+  void KeepFactors() override { assert(false); }
+  void SolveAgain(std::span<const double>, std::span<double>) override { assert(false); }
+
   double Cofactor(std::int32_t i, std::int32_t j) override {
     return m_elements[PackedIndex(At(i), At(j))];
   }

@@ -4,11 +4,13 @@
 #include <functional>
 #include <memory>
 #include <optional>
+#include <span>
 #include <string_view>
 #include <vector>
 
 #include "core/finding.h"
 #include "core/normal_equations.h"
+#include "core/rules.h"
 #include "plane/coordinates.h"
 #include "plane/line_equation.h"
 #include "plane/observation_tables.h"
@@ -41,6 +43,8 @@ class PlaneAdjustment {
   // the two ways to store normal equations.
   explicit PlaneAdjustment(std::shared_ptr<const PlaneNet> net,
                            std::int32_t mostPackedUnknowns = kMostPackedUnknowns);
+  // For a computation by the rules of textbooks.
+  PlaneAdjustment(std::shared_ptr<const PlaneNet> net, RuleSet rules);
 
   // Fails when a new point cannot be reached.
   Outcome CalcApproxCoordinates();
@@ -50,6 +54,11 @@ class PlaneAdjustment {
   // value as long as it exceeds the two-sided critical value of the level of significance.  Each
   // round is announced.
   Outcome DataSnooping(double alpha, const std::function<void(int)>& announceRound = {});
+  // By the rules of textbooks: approximate coordinates without order of growth, and damped passes
+  // until nothing changes any more.  Points that the observations do not determine are left out,
+  // each with a warning; fails when none is left, and when the passes do not converge.
+  Outcome AdjustAsTextbook();
+
   // Adjusts distances alone, with these parameters, on the coordinates as they are: known points
   // are no unknowns, and neither directions nor azimuths take part.
   Outcome AdjustDistances(const AdjParam& param);
@@ -79,6 +88,8 @@ class PlaneAdjustment {
                                                 std::string_view target) const;
   std::optional<LinePrecision> PrecisionOfLine(std::string_view station,
                                                std::string_view target) const;
+  // Whether the observations did not determine the point, so that it has no results.
+  bool IsLeftOut(PointNo point) const { return m_isLeftOut.Has(point) && m_isLeftOut[point] != 0; }
   // Whether the computation held the point as a control point.
   bool IsControl(std::string_view name) const;
   // The a-posteriori standard error of unit weight.
@@ -114,6 +125,23 @@ class PlaneAdjustment {
   Outcome ExplainResult() const;
   Finding ExplainNotFinite() const;
 
+  // Rules of textbooks.
+  Findings PlacePoints();
+  Findings LeaveOut(const std::vector<std::int32_t>& unknowns);
+  void ExcludeObservations();
+  bool HasNewPoint() const;
+  Outcome Converge();
+  void HoldFirmly();
+  Findings SolveAndLeaveOut();
+  bool StepDamped(std::span<const double> step, double& pvv);
+  void Move(std::span<const double> step, double part);
+  double LargestCorrection(std::span<const double> step) const;
+  std::vector<double> RightHandSide() const;
+  double CalcExactResiduals();
+  // Of the observations in use, or of all when none is.
+  double OrientationOf(const DirectionSet& set) const;
+  std::int32_t CountOnce() const;
+
   UnknownPattern MakeDistancePattern() const;
   Outcome BuildDistanceNormals();
   void DeriveDirections();
@@ -123,6 +151,8 @@ class PlaneAdjustment {
 
   std::shared_ptr<const PlaneNet> m_net = std::make_shared<PlaneNet>();
   AdjParam m_param = kDefaultParam;
+  RuleSet m_rules = RuleSet::kClassic;
+  Table<PointNo, char> m_isLeftOut;        // by the rules of textbooks; empty otherwise
   Coordinates m_coords;  // working coordinates, then with precision
   Table<PointNo, Position> m_approximate;
   ObservationTables m_obs;  // with use flags and residuals

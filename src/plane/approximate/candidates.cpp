@@ -100,13 +100,13 @@ class Candidates {
   // The same with only one distance: in the triangle of the point and the two placed ones the angle
   // at the point, a side beside it and the opposite side are known.
   void TurnOnto(const Measure& near, const Measure& far) {
-    const double angle = Wrapped(far.reading - near.reading);
+    const double angle = HalfCircle(far.reading - near.reading);
     const Position base = far.from - near.from;
     const double sine = near.distance * std::sin(angle) / LengthOf(base);
     if (!(std::fabs(sine) < 1.0) || std::fabs(std::sin(angle)) < kFlat) return;
     for (const double atFar : {std::asin(sine), kPi - std::asin(sine)}) {
       // The third angle, at the near point, signed like the first.
-      const double atNear = (angle > 0.0 ? kPi : -kPi) - angle - Wrapped(atFar);
+      const double atNear = (angle > 0.0 ? kPi : -kPi) - angle - HalfCircle(atFar);
       if (angle * atNear <= 0.0) continue;
       Add(near.from + Polar(near.distance, AngleOf(base) + atNear));
     }
@@ -136,8 +136,8 @@ class Candidates {
       const Measure& b = *m[(i + 1) % 3];
       const Measure& c = *m[(i + 2) % 3];
       // The angle of the triangle at this corner, and the one at the point over its opposite side.
-      const double corner = Wrapped(AngleOf(c.from - a.from) - AngleOf(b.from - a.from));
-      const double seen = Wrapped(c.reading - b.reading);
+      const double corner = HalfCircle(AngleOf(c.from - a.from) - AngleOf(b.from - a.from));
+      const double seen = HalfCircle(c.reading - b.reading);
       if (std::fabs(std::sin(corner)) < kFlat || std::fabs(std::sin(seen)) < kFlat) return;
       const double weight = 1.0 / (1.0 / std::tan(corner) - 1.0 / std::tan(seen));
       sum = sum + weight * a.from;
@@ -172,9 +172,9 @@ class Candidates {
         if (ratio < 1.0) ++c.redundancy;
       };
       if (m.HasDistance()) count(std::fabs(length - m.distance));
-      if (m.HasBearing()) count(std::fabs(Wrapped(AngleOf(line) - m.bearing)) * length);
+      if (m.HasBearing()) count(std::fabs(HalfCircle(AngleOf(line) - m.bearing)) * length);
       if (m.HasReading()) {
-        count(std::fabs(Wrapped(AngleOf(line) + kPi - m.reading - c.orientation)) * length);
+        count(std::fabs(HalfCircle(AngleOf(line) + kPi - m.reading - c.orientation)) * length);
       }
     }
   }
@@ -201,7 +201,7 @@ double CommonOrientation(const std::vector<double>& angles, const std::vector<do
   for (std::size_t i = 0; i < tried; ++i) {
     double cost = 0.0;
     for (std::size_t j = 0; j < angles.size(); ++j) {
-      const double misfit = std::fabs(Wrapped(angles[j] - angles[i])) * lengths[j];
+      const double misfit = std::fabs(HalfCircle(angles[j] - angles[i])) * lengths[j];
       const double ratio = misfit / Tolerance(lengths[j], accuracy);
       cost += std::min(1.0, ratio * ratio);
     }
@@ -214,13 +214,13 @@ double CommonOrientation(const std::vector<double>& angles, const std::vector<do
   double sum = 0.0;
   double weights = 0.0;
   for (std::size_t j = 0; j < angles.size(); ++j) {
-    const double off = Wrapped(angles[j] - best);
+    const double off = HalfCircle(angles[j] - best);
     if (std::fabs(off) * lengths[j] > Tolerance(lengths[j], accuracy)) continue;
     const double weight = std::min(lengths[j], 1000.0);
     sum += weight * off;
     weights += weight;
   }
-  return Wrapped(weights > 0.0 ? best + sum / weights : best);
+  return HalfCircle(weights > 0.0 ? best + sum / weights : best);
 }
 
 std::optional<Candidate> BestCandidate(const std::vector<Measure>& measures,

@@ -78,7 +78,7 @@ std::vector<CommonVector> CommonVectors(std::span<const Position> first,
           std::hypot(PlaceError(second[i], accuracy), PlaceError(second[j], accuracy)));
       if (std::fabs(LengthOf(a) - LengthOf(b)) > kTolerance * error) continue;
       if (length < kTolerance * error) continue;
-      vectors.push_back({length, Wrapped(AngleOf(a) - AngleOf(b)), error / length});
+      vectors.push_back({length, HalfCircle(AngleOf(a) - AngleOf(b)), error / length});
     }
   }
   return vectors;
@@ -86,7 +86,7 @@ std::vector<CommonVector> CommonVectors(std::span<const Position> first,
 
 bool Agree(const CommonVector& a, const CommonVector& b) {
   constexpr double kTolerance = 4.0;
-  return std::fabs(Wrapped(a.turn - b.turn)) < kTolerance * std::hypot(a.sigma, b.sigma);
+  return std::fabs(HalfCircle(a.turn - b.turn)) < kTolerance * std::hypot(a.sigma, b.sigma);
 }
 
 }  // namespace
@@ -113,10 +113,10 @@ bool FindTurn(std::span<const Position> first, std::span<const Position> second,
   for (const CommonVector& v : vectors) {
     if (!Agree(*best, v)) continue;
     const double weight = 1.0 / (v.sigma * v.sigma);
-    sum += weight * Wrapped(v.turn - best->turn);
+    sum += weight * HalfCircle(v.turn - best->turn);
     weights += weight;
   }
-  found.turn = Wrapped(best->turn + sum / weights);
+  found.turn = HalfCircle(best->turn + sum / weights);
   found.sigma = best->sigma;
   // A single vector has nothing to check it.
   constexpr double kUnchecked = 3.0;

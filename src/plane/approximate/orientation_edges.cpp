@@ -47,7 +47,7 @@ class EdgeFinder {
   }
 
   void Add(Node a, Node b, double turn, double sigma) {
-    m_edges.push_back({a, b, Wrapped(turn), sigma});
+    m_edges.push_back({a, b, HalfCircle(turn), sigma});
     ++m_degree[a];
     ++m_degree[b];
   }

@@ -48,7 +48,7 @@ class TurnedTrees {
       turn = -turn;
     }
     m_parent[b] = a;
-    m_turn[b] = Wrapped(turn);
+    m_turn[b] = HalfCircle(turn);
     m_size[a] += m_size[b];
     return true;
   }
@@ -115,7 +115,7 @@ class EdgeVote {
       auto closing = std::lower_bound(others.begin(), others.end(), arm.to,
                                       [](const Arm& a, Node node) { return a.to < node; });
       for (; closing != others.end() && closing->to == arm.to; ++closing) {
-        const double misfit = std::fabs(Wrapped(turn + closing->turn - arm.turn));
+        const double misfit = std::fabs(HalfCircle(turn + closing->turn - arm.turn));
         const double sigma = std::hypot(edge.sigma, std::hypot(arm.sigma, closing->sigma));
         if (misfit < kTolerance * sigma) return false;
         isContradicted = true;
@@ -140,7 +140,7 @@ Orientations OrientByTree(std::size_t nodeCount, const std::vector<OrientationEd
     const std::size_t root = trees.Root(i, turn);
     if (numberOf[root] < 0) numberOf[root] = result.componentCount++;
     result.component.Add(numberOf[root]);
-    result.orientation.Add(Wrapped(root == world ? turn - ofWorld : turn));
+    result.orientation.Add(HalfCircle(root == world ? turn - ofWorld : turn));
   }
   return result;
 }
@@ -181,7 +181,7 @@ Orientations SolveOrientations(std::size_t nodeCount, std::vector<OrientationEdg
     bool allFit = true;
     for (const OrientationEdge& edge : edges) {
       const double misfit =
-          Wrapped(result.orientation[edge.b] - result.orientation[edge.a] - edge.turn);
+          HalfCircle(result.orientation[edge.b] - result.orientation[edge.a] - edge.turn);
       const double ratio = std::fabs(misfit) / edge.sigma;
       const double fade = round == 0        ? 1.0
                           : round < kFading ? 1.0 / std::max(1.0, ratio)  // least sum of amounts
@@ -196,7 +196,7 @@ Orientations SolveOrientations(std::size_t nodeCount, std::vector<OrientationEdg
     const auto corrections = normal.Solution();
     for (const Node node : result.orientation.Indices()) {
       double& orientation = result.orientation[node];
-      orientation = Wrapped(orientation + corrections[node.Position()]);
+      orientation = HalfCircle(orientation + corrections[node.Position()]);
     }
   }
   return result;

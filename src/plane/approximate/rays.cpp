@@ -49,6 +49,4 @@ Accuracy::Accuracy(const AdjParam& param) {
 
 double Accuracy::Distance(double length) const { return m_constant + m_proportional * length; }
 
-double Wrapped(double angle) { return std::remainder(angle, kTwoPi); }
-
 }  // namespace brenu::approximate

@@ -5,6 +5,7 @@
 #include <cmath>
 #include <limits>
 
+#include "core/angles.h"
 #include "plane/coordinates.h"
 
 namespace brenu::approximate {
@@ -53,8 +54,5 @@ inline Position Polar(double length, double azimuth) {
 }
 inline double Dot(const Position& a, const Position& b) { return a.x * b.x + a.y * b.y; }
 inline double Cross(const Position& a, const Position& b) { return a.x * b.y - a.y * b.x; }
-
-// Into [-pi, pi].
-double Wrapped(double angle);
 
 }  // namespace brenu::approximate
