@@ -123,7 +123,9 @@ typedef enum brenu_code {
                                          how many distances, there are from and to it */
   BRENU_POINT_UNDETERMINED = 426,     /* names: point */
   BRENU_NOTHING_PLACED = 427,
-  BRENU_PLANE_NOT_CONVERGED = 428
+  BRENU_PLANE_NOT_CONVERGED = 428,
+  BRENU_CONTROL_DOES_NOT_FIT = 429    /* names: point, coordinate; values: by how much the others want
+                                         it greater, metres, and its test value */
 } brenu_code;
 
 #endif /* BRENU_FINDINGS_H_ */

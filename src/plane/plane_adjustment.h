@@ -6,6 +6,7 @@
 #include <optional>
 #include <span>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "core/finding.h"
@@ -14,6 +15,7 @@
 #include "plane/coordinates.h"
 #include "plane/line_equation.h"
 #include "plane/observation_tables.h"
+#include "plane/snooping_record.h"
 
 namespace brenu {
 
@@ -58,6 +60,10 @@ class PlaneAdjustment {
   // until nothing changes any more.  Points that the observations do not determine are left out,
   // each with a warning; fails when none is left, and when the passes do not converge.
   Outcome AdjustAsTextbook();
+  // The same with data snooping (Baarda): as long as the largest standardised residual of those that
+  // others check exceeds the critical value, its observation is taken out; at the end each is tried
+  // again.  A control point that explains the misfit better than any observation ends it.
+  Outcome SnoopAsTextbook(double alpha, const std::function<void(int)>& announceRound = {});
 
   // Adjusts distances alone, with these parameters, on the coordinates as they are: known points
   // are no unknowns, and neither directions nor azimuths take part.
@@ -77,6 +83,11 @@ class PlaneAdjustment {
   const ObservationTables& Observations() const { return m_obs; }
   // What was kept as approximate coordinates; empty as long as they could not be computed.
   const Table<PointNo, Position>& ApproximateCoordinates() const { return m_approximate; }
+
+  // In the order in which they were taken out by the rules of textbooks.
+  const std::vector<TakenOut>& AllTakenOut() const { return m_takenOut; }
+  // Of the control points that observations touch, after an adjustment by the rules of textbooks.
+  std::vector<ControlFit> ControlFits() const;
 
   // Empty when the computation had no such point or observation.
   std::optional<PlaneResult> ResultOfPoint(std::string_view name) const;
@@ -126,6 +137,8 @@ class PlaneAdjustment {
   Finding ExplainNotFinite() const;
 
   // Rules of textbooks.
+  Outcome PlaceAndConverge(bool withoutGrossErrors);
+  void TakeOutGrossErrors();
   Findings PlacePoints();
   Findings LeaveOut(const std::vector<std::int32_t>& unknowns);
   void ExcludeObservations();
@@ -141,6 +154,9 @@ class PlaneAdjustment {
   // Of the observations in use, or of all when none is.
   double OrientationOf(const DirectionSet& set) const;
   std::int32_t CountOnce() const;
+  void FinishAsTextbook();
+  class GrossErrors;
+  class Snooping;
 
   UnknownPattern MakeDistancePattern() const;
   Outcome BuildDistanceNormals();
@@ -152,7 +168,9 @@ class PlaneAdjustment {
   std::shared_ptr<const PlaneNet> m_net = std::make_shared<PlaneNet>();
   AdjParam m_param = kDefaultParam;
   RuleSet m_rules = RuleSet::kClassic;
-  Table<PointNo, char> m_isLeftOut;        // by the rules of textbooks; empty otherwise
+  Table<PointNo, char> m_isLeftOut;  // by the rules of textbooks; empty otherwise
+  Table<PointNo, std::pair<double, double>> m_holding;  // weights that hold X and Y of control
+  std::vector<TakenOut> m_takenOut;
   Coordinates m_coords;  // working coordinates, then with precision
   Table<PointNo, Position> m_approximate;
   ObservationTables m_obs;  // with use flags and residuals

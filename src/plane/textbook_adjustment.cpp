@@ -22,6 +22,12 @@ PlaneAdjustment::PlaneAdjustment(std::shared_ptr<const PlaneNet> net, RuleSet ru
       m_normal(kAlwaysSparse) {}
 
 Outcome PlaneAdjustment::AdjustAsTextbook() {
+  Outcome outcome = PlaceAndConverge(false);
+  if (outcome.ok) FinishAsTextbook();
+  return outcome;
+}
+
+Outcome PlaneAdjustment::PlaceAndConverge(bool withoutGrossErrors) {
   Outcome outcome;
   outcome.findings = PlacePoints();
   if (!HasNewPoint() && m_net->layout.NewPointCount() > 0) {
@@ -29,12 +35,15 @@ Outcome PlaneAdjustment::AdjustAsTextbook() {
     outcome.findings.push_back(Error(BRENU_NOTHING_PLACED));
     return outcome;
   }
+  if (withoutGrossErrors) TakeOutGrossErrors();
   outcome += Converge();
-  if (!outcome.ok) return outcome;
+  return outcome;
+}
+
+void PlaneAdjustment::FinishAsTextbook() {
   m_redundancy = CountOnce();
   m_sigma0 = std::sqrt(CalcExactResiduals() / m_redundancy);
   CalcPointPrecision();
-  return outcome;
 }
 
 // Approximate coordinates; points without are left out.
@@ -91,13 +100,20 @@ Findings PlaneAdjustment::LeaveOut(const std::vector<std::int32_t>& unknowns) {
 // have to say about the point.
 void PlaneAdjustment::HoldFirmly() {
   constexpr double kFirmness = 1e8;
-  for (const PointNo i : m_net->layout.Points()) {
-    const bool isControl = m_net->layout.IsControl(i);
-    if (!isControl && m_isLeftOut[i] == 0) continue;
-    for (const std::int32_t unknown : {2 * i.Number(), 2 * i.Number() + 1}) {
-      const double own = m_normal.DiagonalElement(unknown);
-      m_normal.Hold(unknown, own > 0.0 ? kFirmness * own : 1.0);
-    }
+  const auto hold = [this](std::int32_t unknown) {
+    const double own = m_normal.DiagonalElement(unknown);
+    const double weight = own > 0.0 ? kFirmness * own : 1.0;
+    m_normal.Hold(unknown, weight);
+    return weight;
+  };
+  m_holding.Assign(static_cast<std::size_t>(m_net->layout.ControlCount()), {0.0, 0.0});
+  for (const PointNo i : m_net->layout.ControlPoints()) {
+    m_holding[i] = {hold(2 * i.Number()), hold(2 * i.Number() + 1)};
+  }
+  for (const PointNo i : m_net->layout.NewPoints()) {
+    if (m_isLeftOut[i] == 0) continue;
+    hold(2 * i.Number());
+    hold(2 * i.Number() + 1);
   }
 }
 

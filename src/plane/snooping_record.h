@@ -1,0 +1,36 @@
+#pragma once
+
+#include <cstdint>
+#include <vector>
+
+#include "core/network_layout.h"
+
+namespace brenu {
+
+enum class PlaneKind : std::uint8_t { kDirection, kDistance, kAzimuth };
+
+// An observation of the plane by its sight and kind.
+struct PlaneObsId {
+  PlaneKind kind;
+  SightNo sight;
+};
+
+// An observation that data snooping took out, in the order in which it did.
+struct TakenOut {
+  PlaneObsId id;
+  double testValue;  // standardised residual when it was taken out
+  double error;      // observed minus adjusted without it: arc-seconds, or metres
+  // Others whose tests cannot be told apart from this one's: the error may be one of theirs.
+  std::vector<PlaneObsId> alternatives;
+};
+
+// How well a control point fits the observations: the correction to its coordinates at which they
+// would agree best, and test values of each coordinate alone.
+struct ControlFit {
+  PointNo point;
+  double dx, dy;  // metres, both free
+  double ownDx, ownDy;  // metres, each with the other held
+  double wx, wy;  // own correction by its standard error
+};
+
+}  // namespace brenu
