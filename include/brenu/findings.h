@@ -124,8 +124,9 @@ typedef enum brenu_code {
   BRENU_POINT_UNDETERMINED = 426,     /* names: point */
   BRENU_NOTHING_PLACED = 427,
   BRENU_PLANE_NOT_CONVERGED = 428,
-  BRENU_CONTROL_DOES_NOT_FIT = 429    /* names: point, coordinate; values: by how much the others want
+  BRENU_CONTROL_DOES_NOT_FIT = 429, /* names: point, coordinate; values: by how much the others want
                                          it greater, metres, and its test value */
+  BRENU_HEIGHT_LEFT_OUT = 430         /* names: point */
 } brenu_code;
 
 #endif /* BRENU_FINDINGS_H_ */

@@ -86,6 +86,7 @@ class PlaneAdjustment {
 
   // In the order in which they were taken out by the rules of textbooks.
   const std::vector<TakenOut>& AllTakenOut() const { return m_takenOut; }
+  std::size_t UntestedCount() const { return m_untested; }
   // Of the control points that observations touch, after an adjustment by the rules of textbooks.
   std::vector<ControlFit> ControlFits() const;
 
@@ -156,7 +157,7 @@ class PlaneAdjustment {
   std::int32_t CountOnce() const;
   void FinishAsTextbook();
   class GrossErrors;
-  class Snooping;
+  class Snooped;
 
   UnknownPattern MakeDistancePattern() const;
   Outcome BuildDistanceNormals();
@@ -171,6 +172,7 @@ class PlaneAdjustment {
   Table<PointNo, char> m_isLeftOut;  // by the rules of textbooks; empty otherwise
   Table<PointNo, std::pair<double, double>> m_holding;  // weights that hold X and Y of control
   std::vector<TakenOut> m_takenOut;
+  std::size_t m_untested = 0;  // observations that data snooping could not test
   Coordinates m_coords;  // working coordinates, then with precision
   Table<PointNo, Position> m_approximate;
   ObservationTables m_obs;  // with use flags and residuals

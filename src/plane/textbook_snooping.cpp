@@ -1,19 +1,15 @@
-// Data snooping by the rules of textbooks (W. Baarda, A testing procedure for use in geodetic
-// networks), with the effect of taking one observation out computed from one solution each.
+// Data snooping by the rules of textbooks.
 #include <algorithm>
 #include <cmath>
 #include <utility>
 
 #include "core/angles.h"
 #include "core/normal_quantile.h"
+#include "core/snooping.h"
 #include "plane/approximate/candidates.h"
 #include "plane/plane_adjustment.h"
 
 namespace brenu {
-
-namespace {
-constexpr double kLeastRedundancy = 0.05;  // below this others hardly check an observation
-}  // namespace
 
 // Observations that contradict the approximate coordinates.
 class PlaneAdjustment::GrossErrors {
@@ -105,273 +101,83 @@ class PlaneAdjustment::GrossErrors {
   Table<PointNo, std::int32_t> m_measures, m_suspects;
 };
 
-// What the tests need of all observations, kept up to date from round to round.
-class PlaneAdjustment::Snooping {
+// The network as data snooping sees it: directions, then distances, then azimuths.
+class PlaneAdjustment::Snooped : public SnoopedNetwork {
  public:
-  Snooping(PlaneAdjustment& net, double critical) : m_net(net), m_critical(critical) {
-    const ObservationTables& obs = net.m_obs;
-    for (std::size_t s = 0; s < obs.sets.size(); ++s) {
-      for (std::int32_t k = obs.sets[s].first; k < obs.sets[s].end; ++k) {
-        m_items.push_back({PlaneKind::kDirection, static_cast<std::size_t>(k), s});
-      }
-    }
-    for (std::size_t k = 0; k < obs.distances.size(); ++k) {
-      m_items.push_back({PlaneKind::kDistance, k, 0});
-    }
-    for (std::size_t k = 0; k < obs.azimuths.size(); ++k) {
-      m_items.push_back({PlaneKind::kAzimuth, k, 0});
+  explicit Snooped(PlaneAdjustment& net) : m_net(net) {
+    for (const DirectionSet& set : net.m_obs.sets) {
+      for (std::int32_t k = set.first; k < set.end; ++k) m_setOf.push_back(&set);
     }
   }
 
-  Outcome Run(const std::function<void(int)>& announceRound) {
-    Outcome outcome;
-    for (int batch = 0; batch < kMostBatches; ++batch) {
-      Refresh();
-      if (batch == 0) RecordGrossErrors();
-      if (Finding finding = ControlMisfit(); finding.code != BRENU_NOTHING) {
-        if (batch == 0 && PutAllIn()) {  // the blame may have been put on them
-          outcome += m_net.Converge();
-          if (!outcome.ok) return outcome;
-          continue;
-        }
-        outcome.findings.push_back(std::move(finding));
-        break;
-      }
-      if (!TakeOutBatch(announceRound) && !TryAgain()) break;
-      outcome += m_net.Converge();
-      if (!outcome.ok) return outcome;
-    }
-    RecordErrors();
-    return outcome;
+  std::size_t Count() const override {
+    const ObservationTables& obs = m_net.m_obs;
+    return obs.directions.size() + obs.distances.size() + obs.azimuths.size();
   }
 
- private:
-  // An observation, or what is known of it.
-  struct Item {
-    PlaneKind kind;
-    std::size_t index;  // in its table
-    std::size_t set;    // of a direction
-    double residual = 0.0;
-    double cofactor = 0.0;  // of the adjusted observation
-    double variance = 0.0;  // a priori
-    bool isFinal = false;   // taken out again after it was tried: it stays out
-  };
-  // What taking an observation out, or in, has added to the cofactors: g g^T / d.
-  struct Change {
-    std::vector<double> g;  // Q a^T, by unknown
-    double d;
-  };
-
-  static constexpr int kMostBatches = 1000;
-  static constexpr std::size_t kMostChanges = 40;  // before everything is computed anew
-
-  PlaneObs& At(const Item& item) const {
-    ObservationTables& obs = m_net.m_obs;
-    if (item.kind == PlaneKind::kDirection) return obs.directions[item.index];
-    return item.kind == PlaneKind::kDistance ? obs.distances[item.index]
-                                             : obs.azimuths[item.index];
+  Observation At(std::size_t number) const override {
+    const PlaneObs& o = Find(number).observation;
+    const bool isDistance = IdOf(number).kind == PlaneKind::kDistance;
+    const double error = isDistance ? m_net.DistanceError(o.observed) : m_net.m_param.MO;
+    return {o.inUse, o.leftOut, o.residual, error * error};
   }
-  PlaneObsId IdOf(const Item& item) const { return {item.kind, At(item).sight}; }
 
-  // Calls use(terms) with the coefficients of the observation.
-  template <typename Use>
-  auto WithTerms(const Item& item, Use use) const {
-    const PlaneObs& o = At(item);
-    if (item.kind == PlaneKind::kDistance) {
-      return use(m_net.DistanceCoefficients(o.from, o.to).Terms());
+  std::size_t Terms(std::size_t number, std::span<Term, kMostTerms> terms) const override {
+    const auto [o, kind] = Find(number);
+    const auto copy = [&terms](std::span<const Term> from) {
+      std::copy(from.begin(), from.end(), terms.begin());
+      return from.size();
+    };
+    if (kind == PlaneKind::kDistance) {
+      return copy(m_net.DistanceCoefficients(o.from, o.to).Terms());
     }
     LineEquation line = m_net.DirectionCoefficients(o.from, o.to);
     const std::int32_t orientation =
-        item.kind == PlaneKind::kDirection ? m_net.m_obs.sets[item.set].orientation : -1;
-    return orientation < 0 ? use(line.Terms()) : use(line.TermsWithOrientation(orientation));
-  }
-  double Along(const Item& item, const std::vector<double>& g) const {
-    return WithTerms(item, [&g](std::span<const Term> terms) {
-      double sum = 0.0;
-      for (const Term& t : terms) sum += t.coefficient * g[static_cast<std::size_t>(t.unknown)];
-      return sum;
-    });
+        kind == PlaneKind::kDirection ? m_setOf[number]->orientation : -1;
+    return copy(orientation < 0 ? line.Terms() : line.TermsWithOrientation(orientation));
   }
 
-  static double ResidualVariance(const Item& item) { return item.variance - item.cofactor; }
-  // Of an observation in use that others check; 0 for any other.
-  double TestValue(const Item& item) const {
-    if (!At(item).inUse || !(ResidualVariance(item) > kLeastRedundancy * item.variance)) return 0.0;
-    return std::fabs(item.residual) / std::sqrt(ResidualVariance(item));
+  void SetInUse(std::size_t number, bool isInUse) override {
+    Find(number).observation.inUse = isInUse;
   }
+  Outcome Converge() override { return m_net.Converge(); }
+  NormalEquations& Normal() override { return m_net.m_normal; }
 
-  // Everything from the adjustment as it stands.
-  void Refresh() {
-    m_changes.clear();
-    m_net.m_normal.KeepFactors();
-    for (Item& item : m_items) {
-      const PlaneObs& o = At(item);
-      if (o.leftOut) continue;
-      const double error = item.kind == PlaneKind::kDistance ? m_net.DistanceError(o.observed)
-                                                             : m_net.m_param.MO;
-      item.variance = error * error;
-      item.residual = o.residual;
-      item.cofactor = WithTerms(item, [this](std::span<const Term> terms) {
-        return m_net.m_normal.QuadraticForm(terms);
-      });
-    }
-  }
-
-  Item* FindWorst() {
-    Item* worst = nullptr;
-    double largest = m_critical;
-    for (Item& item : m_items) {
-      const double value = TestValue(item);
-      if (!(value > largest)) continue;
-      largest = value;
-      worst = &item;
-    }
-    return worst;
-  }
-
-  // False when none exceeds the critical value.
-  bool TakeOutBatch(const std::function<void(int)>& announceRound) {
-    while (m_changes.size() < kMostChanges) {
-      Item* const worst = FindWorst();
-      if (worst == nullptr) break;
-      if (announceRound) announceRound(++m_rounds);
-      TakeOut(*worst);
-    }
-    return !m_changes.empty();
-  }
-
-  void TakeOut(Item& item) {
-    TakenOut record{IdOf(item), TestValue(item), 0.0, {}};
-    const std::vector<double> g = Effect(item);
-    record.alternatives = IndistinguishableFrom(item, g);
-    m_net.m_takenOut.push_back(std::move(record));
-    At(item).inUse = false;
-    Apply(item, g, ResidualVariance(item));
-  }
-
-  // Q a^T with the cofactors as they are after all changes.
-  std::vector<double> Effect(const Item& item) const {
-    std::vector<double> g(m_net.m_normal.Solution().size(), 0.0);
-    WithTerms(item, [&g](std::span<const Term> terms) {
-      for (const Term& t : terms) g[static_cast<std::size_t>(t.unknown)] = t.coefficient;
-    });
-    g = m_net.m_normal.SolveAgain(g);
-    for (const Change& change : m_changes) {
-      const double part = Along(item, change.g) / change.d;
-      for (std::size_t i = 0; i < g.size(); ++i) g[i] += part * change.g[i];
-    }
-    return g;
-  }
-
-  // Taking out: d is the variance of the residual; putting in: that of the prediction, reversed.
-  void Apply(const Item& item, std::vector<double> g, double d) {
-    const double part = item.residual / d;
-    for (Item& other : m_items) {
-      if (At(other).leftOut) continue;
-      const double common = Along(other, g);
-      other.residual += common * part;
-      other.cofactor += common * common / d;
-    }
-    m_changes.push_back({std::move(g), d});
-  }
-
-  // Others in use whose test values are correlated with this one's by more than 0.98.
-  std::vector<PlaneObsId> IndistinguishableFrom(const Item& item,
-                                                const std::vector<double>& g) const {
-    constexpr double kCorrelation = 0.98;
-    std::vector<PlaneObsId> others;
-    for (const Item& other : m_items) {
-      if (&other == &item || TestValue(other) == 0.0) continue;
-      const double covariance = std::fabs(Along(other, g));
-      const double scale = std::sqrt(ResidualVariance(item) * ResidualVariance(other));
-      if (covariance > kCorrelation * scale) others.push_back(IdOf(other));
-    }
-    return others;
-  }
-
-  // Puts back what agrees with the others after all, the best first; false when nothing does.
-  bool TryAgain() {
-    while (m_changes.size() < kMostChanges) {
-      Item* best = nullptr;
-      double least = m_critical;
-      for (Item& item : m_items) {
-        const PlaneObs& o = At(item);
-        if (o.inUse || o.leftOut || item.isFinal) continue;
-        const double value = PredictionTest(item);
-        if (!(value < least)) continue;
-        least = value;
-        best = &item;
-      }
-      if (best == nullptr) break;
-      PutIn(*best);
-    }
-    return !m_changes.empty();
-  }
-
-  void PutIn(Item& item) {
-    item.isFinal = true;
-    At(item).inUse = true;
-    Apply(item, Effect(item), -(item.variance + item.cofactor));
-    const SightNo sight = At(item).sight;
-    std::erase_if(m_net.m_takenOut, [&](const TakenOut& t) {
-      return t.id.kind == item.kind && t.id.sight == sight;
-    });
-  }
-
-  // A control point with a test value larger than that of any observation.
-  Finding ControlMisfit() const {
-    constexpr double kClearly = 1.2;
-    double largest = m_critical;
-    for (const Item& item : m_items) largest = std::max(largest, TestValue(item));
-    Finding finding;
+  Findings ControlMisfit(double largest) const override {
+    Findings found;
     for (const ControlFit& fit : m_net.ControlFits()) {
       const bool isX = std::fabs(fit.wx) > std::fabs(fit.wy);
-      const double w = isX ? fit.wx : fit.wy;
-      if (!(std::fabs(w) > kClearly * largest)) continue;
-      largest = std::fabs(w) / kClearly;
+      const double w = std::fabs(isX ? fit.wx : fit.wy);
+      if (!(w > largest)) continue;
+      largest = w;
       const NetworkLayout& layout = m_net.m_net->layout;
-      finding = Warning(BRENU_CONTROL_DOES_NOT_FIT,
-                        {layout.Names().NameAt(layout.SlotOf(fit.point)), isX ? "X" : "Y"},
-                        {isX ? fit.ownDx : fit.ownDy, std::fabs(w)});
+      found = {Warning(BRENU_CONTROL_DOES_NOT_FIT,
+                       {layout.Names().NameAt(layout.SlotOf(fit.point)), isX ? "X" : "Y"},
+                       {isX ? fit.ownDx : fit.ownDy, w})};
     }
-    return finding;
+    return found;
   }
 
-  // Of what was out from the beginning.
-  void RecordGrossErrors() {
-    for (const Item& item : m_items) {
-      const PlaneObs& o = At(item);
-      if (o.inUse || o.leftOut) continue;
-      m_net.m_takenOut.push_back({IdOf(item), PredictionTest(item), 0.0, {}});
-    }
-  }
-  // False when none is out.
-  bool PutAllIn() {
-    if (m_net.m_takenOut.empty()) return false;
-    m_net.m_takenOut.clear();
-    for (const Item& item : m_items) At(item).inUse = !At(item).leftOut;
-    return true;
-  }
-  // Of an observation that is out: its test value were it in.
-  static double PredictionTest(const Item& item) {
-    return std::fabs(item.residual) / std::sqrt(item.variance + item.cofactor);
+  PlaneObsId IdOf(std::size_t number) const {
+    const auto [o, kind] = Find(number);
+    return {kind, o.sight};
   }
 
-  // From the adjustment without them: observed minus adjusted.
-  void RecordErrors() {
-    for (TakenOut& record : m_net.m_takenOut) {
-      const auto& table = record.id.kind == PlaneKind::kDirection  ? m_net.m_obs.directions
-                          : record.id.kind == PlaneKind::kDistance ? m_net.m_obs.distances
-                                                                   : m_net.m_obs.azimuths;
-      if (const PlaneObs* o = FindObs(table, record.id.sight)) record.error = -o->residual;
-    }
+ private:
+  struct Found {
+    PlaneObs& observation;
+    PlaneKind kind;
+  };
+  Found Find(std::size_t number) const {
+    ObservationTables& obs = m_net.m_obs;
+    if (number < obs.directions.size()) return {obs.directions[number], PlaneKind::kDirection};
+    number -= obs.directions.size();
+    if (number < obs.distances.size()) return {obs.distances[number], PlaneKind::kDistance};
+    return {obs.azimuths[number - obs.distances.size()], PlaneKind::kAzimuth};
   }
 
   PlaneAdjustment& m_net;
-  double m_critical;
-  int m_rounds = 0;
-  std::vector<Item> m_items;
-  std::vector<Change> m_changes;  // since the last refreshing
+  std::vector<const DirectionSet*> m_setOf;  // by direction
 };
 
 // Gross errors of which there are many hide each other from the tests, and one of a sight that
@@ -387,8 +193,19 @@ Outcome PlaneAdjustment::SnoopAsTextbook(double alpha,
                                          const std::function<void(int)>& announceRound) {
   Outcome outcome = PlaceAndConverge(true);
   if (!outcome.ok) return outcome;
-  outcome += Snooping(*this, NormalQuantile(1.0 - alpha * 0.5)).Run(announceRound);
-  if (outcome.ok) FinishAsTextbook();
+  Snooped network(*this);
+  SnoopingResult result = Snoop(network, NormalQuantile(1.0 - alpha * 0.5), announceRound);
+  outcome += std::move(result.outcome);
+  if (!outcome.ok) return outcome;
+  m_untested = result.untested;
+  for (const SnoopedOut& out : result.takenOut) {
+    TakenOut record{network.IdOf(out.number), out.testValue, -network.At(out.number).residual, {}};
+    for (const std::size_t other : out.alternatives) {
+      record.alternatives.push_back(network.IdOf(other));
+    }
+    m_takenOut.push_back(std::move(record));
+  }
+  FinishAsTextbook();
   return outcome;
 }
 
