@@ -10,4 +10,11 @@ enum class RuleSet : std::uint8_t {
   kTextbook
 };
 
+struct Rules {
+  RuleSet set = RuleSet::kClassic;
+  double levelSigma = 0.001;  // a-priori standard error of 1 km of levelling, metres
+
+  bool AreTextbook() const { return set == RuleSet::kTextbook; }
+};
+
 }  // namespace brenu

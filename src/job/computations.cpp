@@ -1,5 +1,8 @@
 #include "job/computations.h"
 
+#include <string>
+#include <utility>
+
 #include "job/network_build.h"
 #include "plane/unoriented_traverses.h"
 
@@ -104,6 +107,75 @@ Outcome RunDataSnooping(AdjustmentContext& context, std::uint32_t kind, double l
       context,
       [&](LevelAdjustment& level) { return level.LevelDataSnooping(levelAlpha, announceRound); },
       [&](PlaneAdjustment& plane) { return plane.DataSnooping(planeAlpha, announceRound); });
+}
+
+namespace {
+
+// Whether a warning about a point left out by one network says nothing new: the other one has it.
+bool IsOfOtherNetwork(const AdjustmentContext& context, const Finding& finding) {
+  if (context.netType != kPlaneAndLevelling || finding.names.empty()) return false;
+  const std::string& name = finding.names.front();
+  if (finding.code == BRENU_HEIGHT_LEFT_OUT) {
+    const NetworkLayout& net = context.level.net->layout;
+    const Slot slot = net.Names().Find(name);
+    return net.SightsFrom(slot).Size() == 0 && net.SightsTo(slot).empty();
+  }
+  return finding.code == BRENU_POINT_LEFT_OUT && finding.values[0] == 0.0 &&
+         finding.values[1] == 0.0;
+}
+
+template <typename Level, typename Plane>
+Outcome RunEach(AdjustmentContext& context, Level level, Plane plane) {
+  BuildNetworks(context);
+  if (context.netType == kNoControl) return MissingPart(context);
+  if (context.store.Observations().empty()) return Error(BRENU_NO_OBSERVATIONS);
+  const bool distancesOnly = context.param.format == kFormatDistancesOnly;
+  if (distancesOnly && !HasPlane(context.netType)) return Error(BRENU_FORMAT_NEEDS_PLANE);
+  Outcome outcome;
+  outcome.ok = false;
+  const auto take = [&](Outcome part) {
+    outcome.ok = outcome.ok || part.ok;
+    for (Finding& finding : part.findings) {
+      if (!IsOfOtherNetwork(context, finding)) outcome.findings.push_back(std::move(finding));
+    }
+  };
+  context.level.results = {};
+  context.plane.results = {};
+  if (HasLevelling(context.netType) && !distancesOnly) {
+    context.level.results = LevelAdjustment(context.level.net, context.rules.levelSigma);
+    take(level(context.level.results));
+    if (!context.level.results.ApproximateHeights().IsEmpty()) {
+      context.level.heights = context.level.results.ApproximateHeights();
+    }
+  }
+  if (HasPlane(context.netType)) {
+    context.plane.results = PlaneAdjustment(context.plane.net, RuleSet::kTextbook);
+    take(plane(context.plane.results));
+    context.plane.points.SetPositions(context.plane.results.ApproximateCoordinates());
+  }
+  return outcome;
+}
+
+}  // namespace
+
+Outcome RunTextbook(AdjustmentContext& context, std::optional<double> snoopingAlpha,
+                    const AnnounceRound& announceRound) {
+  return RunEach(
+      context,
+      [&](LevelAdjustment& level) {
+        return snoopingAlpha ? level.SnoopAsTextbook(*snoopingAlpha, announceRound)
+                             : level.AdjustAsTextbook();
+      },
+      [&](PlaneAdjustment& plane) {
+        return snoopingAlpha ? plane.SnoopAsTextbook(*snoopingAlpha, announceRound)
+                             : plane.AdjustAsTextbook();
+      });
+}
+
+Outcome RunTextbookApprox(AdjustmentContext& context) {
+  return RunEach(
+      context, [](LevelAdjustment& level) { return level.ApproximateAsTextbook(); },
+      [](PlaneAdjustment& plane) { return plane.ApproximateAsTextbook(); });
 }
 
 Outcome PreparePlane(AdjustmentContext& context) {

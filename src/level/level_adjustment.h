@@ -62,6 +62,8 @@ class LevelAdjustment {
   // By the rules of textbooks.  Points that no line connects with a bench mark are left out, each
   // with a warning; fails when none is left.
   Outcome AdjustAsTextbook();
+  // Approximate heights alone.
+  Outcome ApproximateAsTextbook();
   // The same with data snooping (core/snooping.h).
   Outcome SnoopAsTextbook(double alpha, const std::function<void(int)>& announceRound = {});
   // In the order in which they were taken out.
@@ -107,7 +109,6 @@ class LevelAdjustment {
   double CofactorOfDifference(const Sight& sight) const;
 
   // Rules of textbooks.
-  Outcome BeginAsTextbook();
   void FinishAsTextbook();
   Outcome Solve();
   class Snooped;

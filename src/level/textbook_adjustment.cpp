@@ -16,14 +16,14 @@ LevelAdjustment::LevelAdjustment(std::shared_ptr<const LevelNet> net, double apr
     : m_net(std::move(net)), m_normal(kAlwaysSparse), m_apriori(apriori) {}
 
 Outcome LevelAdjustment::AdjustAsTextbook() {
-  Outcome outcome = BeginAsTextbook();
+  Outcome outcome = ApproximateAsTextbook();
   if (outcome.ok) outcome += Solve();
   if (outcome.ok) FinishAsTextbook();
   return outcome;
 }
 
 // Approximate heights; what they do not reach is left out.
-Outcome LevelAdjustment::BeginAsTextbook() {
+Outcome LevelAdjustment::ApproximateAsTextbook() {
   Outcome outcome = CalcApproxHeight();
   const NetworkLayout& net = m_net->layout;
   m_isLeftOut.Assign(m_net->points.Size(), 0);
@@ -160,7 +160,7 @@ class LevelAdjustment::Snooped : public SnoopedNetwork {
 
 Outcome LevelAdjustment::SnoopAsTextbook(double alpha,
                                          const std::function<void(int)>& announceRound) {
-  Outcome outcome = BeginAsTextbook();
+  Outcome outcome = ApproximateAsTextbook();
   if (outcome.ok) outcome += Solve();
   if (!outcome.ok) return outcome;
   Snooped network(*this);

@@ -60,6 +60,8 @@ class PlaneAdjustment {
   // until nothing changes any more.  Points that the observations do not determine are left out,
   // each with a warning; fails when none is left, and when the passes do not converge.
   Outcome AdjustAsTextbook();
+  // Approximate coordinates alone.
+  Outcome ApproximateAsTextbook();
   // The same with data snooping (Baarda): as long as the largest standardised residual of those that
   // others check exceeds the critical value, its observation is taken out; at the end each is tried
   // again.  A control point that explains the misfit better than any observation ends it.

@@ -27,14 +27,19 @@ Outcome PlaneAdjustment::AdjustAsTextbook() {
   return outcome;
 }
 
-Outcome PlaneAdjustment::PlaceAndConverge(bool withoutGrossErrors) {
+Outcome PlaneAdjustment::ApproximateAsTextbook() {
   Outcome outcome;
   outcome.findings = PlacePoints();
   if (!HasNewPoint() && m_net->layout.NewPointCount() > 0) {
     outcome.ok = false;
     outcome.findings.push_back(Error(BRENU_NOTHING_PLACED));
-    return outcome;
   }
+  return outcome;
+}
+
+Outcome PlaneAdjustment::PlaceAndConverge(bool withoutGrossErrors) {
+  Outcome outcome = ApproximateAsTextbook();
+  if (!outcome.ok) return outcome;
   if (withoutGrossErrors) TakeOutGrossErrors();
   outcome += Converge();
   return outcome;
