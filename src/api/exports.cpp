@@ -337,7 +337,11 @@ int32_t GetCloseErrorMark(Context* context) {
 }
 
 bool ExportResultFile(Context* context, const char* path) {
-  const auto write = [=] { return brenu::WriteResultReport(*context, brenu::NarrowPath(path)); };
+  const auto write = [=] {
+    Outcome outcome = brenu::WriteResultReport(*context, brenu::NarrowPath(path));
+    if (!outcome.ok) outcome.findings.front().names = {path};
+    return outcome;
+  };
   return Reported(context, write, path);
 }
 
@@ -386,14 +390,17 @@ int32_t GetTrilaterationDirection(Context* context, CircleRecord* first, CircleR
 
 bool CalcTrilaterationpPoint(Context* context, uint8_t side, CircleRecord first,
                              CircleRecord second, const char* name, uint32_t* remaining) {
-  return Guarded(
-      false,
-      [=] {
-        const auto left = brenu::PlaceByTrilateration(*context, side != 0, first, second, name);
-        if (left) *remaining = *left;
-        return true;
+  bool answered = false;  // what could not be placed is a finding, but no failure
+  Reported(
+      context,
+      [&] {
+        Outcome outcome = brenu::PlaceByTrilateration(*context, side != 0, first, second, name,
+                                                      *remaining);
+        answered = true;
+        return outcome;
       },
-      context, first.name, second.name, name, remaining);
+      first.name, second.name, name, remaining);
+  return answered;
 }
 
 int32_t GetTraverseResult(Context* context, int32_t index, double* angle, double* angleCorrection,
