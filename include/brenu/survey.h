@@ -7,7 +7,7 @@
  * - Paths are UTF-8 on Windows; elsewhere they are bytes and passed on unchanged.
  * - Text is copied out: a function with `text` and `room` writes at most `room` bytes, the NUL at
  *   the end included, cutting what does not fit, and returns the length of the whole text without
- *   the NUL; -1 when there is none.  `text` may be null when `room` is 0. */
+ *   the NUL; -1 when there is none or the room is negative.  `text` may be null when `room` is 0. */
 #ifndef BRENU_SURVEY_H_
 #define BRENU_SURVEY_H_
 
@@ -24,7 +24,9 @@ extern "C" {
 BRENU_API const char* brenu_version(void);
 
 /* ---- Findings: of the last call on the context that changes, computes, reads or writes; pure
- * getters and the functions of this section leave them alone ---- */
+ * getters and the functions of this section leave them alone.  A failure has its cause among them,
+ * as an error.  So has a success that means nothing: AddObsData2, the adjustments and
+ * CalcTrilaterationpPoint are known for those ---- */
 
 typedef struct brenu_finding { /* 24 bytes */
   int32_t code;                /* brenu_code */
@@ -68,7 +70,7 @@ typedef enum brenu_file_kind {
  * Returns the kind of file, BRENU_NO_FILE on failure; what was read before a line at fault stays.
  * Doubts about what was read are findings of a success, too. */
 BRENU_API int32_t brenu_read_file(AdjustmentContext* context, const char* path);
-/* The same from memory. */
+/* The same from memory; data may be null when size is 0. */
 BRENU_API int32_t brenu_read_memory(AdjustmentContext* context, const char* data, size_t size);
 /* Doubts and errors about the data as a whole, as findings: values that are no finite numbers,
  * units that look wrong, control far from all others...  True when no error is among them. */
@@ -82,17 +84,19 @@ typedef struct brenu_figures { /* 24 bytes */
   int32_t controlPoints;
   int32_t newPoints;
   int32_t redundancy; /* observations minus unknowns; what data snooping took out is subtracted
-                         once in heights, twice in the plane */
+                         once in heights, twice in the plane, and with format 3 directions and
+                         azimuths count, too */
   int32_t reserved;   /* 0 */
   double m0;          /* standard error of unit weight: metres for 1 km of levelling; in the plane
-                         a multiple of the a-priori errors; not finite without redundancy */
+                         a multiple of the a-priori errors; means nothing without redundancy */
 } brenu_figures;
 
 /* False when the last computation did not adjust that network. */
 BRENU_API bool brenu_get_figures(AdjustmentContext* context, int32_t network, brenu_figures* out);
 
 /* ---- Walking a job.  Each call finds the next one in a time that hardly grows with the job; adding
- * and deleting in between is allowed ---- */
+ * and deleting in between is allowed.  DeletePoint moves the points behind it down: go on from the
+ * index below the deleted one ---- */
 
 /* The next index in use above *index, which is -1 at the start; false at the end. */
 BRENU_API bool brenu_next_point(AdjustmentContext* context, int32_t* index);

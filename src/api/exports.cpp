@@ -5,11 +5,6 @@
 #include <utility>
 
 #include "api/barrier.h"
-#include "job/closure_list.h"
-#include "job/computations.h"
-#include "job/network_build.h"
-#include "job/result_lookup.h"
-#include "job/trilateration_dialogue.h"
 #include "core/angles.h"
 #include "geodesy/atmosphere.h"
 #include "geodesy/curvature.h"
@@ -20,6 +15,11 @@
 #include "io/project_file.h"
 #include "io/read_file.h"
 #include "io/result_report.h"
+#include "job/closure_list.h"
+#include "job/computations.h"
+#include "job/network_build.h"
+#include "job/result_lookup.h"
+#include "job/trilateration_dialogue.h"
 
 namespace {
 
@@ -167,8 +167,7 @@ int32_t AddObsData2(Context* context, int32_t station, const char* target1, cons
         }
         Outcome outcome =
             store.AddReconciledObs(station, target1, target2, observation1, observation2);
-        reconciled =
-            outcome.ok || outcome.findings.front().code != BRENU_NO_REFERENCE_DIRECTION;
+        reconciled = outcome.ok || outcome.findings.front().code != BRENU_NO_REFERENCE_DIRECTION;
         return outcome;
       },
       target1, target2);
@@ -225,9 +224,7 @@ bool NonDirectionAdj(Context* context) {
 }
 
 int32_t DataSnooping(Context* context, uint32_t kind, double levelAlpha, double planeAlpha) {
-  const auto snoop = [=] {
-    return brenu::RunDataSnooping(*context, kind, levelAlpha, planeAlpha);
-  };
+  const auto snoop = [=] { return brenu::RunDataSnooping(*context, kind, levelAlpha, planeAlpha); };
   return Reported(context, snoop) ? 1 : 0;
 }
 
@@ -394,8 +391,8 @@ bool CalcTrilaterationpPoint(Context* context, uint8_t side, CircleRecord first,
   Reported(
       context,
       [&] {
-        Outcome outcome = brenu::PlaceByTrilateration(*context, side != 0, first, second, name,
-                                                      *remaining);
+        Outcome outcome =
+            brenu::PlaceByTrilateration(*context, side != 0, first, second, name, *remaining);
         answered = true;
         return outcome;
       },

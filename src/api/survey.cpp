@@ -93,12 +93,8 @@ int32_t brenu_finding_count(Context* context) {
 bool brenu_get_finding(Context* context, int32_t index, brenu_finding* out) {
   const auto copy = [=](const Finding& f) {
     if (out == nullptr) return -1;
-    *out = {static_cast<int32_t>(f.code),
-            static_cast<int32_t>(f.severity),
-            f.line,
-            static_cast<int32_t>(f.names.size()),
-            static_cast<int32_t>(f.values.size()),
-            0};
+    *out = {static_cast<int32_t>(f.code),         static_cast<int32_t>(f.severity),      f.line,
+            static_cast<int32_t>(f.names.size()), static_cast<int32_t>(f.values.size()), 0};
     return 0;
   };
   return Asked(context, index, copy) == 0;
@@ -163,8 +159,8 @@ bool brenu_get_figures(Context* context, int32_t network, brenu_figures* out) {
       [=] {
         const bool heights = network == BRENU_HEIGHTS && context->adjusted.heights;
         if (!heights && !(network == BRENU_PLANE && context->adjusted.plane)) return false;
-        const brenu::NetworkFigures figures = brenu::FiguresOf(
-            *context, heights ? brenu::Network::kHeights : brenu::Network::kPlane);
+        const brenu::NetworkFigures figures =
+            brenu::FiguresOf(*context, heights ? brenu::Network::kHeights : brenu::Network::kPlane);
         *out = {figures.controlPoints, figures.newPoints, figures.redundancy, 0, figures.sigma0};
         return true;
       },

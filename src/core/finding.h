@@ -55,7 +55,9 @@ struct [[nodiscard]] Outcome {
 
   Outcome() = default;
   // A failure.
-  Outcome(Finding cause) : ok(false) { findings.push_back(std::move(cause)); }  // NOLINT(*explicit*)
+  Outcome(Finding cause) : ok(false) {
+    findings.push_back(std::move(cause));
+  }  // NOLINT(*explicit*)
 
   // Takes over what another step found, and its failure.
   Outcome& operator+=(Outcome other) {

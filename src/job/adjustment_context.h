@@ -48,7 +48,7 @@ struct AdjustmentContext {
   std::int32_t netType = brenu::kNoControl;  // as of the last build or classification
   brenu::LevelPart level;
   brenu::PlanePart plane;
-  brenu::AdjustedParts adjusted;  // by the last computation
+  brenu::AdjustedParts adjusted;        // by the last computation
   std::vector<CloseError> closeErrors;  // levelling records, then traverses
   brenu::Findings findings;             // of the last call that changes, computes, reads or writes
 };

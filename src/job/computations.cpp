@@ -44,8 +44,8 @@ Outcome ComputePlane(PlanePart& plane, Compute compute) {
 // With control of both kinds every point must be reached in both networks.
 void SayThatBothAreNeeded(Outcome& outcome) {
   for (Finding& finding : outcome.findings) {
-    const bool unreached = finding.code == BRENU_HEIGHTS_UNREACHED ||
-                           finding.code == BRENU_COORDINATES_UNREACHED;
+    const bool unreached =
+        finding.code == BRENU_HEIGHTS_UNREACHED || finding.code == BRENU_COORDINATES_UNREACHED;
     if (unreached) finding.values = {1.0};
   }
 }

@@ -173,8 +173,8 @@ Outcome Store::DeleteObs(std::int32_t station, std::string_view target) {
   return WithNames(BRENU_PAIR_UNKNOWN, {target});
 }
 
-Outcome Store::AddObsPair(std::int32_t station, std::string_view target1,
-                          std::string_view target2, const ObsData& obs1, const ObsData& obs2) {
+Outcome Store::AddObsPair(std::int32_t station, std::string_view target1, std::string_view target2,
+                          const ObsData& obs1, const ObsData& obs2) {
   if (Outcome first = AddObs(station, target1, obs1); !first.ok) return first;
   if (Outcome second = AddObs(station, target2, obs2); !second.ok) return second;
   m_anglePairs[station].insert_or_assign(std::string(target2), std::string(target1));

@@ -51,8 +51,8 @@ class Store {
   // The same with one of the targets stored already: the new readings are turned onto the stored
   // directions and the other target is added.  Refused, too, when the other target has a direction
   // and none stored can serve as reference.
-  Outcome AddReconciledObs(std::int32_t station, std::string_view target1,
-                           std::string_view target2, const ObsData& obs1, const ObsData& obs2);
+  Outcome AddReconciledObs(std::int32_t station, std::string_view target1, std::string_view target2,
+                           const ObsData& obs1, const ObsData& obs2);
 
  private:
   std::optional<double> StoredDirection(std::int32_t station, std::string_view target) const;

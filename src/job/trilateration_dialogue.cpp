@@ -31,8 +31,8 @@ std::optional<TrilaterationStep> NextTrilaterationStep(AdjustmentContext& contex
   if (!placement) return std::nullopt;
   TrilaterationStep step{ToRecord(placement->first), ToRecord(placement->second), {}};
   const std::string& point = context.plane.net->layout.Names().NameAt(placement->slot);
-  step.text = point + ": " + placement->first.name + " -> " + placement->second.name +
-              ", left or right";
+  step.text =
+      point + ": " + placement->first.name + " -> " + placement->second.name + ", left or right";
   return step;
 }
 

@@ -44,8 +44,8 @@ Outcome Compute(AdjustmentContext& context, std::optional<double> snoopingAlpha,
 Outcome ComputeClosures(AdjustmentContext& context) {
   if (!IsOrdinary(context)) {
     Outcome outcome;
-    outcome.findings.push_back(Warning(BRENU_CLOSURES_NOT_OF_FORMAT, {},
-                                       {static_cast<double>(context.param.format)}));
+    outcome.findings.push_back(
+        Warning(BRENU_CLOSURES_NOT_OF_FORMAT, {}, {static_cast<double>(context.param.format)}));
     return outcome;
   }
   Outcome outcome = CalculateClosures(context);

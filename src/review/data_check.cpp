@@ -128,9 +128,8 @@ void CheckFormat(const AdjustmentContext& context, const Observations& observati
   }
   if (!IsDistancesOnly(context)) return;
   const bool hasAngles =
-      std::any_of(observations.begin(), observations.end(), [](const Observation& o) {
-        return HasDirection(o.data) || HasAzimuth(o.data);
-      });
+      std::any_of(observations.begin(), observations.end(),
+                  [](const Observation& o) { return HasDirection(o.data) || HasAzimuth(o.data); });
   if (hasAngles) found.push_back(Warning(BRENU_FORMAT_COUNTS_DIRECTIONS));
 }
 

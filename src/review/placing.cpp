@@ -161,8 +161,7 @@ Finding Placing::ExplainRest() const {
     const std::string& name = m_net.Names().NameAt(m_net.SlotOf(point));
     const auto placement = m_points.BestPlacement(m_net.SlotOf(point));
     if (placement) {
-      return Error(BRENU_SIDE_UNDETERMINED,
-                   {name, placement->first.name, placement->second.name});
+      return Error(BRENU_SIDE_UNDETERMINED, {name, placement->first.name, placement->second.name});
     }
     noPlace.names.push_back(name);
   }

@@ -18,8 +18,7 @@ std::optional<ObservationResult> InPlane(const AdjustmentContext& context, const
   return Part((context.plane.results.*LookUp)(o.station, o.target));
 }
 
-std::optional<ObservationResult> InHeights(const AdjustmentContext& context,
-                                           const Observation& o) {
+std::optional<ObservationResult> InHeights(const AdjustmentContext& context, const Observation& o) {
   return Part(context.level.results.ResultOfObs(o.station, o.target));
 }
 

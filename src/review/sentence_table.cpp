@@ -9,8 +9,7 @@ namespace {
 
 // In ascending codes.
 constexpr SentenceEntry kSentences[] = {
-    {BRENU_OUT_OF_MEMORY, "out-of-memory",
-     "there is not enough memory for this network; split it"},
+    {BRENU_OUT_OF_MEMORY, "out-of-memory", "there is not enough memory for this network; split it"},
 
     {BRENU_NULL_ARGUMENT, "null-argument", "an argument is a null pointer; give a valid one"},
     {BRENU_INDEX_NEGATIVE, "index-negative",
@@ -108,8 +107,7 @@ constexpr SentenceEntry kSentences[] = {
     {BRENU_MORE_DOUBTS, "more-doubts",
      "{v1} more fields are in doubt like these; correct the lines named and read the file again"},
 
-    {BRENU_NO_POINTS, "no-points",
-     "there are no points; add them and their observations"},
+    {BRENU_NO_POINTS, "no-points", "there are no points; add them and their observations"},
     {BRENU_NO_CONTROL, "no-control",
      "no control point is among the points; give one or more the type 01 (height known), 10 (X "
      "and Y known) or 11 (both)"},
@@ -119,7 +117,8 @@ constexpr SentenceEntry kSentences[] = {
      "a coordinate of the point {1} is no finite number; correct it"},
     {BRENU_OBSERVATION_NOT_FINITE, "observation-not-finite",
      "an observation of the line {1} - {2} is no finite number; correct it"},
-    {BRENU_DISTANCE_NEGATIVE, "distance-negative", "the distance {1} - {2} is negative; correct it"},
+    {BRENU_DISTANCE_NEGATIVE, "distance-negative",
+     "the distance {1} - {2} is negative; correct it"},
     {BRENU_DISTANCE_ERROR_NOT_POSITIVE, "distance-error-not-positive",
      "the a-priori error MS + MR * S of the distance {1} - {2} is not positive; correct MS and MR"},
     {BRENU_DIRECTION_ERROR_NOT_POSITIVE, "direction-error-not-positive",

@@ -1,0 +1,136 @@
+// The C++ header: what it adds to the functions it calls.
+#include <gtest/gtest.h>
+
+#include <stdexcept>
+#include <string>
+#include <utility>
+
+#include "brenu/brenu.hpp"
+
+namespace brenu::testing {
+namespace {
+
+// P half way between two bench marks, 4 mm of misclosure.
+const char* const kLevelling =
+    "[PT]\nA,01,,,100\nP,00,,,\nB,01,,,101\n\n[OBS]\nA,P,,1000,0.504,\nP,B,,1000,0.5,\n";
+
+Context Levelling() {
+  Context job;
+  EXPECT_EQ(job.ReadText(kLevelling), BRENU_PROJECT_FILE);
+  return job;
+}
+
+// Why the call failed: code, line and first name.
+template <typename Call>
+std::string CauseOf(Call call) {
+  try {
+    call();
+  } catch (const Error& error) {
+    EXPECT_EQ(error.what(), error.Cause().sentence);
+    return error.Id() + '@' + std::to_string(error.Line()) + ' ' +
+           (error.Names().empty() ? "" : error.Names().front());
+  }
+  return "nothing";
+}
+
+TEST(BrenuHpp, ResultsAreThereOrNot) {
+  Context job = Levelling();
+  EXPECT_FALSE(job.Height(1));
+  EXPECT_FALSE(job.Figures(BRENU_HEIGHTS));
+  job.Adjust();
+  EXPECT_NEAR(job.Height(1).value().height, 100.502, 1e-9);
+  EXPECT_NEAR(job.HeightDifference(0, "P").value().residual, -0.002, 1e-9);
+  EXPECT_EQ(job.Figures(BRENU_HEIGHTS).value().redundancy, 1);
+  EXPECT_FALSE(job.Plane(1));
+  EXPECT_FALSE(job.Direction(0, "P"));
+  EXPECT_FALSE(job.Closure(0));
+  job.ComputeClosures();
+  EXPECT_EQ(Text(job.Closure(0).value().route).size(), std::string("A - P - B").size());
+  EXPECT_TRUE(job.ClosuresPass());
+  // Asking for no point adds none.
+  EXPECT_FALSE(job.Point(-1));
+  EXPECT_FALSE(job.Height(9));
+  EXPECT_FALSE(job.HeightDifference(9, "P"));
+  EXPECT_FALSE(job.IndexOf("nobody"));
+  EXPECT_EQ(job.PointCount(), 3U);
+}
+
+TEST(BrenuHpp, FailuresSayWhy) {
+  Context job = Levelling();
+  EXPECT_EQ(CauseOf([&] { job.Add(3, MakePoint("A")); }), "name-taken@0 A");
+  EXPECT_EQ(CauseOf([&] { job.AdjustUnoriented(); }), "format-is-not@0 ");
+  EXPECT_EQ(CauseOf([&] { job.SaveProject("/"); }), "file-not-written@0 /");
+  EXPECT_EQ(CauseOf([&] { Context().Read("/no/such"); }), "file-missing@0 ");
+  EXPECT_EQ(CauseOf([&] { Context().ReadText("[PT]\nA,01,,,1\nA,00,,,\n"); }), "name-taken@3 A");
+  const Context moved = std::move(job);
+  EXPECT_THROW(job.Adjust(), std::logic_error);  // NOLINT(bugprone-use-after-move)
+}
+
+TEST(BrenuHpp, DoubtsAreNoFailures) {
+  Context job;
+  job.ReadText("[PT]\nA,02,,,100\n");
+  ASSERT_EQ(job.Findings().size(), 1U);
+  EXPECT_EQ(job.Findings()[0].id, "point-type-unknown");
+  EXPECT_EQ(job.Findings()[0].excerpt, "02");
+  EXPECT_EQ(job.Findings()[0].values, std::vector<double>{2});
+  job.Add(1, MakePoint("P"));
+  EXPECT_TRUE(job.Findings().empty());
+  job.Set(1, MakePoint("P", 10, 1.0 / 0.0));
+  EXPECT_EQ(job.CheckData().at(0).code, BRENU_COORDINATE_NOT_FINITE);
+}
+
+// Where the function in brenu.h gives -1 for a success and 1 for a refusal.
+TEST(BrenuHpp, PairsAreAddedOrRefused) {
+  Context job;
+  for (const char* name : {"A", "B", "C"}) {
+    job.Add(static_cast<std::int32_t>(job.PointCount()), MakePoint(name));
+  }
+  const ObsData reading = {0, 10, 0, -1};
+  job.Add(0, "B", reading);
+  job.AddPair(0, "B", "C", reading, reading, true);
+  EXPECT_EQ(job.ObservationCount(0), 2);
+  EXPECT_EQ(CauseOf([&] { job.AddPair(0, "B", "D", reading, reading, true); }),
+            "target-unknown@0 D");
+}
+
+TEST(BrenuHpp, WhatIsStoredIsWalked) {
+  const Context job = Levelling();
+  std::string walked;
+  for (const auto& [index, point] : job.Points())
+    walked += std::to_string(index) + Text(point.name);
+  for (const auto& [station, target, observation] : job.Observations()) {
+    walked += ' ' + station + target + std::to_string(observation.heightDiff).substr(0, 5);
+  }
+  EXPECT_EQ(walked, "0A1P2B AP0.504 PB0.500");
+}
+
+TEST(BrenuHpp, NamesFillTheirField) {
+  const std::string longest(127, 'n');
+  EXPECT_EQ(Text(MakePoint(longest + "x").name), longest);
+  char full[3] = {'a', 'b', 'c'};  // no NUL
+  EXPECT_EQ(Text(full), "abc");
+}
+
+// P 40 m to the right of A - B, B east of A: south.
+TEST(BrenuHpp, PlacingByTrilateration) {
+  Context job;
+  job.ReadText(
+      "[PARAM]\nformat:3\n\n[PT]\nA,10,100,100,\nB,10,100,160,\nP,00,,,\n\n"
+      "[OBS]\nA,P,,50,,\nB,P,,50,,\n");
+  job.JudgePlacing();
+  job.PreparePlacing();
+  const auto choice = job.NextPlacement("P");
+  ASSERT_TRUE(choice);
+  EXPECT_NE(choice->text.find('P'), std::string::npos);
+  const bool right = std::string(choice->first.name) == "A";
+  EXPECT_EQ(job.Place("P", *choice, right), 0U);
+  EXPECT_EQ(job.Place("P", *choice, right), 0U);  // not below
+  job.FinishPlacing();
+  job.Adjust();
+  EXPECT_NEAR(job.Plane(2).value().x, 60, 1e-6);
+  EXPECT_NEAR(job.Plane(2).value().y, 130, 1e-6);
+  EXPECT_EQ(CauseOf([&] { Levelling().Place("P", *choice, right); }), "format-needs-plane@0 ");
+}
+
+}  // namespace
+}  // namespace brenu::testing
