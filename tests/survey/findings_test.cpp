@@ -259,6 +259,9 @@ TEST(Findings, OfTheStore) {
   EXPECT_EQ(After(DeleteObsData(job, 0, "B"), job), "!pair-unknown B");
   EXPECT_EQ(After(SetPoint(job, 1, MakePoint("A", 1)), job), "!name-is-station A");
   EXPECT_EQ(After(LeastSquareAdj(job), job), "!name-without-point B,P");
+  const Job plane = Read(kPlane);
+  EXPECT_EQ(After(SetPoint(plane, 1, MakePoint("A", 10, 1, 1)), plane), "!name-is-station A");
+  EXPECT_EQ(After(brenu_check_data(plane), plane), "");  // the distance B - P has lost an end
 }
 
 // Two targets at once, where -1 may be a success and 1 a refusal.
