@@ -1,6 +1,8 @@
 #include <io.h>
-#define WIN32_LEAN_AND_MEAN
+#ifndef NOMINMAX
 #define NOMINMAX
+#endif
+#define WIN32_LEAN_AND_MEAN
 #include <windows.h>
 #undef ReplaceFile  // a macro that would rename the function below
 
@@ -9,8 +11,8 @@
 #include <string>
 #include <utility>
 
+#include "io/line_reader.h"
 #include "io/replace_file.h"
-#include "io/text_file.h"
 
 namespace brenu {
 
@@ -18,7 +20,7 @@ namespace {
 
 using FilePtr = std::unique_ptr<std::FILE, CloseFile>;
 
-Replaced Outcome(bool done) { return done ? Replaced::kDone : Replaced::kNotWritten; }
+Replaced Ended(bool done) { return done ? Replaced::kDone : Replaced::kNotWritten; }
 
 bool WriteAll(FilePtr file, std::string_view text) {
   const bool written = std::fwrite(text.data(), 1, text.size(), file.get()) == text.size() &&
@@ -33,8 +35,8 @@ bool WriteAll(FilePtr file, std::string_view text) {
 }
 
 // Ordinary files are those that a new one may take the place of; a link or a device is not.
-bool IsOrdinary(const char* path) {
-  const DWORD attributes = GetFileAttributesA(path);
+bool IsOrdinary(const FilePath& path) {
+  const DWORD attributes = GetFileAttributesW(path.c_str());
   constexpr DWORD kOthers =
       FILE_ATTRIBUTE_DIRECTORY | FILE_ATTRIBUTE_REPARSE_POINT | FILE_ATTRIBUTE_DEVICE;
   return attributes != INVALID_FILE_ATTRIBUTES && (attributes & kOthers) == 0;
@@ -42,26 +44,28 @@ bool IsOrdinary(const char* path) {
 
 }  // namespace
 
-Replaced ReplaceFile(const char* path, std::string_view text) {
+Replaced ReplaceFile(const FilePath& path, std::string_view text) {
   // Opened for appending: whether it may be written, with nothing changed.
-  const bool isNew = GetFileAttributesA(path) == INVALID_FILE_ATTRIBUTES;
-  FilePtr file(std::fopen(path, isNew ? "w" : "a"));
+  const bool isNew = GetFileAttributesW(path.c_str()) == INVALID_FILE_ATTRIBUTES;
+  FilePtr file(OpenFile(path, isNew ? "w" : "a"));
   if (file == nullptr) return Replaced::kNotOpened;
-  if (isNew) return Outcome(WriteAll(std::move(file), text));
+  if (isNew) return Ended(WriteAll(std::move(file), text));
   file.reset();
-  const std::string beside = std::string(path) + "." + std::to_string(GetCurrentProcessId()) + "-" +
-                             std::to_string(GetCurrentThreadId()) + ".tmp";
-  FilePtr sibling(IsOrdinary(path) ? std::fopen(beside.c_str(), "w") : nullptr);
+  std::string own = std::to_string(GetCurrentProcessId());
+  own += '-' + std::to_string(GetCurrentThreadId());
+  FilePath beside = path;
+  beside += '.' + own + ".tmp";
+  FilePtr sibling(IsOrdinary(path) ? OpenFile(beside, "w") : nullptr);
   if (sibling == nullptr) {
-    file.reset(std::fopen(path, "w"));
-    return Outcome(file != nullptr && WriteAll(std::move(file), text));
+    file.reset(OpenFile(path, "w"));
+    return Ended(file != nullptr && WriteAll(std::move(file), text));
   }
-  // ReplaceFileA keeps the attributes and the access rights of the old file.
+  // ReplaceFileW keeps the attributes and the access rights of the old file.
   const bool done = WriteAll(std::move(sibling), text) &&
-                    ::ReplaceFileA(path, beside.c_str(), nullptr, REPLACEFILE_IGNORE_MERGE_ERRORS,
-                                   nullptr, nullptr) != 0;
-  if (!done) std::remove(beside.c_str());
-  return Outcome(done);
+                    ::ReplaceFileW(path.c_str(), beside.c_str(), nullptr,
+                                   REPLACEFILE_IGNORE_MERGE_ERRORS, nullptr, nullptr) != 0;
+  if (!done) _wremove(beside.c_str());
+  return Ended(done);
 }
 
 }  // namespace brenu
