@@ -4,6 +4,8 @@
 #include <gtest/gtest.h>
 
 #include <cstring>
+#include <filesystem>
+#include <fstream>
 #include <string>
 #include <vector>
 
@@ -97,6 +99,17 @@ TEST(Survey, TextIsCutToItsRoom) {
   EXPECT_STREQ(text, "line 2:");
   ASSERT_FALSE(ApproxCalc(job));
   EXPECT_EQ(brenu_finding_excerpt(job, 0, text, 8), -1);  // it is not about text
+}
+
+// On Windows; elsewhere they are bytes.
+TEST(Survey, PathsAreUtf8) {
+  const std::u8string name = u8"brenu-\u6d4b\u00fc.txt";
+  const auto path = std::filesystem::temp_directory_path() / name;
+  std::ofstream(path) << "[PT]\nA,01,,,1\n";
+  const std::u8string text = path.u8string();
+  EXPECT_EQ(brenu_read_file(Job(), reinterpret_cast<const char*>(text.c_str())),
+            BRENU_PROJECT_FILE);
+  std::filesystem::remove(path);
 }
 
 TEST(Survey, RefusesNullAndWhatIsNotThere) {
