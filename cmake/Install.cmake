@@ -13,6 +13,8 @@ install(DIRECTORY include/brenu DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
 if(WIN32) # for linkers that make import libraries of their own
   install(FILES ${PROJECT_BINARY_DIR}/src/brenu.def ${PROJECT_BINARY_DIR}/src/brenu-survey.def
     DESTINATION ${CMAKE_INSTALL_LIBDIR})
+  configure_file(cmake/windows-readme.txt.in README.txt @ONLY NEWLINE_STYLE CRLF)
+  install(FILES ${PROJECT_BINARY_DIR}/README.txt DESTINATION .)
 endif()
 
 set(package ${CMAKE_INSTALL_LIBDIR}/cmake/Brenu)
