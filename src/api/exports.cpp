@@ -44,6 +44,20 @@ bool DeliverObs(const std::optional<brenu::PlaneObsResult>& result, double* resi
   return true;
 }
 
+// Whether the file could be opened; that not all of it was written is a finding only.
+template <typename Write>
+bool Written(Context* context, const char* path, Write write) {
+  bool opened = false;
+  const auto report = [&]() -> Outcome {
+    const brenu::Replaced written = write();
+    opened = written != brenu::Replaced::kNotOpened;
+    if (written != brenu::Replaced::kDone) return brenu::Error(BRENU_FILE_NOT_WRITTEN, {path});
+    return {};
+  };
+  Reported(context, report, path);
+  return opened;
+}
+
 }  // namespace
 
 extern "C" {
@@ -78,18 +92,10 @@ bool OpenBrenuAdjustFile(Context* context, const char* path) {
 }
 
 int32_t SaveBrenuAdjustFile(Context* context, const char* path) {
-  bool opened = false;
-  Reported(
-      context,
-      [&]() -> Outcome {
-        const auto written =
-            brenu::WriteProjectFile(context->param, context->store, brenu::NarrowPath(path));
-        opened = written != brenu::Replaced::kNotOpened;
-        if (written != brenu::Replaced::kDone) return brenu::Error(BRENU_FILE_NOT_WRITTEN, {path});
-        return {};
-      },
-      path);
-  return opened ? 1 : 0;
+  const auto write = [=] {
+    return brenu::WriteProjectFile(context->param, context->store, brenu::NarrowPath(path));
+  };
+  return Written(context, path, write) ? 1 : 0;
 }
 
 bool LoadKorvelAdjustFile(Context* context, const char* path) {
@@ -343,14 +349,12 @@ bool ExportResultFile(Context* context, const char* path) {
 }
 
 bool ExportCloseErrorFile(Context* context, const char* path) {
-  return Reported(
-      context,
-      [=]() -> Outcome {
-        if (context->closeErrors.empty()) return brenu::Error(BRENU_NO_CLOSURES);
-        if (brenu::WriteClosureReport(context->closeErrors, brenu::NarrowPath(path))) return {};
-        return brenu::Error(BRENU_FILE_NOT_WRITTEN, {path});
-      },
-      path);
+  if (context != nullptr && path != nullptr && context->closeErrors.empty()) {
+    return Reported(context, [] { return Outcome(brenu::Error(BRENU_NO_CLOSURES)); });
+  }
+  return Written(context, path, [=] {
+    return brenu::WriteClosureReport(context->closeErrors, brenu::NarrowPath(path));
+  });
 }
 
 // ---- Trilateration and traverses ----
