@@ -111,25 +111,14 @@ def places(record):
 
 
 def layout(fields, layouts):
-    kinds = [
-        (n, for_python(k, layouts) * c if c > 1 else for_python(k, layouts)) for n, k, c in fields
-    ]
+    kinds = [(n, for_python(k, layouts), c) for n, k, c in fields]
+    kinds = [(n, k * c if c > 1 else k) for n, k, c in kinds]
     return places(type("Record", (ctypes.Structure,), {"_fields_": kinds}))
 
 
 def plain(kind):
     """Of an argument with a check of its own, the type that it is for C."""
     return ctypes.c_int32 if kind and issubclass(kind, ctypes.c_int32) else kind
-
-
-def dataclass_fields(records, layouts):
-    """Of each record that Python has as a dataclass, the fields as C calls them, lower case."""
-    for name, kind in vars(records).items():
-        layout = getattr(layouts, name, None)
-        if layout and dataclasses.is_dataclass(kind):
-            wanted = [field.lower() for field in records.layout_fields(layout)]
-            found = [field.name.replace("_", "") for field in dataclasses.fields(kind)]
-            yield name, wanted, found[: len(wanted)]
 
 
 # ---- Comparison ----
@@ -141,17 +130,24 @@ def differences(what, wanted, found):
             yield f"{what}: {name} is {found.get(name)}, in the header {wanted.get(name)}"
 
 
+def listed(file, names):
+    found = (ROOT / "cmake" / file).read_text().split()
+    return differences(file, dict.fromkeys(names, "there"), dict.fromkeys(found, "there"))
+
+
 def main():
     header = (ROOT / "include/brenu/brenu.h").read_text()
     survey = (ROOT / "include/brenu/survey.h").read_text()
     stated = re.findall(r"typedef struct (\w+) \{ +/\* (\d+) bytes", header + survey)
     in_c, records_c = functions(strip_comments(header)), records(strip_comments(header))
     in_survey = functions(strip_comments(survey))
+    layouts, prototypes, python_records = python_modules()
+    all_records = {**records_c, **records(strip_comments(survey))}
+    sizes = {name: layout(fields, layouts) for name, fields in all_records.items()}
 
     sources = [path.read_text() for path in sorted((ROOT / "bindings/csharp").glob("*.cs"))]
     csharp = as_c(strip_comments("\n".join(sources)))
 
-    layouts, prototypes, dataclasses_ = python_modules()
     wanted = {
         name: [for_python(kind, layouts) for kind in (result, *arguments)]
         for name, (result, arguments) in {**in_c, **in_survey}.items()
@@ -160,24 +156,22 @@ def main():
         name: [plain(kind) for kind in (result, *arguments)]
         for name, (result, arguments) in prototypes.PROTOTYPES.items()
     }
-    records_all = {**records_c, **records(strip_comments(survey))}
-    sizes = {name: layout(fields, layouts) for name, fields in records_all.items()}
-    fields = {name: (one, other) for name, one, other in dataclass_fields(dataclasses_, layouts)}
+    # Dataclasses have the fields in use in the same order, with words apart.
+    fields_c, fields = {}, {}
+    for name in records_c:
+        fields_c[name] = [f.lower() for f in python_records.layout_fields(getattr(layouts, name))]
+        found = dataclasses.fields(getattr(python_records, name))[: len(fields_c[name])]
+        fields[name] = [f.name.replace("_", "") for f in found]
     faults = [
+        *listed("exports.txt", in_c),
+        *listed("survey-exports.txt", in_survey),
         *differences("stated size", {n: str(size) for n, (_, size) in sizes.items()}, dict(stated)),
         *differences("C#", in_c, functions(csharp)),
         *differences("C#", records_c, records(csharp)),
         *differences("Python", wanted, python),
         *differences("Python", sizes, {n: places(getattr(layouts, n)) for n in sizes}),
-        *differences(
-            "dataclass", {n: f[0] for n, f in fields.items()}, {n: f[1] for n, f in fields.items()}
-        ),
+        *differences("Python", fields_c, fields),
     ]
-    for file, declared in (("exports.txt", in_c), ("survey-exports.txt", in_survey)):
-        exports = (ROOT / "cmake" / file).read_text().split()
-        faults += differences(
-            file, dict.fromkeys(declared, "there"), dict.fromkeys(exports, "there")
-        )
     print(f"{len(wanted)} functions and {len(sizes)} records compared")
     return "\n".join(faults) or None
 

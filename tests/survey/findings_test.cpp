@@ -1,82 +1,40 @@
 // What each cause of failure and each doubt is reported as: one row each.
 #include <gtest/gtest.h>
 
-#include <cmath>
 #include <cstdint>
-#include <cstdio>
+#include <sstream>
 #include <string>
 #include <vector>
 
-#include "brenu/survey.h"
+#include "brenu/brenu.hpp"
 #include "support/job.h"
+#include "support/network_text.h"
 #include "support/temp_file.h"
 
 namespace brenu::testing {
 namespace {
 
-std::string Sentence(AdjustmentContext* job, std::int32_t index) {
-  std::string text(2000, '\0');
-  text.resize(static_cast<std::size_t>(brenu_finding_text(job, index, text.data(), 2000)));
-  return text;
-}
-
 // All findings in the form "!code@line name,name =value", errors with the mark.  Their sentences
 // must be complete.
 std::string Told(AdjustmentContext* job) {
-  std::string all;
-  brenu_finding f{};
-  for (std::int32_t i = 0; brenu_get_finding(job, i, &f); ++i) {
-    if (!all.empty()) all += "; ";
-    if (f.severity == BRENU_ERROR) all += '!';
-    all += brenu_code_id(f.code);
-    if (f.line != 0) all += '@' + std::to_string(f.line);
-    for (std::int32_t n = 0; n < f.nameCount; ++n) {
-      char name[128];
-      EXPECT_GE(brenu_finding_name(job, i, n, name, sizeof name), 0);
-      all += n == 0 ? ' ' : ',';
-      all += name;
-    }
-    for (std::int32_t n = 0; n < f.valueCount; ++n) {
-      double value = 0.0;
-      EXPECT_TRUE(brenu_finding_value(job, i, n, &value));
-      char text[32];
-      std::snprintf(text, sizeof text, " =%.6g", value);
-      all += text;
-    }
-    const std::string sentence = Sentence(job, i);
-    EXPECT_GT(sentence.size(), 20U);
-    EXPECT_EQ(sentence.find_first_of("{}?"), std::string::npos) << sentence;
+  std::ostringstream all;
+  for (const Finding& f : FindingsOf(job)) {
+    all << (all.tellp() > 0 ? "; " : "") << (f.severity == BRENU_ERROR ? "!" : "") << f.id;
+    if (f.line != 0) all << '@' << f.line;
+    for (const std::string& name : f.names) all << (&name == f.names.data() ? ' ' : ',') << name;
+    for (const double value : f.values) all << " =" << value;
+    EXPECT_GT(f.sentence.size(), 20U);
+    EXPECT_EQ(f.sentence.find_first_of("{}?"), std::string::npos) << f.sentence;
   }
-  return all;
+  return all.str();
 }
 
-// The text with one place of it changed.
-std::string With(std::string text, const std::string& from, const std::string& to) {
-  return text.replace(text.find(from), from.size(), to);
-}
-
-const std::string kLevelling =
-    "[PARAM]\nMO:2\nLvl1:4\n\n[PT]\nA,01,,,100\nB,01,,,101\nP,00,,,\n\n"
-    "[OBS]\nA,P,,1000,0.504,\nB,P,,1000,-0.5,\n";
 // All angles are just within what is written: 60 seconds come from rounding, -1 stands for none.
 const std::string kPlane =
     "[PARAM]\nMO:2.5\nMS:0.005\nMR:0\n\n[PT]\nA,10,1000,1000,\nB,10,1000,1200,\nP,00,,,\n\n"
     "[OBS]\nA,B,10.5960,,,\nA,P,+11.00,100.004,,\nB,P,-1,100.004 ,,\n";
 const std::string kStations = "[PARA]\nMO:2\n[STATION]\nA,01,,,100\nP,0\n[OBSER]\nA,P,12.5,10,1\n";
 const char* const kProjectHeaders = "[PARAM], [PT], [OBS]";
-
-std::string ManyDoubts() {
-  std::string text = "[PT]\nA,01,,,1\n";
-  for (char name = 'B'; name <= 'N'; ++name) text += std::string(1, name) + ",new,,,\n";
-  return text;
-}
-std::string ManyDoubtsTold() {
-  std::string told;
-  for (int line = 3; line < 13; ++line) {
-    told += "not-a-number@" + std::to_string(line) + " type =0; ";
-  }
-  return told + "more-doubts =3";
-}
 
 struct TextRow {
   std::string text, told;
@@ -121,19 +79,20 @@ const std::vector<TextRow> kTexts = {
      "parameter-unknown@2 MO, MS, MR, Lvl1, Lvl2, Lvl1Limit, Lvl2Limit, Limit, format"},
     {With(kLevelling, "MO:2", "MO:"), "parameter-without-value@2 MO"},
     {With(kLevelling, "MO:2", "MO:2,5"), "not-a-number@2 parameter =2"},
-    {With(kLevelling, "100\n", "10o\n"), "not-a-number@6 H =10"},
     {With(kLevelling, "1000", "1000m"), "not-a-number@11 distance =1000"},
     {With(kLevelling, "0.504", "O.504"), "not-a-number@11 height difference =0"},
-    {With(kLevelling, "0.504", "0.5O4"), "not-a-number@11 height difference =0.5"},
     {With(kPlane, "10.5960", "10.5961"), "not-an-angle@12 direction =10.5961"},
     {With(kPlane, "10.5960", "361"), "not-an-angle@12 direction =361"},
-    {With(kPlane, "10.5960", "-0.1"), "not-an-angle@12 direction =-0.1"},
     {With(kStations, "12.5", "12.75"), "not-an-angle@7 direction =12.75"},
     {With(kLevelling, "B,01", "B,02"), "point-type-unknown@7 =2"},
     {With(kLevelling, ",,,100", ",100,,"), "known-value-missing@6 A"},
     {With(kLevelling, "0.504", "0"), "height-difference-zero@11 A,P =0"},
     {With(kLevelling, "1000", "0"), "distance-zero@11 A,P =0"},
-    {ManyDoubts(), ManyDoubtsTold()}};
+    // Ten are enough.
+    {"[PT]\nA,x,x,x,x\nB,x,x,x,x\nC,x,x,x,x\n",
+     "not-a-number@2 type =0; not-a-number@2 X =0; not-a-number@2 Y =0; not-a-number@2 H =0; "
+     "not-a-number@3 type =0; not-a-number@3 X =0; not-a-number@3 Y =0; not-a-number@3 H =0; "
+     "not-a-number@4 type =0; not-a-number@4 X =0; more-doubts =2"}};
 
 TEST(Findings, OfReading) {
   for (const auto& [text, told] : kTexts) {
@@ -169,33 +128,32 @@ Job Read(const std::string& text) {
   return job;
 }
 
+const std::vector<TextRow> kData = {
+    {kLevelling, ""},
+    {kPlane, ""},
+    {With(kLevelling, ",100\n", ",inf\n"), "!coordinate-not-finite A"},
+    {With(kLevelling, "1000", "inf"), "!observation-not-finite A,P"},
+    {With(kLevelling, "1000", "-10"), "!distance-negative A,P"},
+    {With(kPlane, "MS:0.005", "MS:0"), "!distance-error-not-positive A,P"},
+    {With(kPlane, "MO:2.5", "MO:0"), "!direction-error-not-positive"},
+    {With(kPlane, "MS:0.005\nMR:0", "MS:5\nMR:5"), "distance-errors-large =100.004 =505.02"},
+    {With(kLevelling, "1000", ""), "line-length-missing A,P =0"},
+    {With(kLevelling, "0.504,", "0,004"), "azimuth-without-plane A,P"},
+    {With(kLevelling, "Lvl1:4", "format:7"), "format-unknown =7"},
+    {With(kDistances, "A,10", "A,11"), "format-leaves-heights =3"},
+    {With(kDistances, "A,P,,", "A,P,10,"), "format-counts-directions"},
+    {With(With(kLevelling, "1000", "1.1"), "1000", "1.3") + "A,B,,1.2,1,\n",
+     "line-lengths-in-kilometres =1.2"},
+    {kPlane + "B,A,,20,,\n", "distance-out-of-proportion B,A =20 =200 =0"},
+    {With(kPlane, "P,00", "C,10,1100,1100,\nD,10,9000,1100,\nP,00"),
+     "control-far-away D,X =7900 =100"}};
+
 struct Row {
   std::string text;
   bool (*call)(AdjustmentContext*);
   std::string told;
 };
 const std::vector<Row> kComputations = {
-    // The data.
-    {kLevelling, brenu_check_data, ""},
-    {kPlane, brenu_check_data, ""},
-    {With(kLevelling, ",100\n", ",inf\n"), brenu_check_data, "!coordinate-not-finite A"},
-    {With(kLevelling, "1000", "inf"), brenu_check_data, "!observation-not-finite A,P"},
-    {With(kLevelling, "1000", "-10"), brenu_check_data, "!distance-negative A,P"},
-    {With(kPlane, "MS:0.005", "MS:0"), brenu_check_data, "!distance-error-not-positive A,P"},
-    {With(kPlane, "MO:2.5", "MO:0"), brenu_check_data, "!direction-error-not-positive"},
-    {With(kPlane, "MS:0.005\nMR:0", "MS:5\nMR:5"), brenu_check_data,
-     "distance-errors-large =100.004 =505.02"},
-    {With(kLevelling, "1000", ""), brenu_check_data, "line-length-missing A,P =0"},
-    {With(kLevelling, "0.504,", "0,004"), brenu_check_data, "azimuth-without-plane A,P"},
-    {With(kLevelling, "Lvl1:4", "format:7"), brenu_check_data, "format-unknown =7"},
-    {With(kDistances, "A,10", "A,11"), brenu_check_data, "format-leaves-heights =3"},
-    {With(kDistances, "A,P,,", "A,P,10,"), brenu_check_data, "format-counts-directions"},
-    {With(With(kLevelling, "1000", "1.1"), "1000", "1.3") + "A,B,,1.2,1,\n", brenu_check_data,
-     "line-lengths-in-kilometres =1.2"},
-    {kPlane + "B,A,,20,,\n", brenu_check_data, "distance-out-of-proportion B,A =20 =200 =0"},
-    {With(kPlane, "P,00", "C,10,1100,1100,\nD,10,9000,1100,\nP,00"), brenu_check_data,
-     "control-far-away D,X =7900 =100"},
-    // Computations.
     {"[PT]\n", LeastSquareAdj, "!no-points"},
     {"[PT]\nA,00,,,100\n", LeastSquareAdj, "!no-control"},
     {"[PT]\nA,01,,,100\nB,00,,,\n", ApproxCalc, "!no-observations"},
@@ -227,6 +185,14 @@ const std::vector<Row> kComputations = {
     {kLevelling, JudgeTrilateration, "!format-is-not =3"},
     {kLevelling, InitializeDataTrilateration, "!format-needs-plane"},
     {kDistances, LeastSquareAdj, "!not-prepared"}};
+
+TEST(Findings, OfData) {
+  for (const auto& [text, told] : kData) {
+    const Job job = Read(text);
+    EXPECT_EQ(brenu_check_data(job), told.find('!') == std::string::npos) << text;
+    EXPECT_EQ(Told(job), told) << text;
+  }
+}
 
 TEST(Findings, OfComputations) {
   for (const auto& [text, call, told] : kComputations) {

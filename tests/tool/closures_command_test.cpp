@@ -3,8 +3,7 @@
 namespace brenu::testing {
 namespace {
 
-class ClosuresCommand : public ProgramTest {
- protected:
+struct ClosuresCommand : ProgramTest {
   Outcome Closures(const std::string& text) const { return On(text, "closures"); }
 };
 
