@@ -44,7 +44,11 @@ bool IsOrdinary(const FilePath& path) {
 
 }  // namespace
 
-Replaced ReplaceFile(const FilePath& path, std::string_view text) {
+Replaced ReplaceFile(const FilePath& given, std::string_view text) {
+  // Whole and with backslashes: Wine finds the folder of no other.
+  std::error_code error;
+  FilePath path = std::filesystem::absolute(given, error).make_preferred();
+  if (error) path = given;
   // Opened for appending: whether it may be written, with nothing changed.
   const bool isNew = GetFileAttributesW(path.c_str()) == INVALID_FILE_ATTRIBUTES;
   FilePtr file(OpenFile(path, isNew ? "w" : "a"));

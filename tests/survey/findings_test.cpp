@@ -1,6 +1,7 @@
 // What each cause of failure and each doubt is reported as: one row each.
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstdint>
 #include <sstream>
 #include <string>
@@ -266,8 +267,9 @@ TEST(Findings, OfFiles) {
   EXPECT_EQ(After(ExportResultFile(job, folder.c_str()), job), unwritten);
   EXPECT_EQ(After(LeastSquareAdj(job), job), "");
   EXPECT_EQ(After(AddObsData(job, 0, "B", Levelled(1000, 1)), job), "");
-  EXPECT_EQ(After(ExportResultFile(job, report.Path()), job),
-            std::string("!report-stops-short ") + report.Path());
+  std::string path = report.Path();
+  std::replace(path.begin(), path.end(), '\\', '/');
+  EXPECT_EQ(After(ExportResultFile(job, path.c_str()), job), "!report-stops-short " + path);
 }
 
 TEST(Findings, OfSnooping) {
