@@ -34,8 +34,8 @@ std::FILE* OpenFile(const FilePath& path, const char* mode) {
 
 #else
 
-FilePath NarrowPath(const char* text) { return FilePath(text); }
-FilePath Utf8Path(const char* text) { return FilePath(text); }
+FilePath NarrowPath(const char* text) { return {text}; }
+FilePath Utf8Path(const char* text) { return {text}; }
 
 std::FILE* OpenFile(const FilePath& path, const char* mode) {
   return std::fopen(path.c_str(), mode);
