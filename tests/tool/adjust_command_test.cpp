@@ -67,15 +67,6 @@ TEST_F(AdjustCommand, UsageAndVersion) {
   EXPECT_THAT(Execute("adjust --help").out, HasSubstr("Exit status: 0 done"));
 }
 
-TEST_F(AdjustCommand, WritesBothReports) {
-  const Outcome run = On(kFourLines, "adjust --summary --result \"" + Out("result") +
-                                         "\" --closures \"" + Out("closures") + '"');
-  EXPECT_EQ(run.status, 0) << run.err;
-  EXPECT_THAT(run.out, Not(HasSubstr("Adjusted heights")));
-  EXPECT_THAT(Read(Out("result")), HasSubstr("[VERTICAL]\n"));
-  EXPECT_THAT(Read(Out("closures")), HasSubstr("50.000(mm)"));  // a line with D
-}
-
 TEST_F(AdjustCommand, SnoopingListsAndMarksWhatItTakesOut) {
   ExpectOutput(kFourLines,
                {"redundancy +2\n", "Taken out by data snooping: 1\n",
