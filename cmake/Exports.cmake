@@ -1,20 +1,24 @@
-# brenu_export_only(TARGET): lets the shared library show the names in exports.txt and no others
-# (the standard library's templates would otherwise leave theirs).
-set(BRENU_EXPORTS ${CMAKE_CURRENT_LIST_DIR}/exports.txt)
+# brenu_export_only(TARGET LISTS): lets the shared library show the names in these files of this
+# folder and no others (the standard library's templates would otherwise leave theirs).
+set(BRENU_EXPORTS ${CMAKE_CURRENT_LIST_DIR})
 
-function(brenu_export_only target)
-  file(STRINGS ${BRENU_EXPORTS} names)
-  set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${BRENU_EXPORTS})
+function(brenu_export_only target lists)
+  set(names)
+  foreach(list IN LISTS lists)
+    file(STRINGS ${BRENU_EXPORTS}/${list} listed)
+    list(APPEND names ${listed})
+    set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${BRENU_EXPORTS}/${list})
+  endforeach()
   if(CMAKE_SYSTEM_NAME STREQUAL "Linux")
     list(JOIN names ";\n    " body)
-    set(script ${CMAKE_CURRENT_BINARY_DIR}/exports.map)
+    set(script ${CMAKE_CURRENT_BINARY_DIR}/${target}.map)
     file(WRITE ${script} "{\n  global:\n    ${body};\n  local:\n    *;\n};\n")
     target_link_options(${target} PRIVATE "LINKER:--version-script=${script}")
     set_property(TARGET ${target} APPEND PROPERTY LINK_DEPENDS ${script})
   elseif(WIN32)
     list(JOIN names "\n    " body)
-    set(script ${CMAKE_CURRENT_BINARY_DIR}/brenu.def)
-    file(WRITE ${script} "LIBRARY brenu.dll\nEXPORTS\n    ${body}\n")
+    set(script ${CMAKE_CURRENT_BINARY_DIR}/${target}.def)
+    file(WRITE ${script} "LIBRARY ${target}.dll\nEXPORTS\n    ${body}\n")
     target_sources(${target} PRIVATE ${script})
   endif()
 endfunction()

@@ -1,17 +1,20 @@
-# What `cmake --install` puts where: the library with its headers, a CMake package, a pkg-config
-# file, the program and its man page, the documentation.
+# What `cmake --install` puts where: the libraries with their headers, a CMake package, pkg-config
+# files, the program and its man page, the documentation.
 set(CMAKE_INSTALL_DOCDIR share/doc/brenu CACHE PATH "Folder of the documentation")
 include(GNUInstallDirs)
 include(CMakePackageConfigHelpers)
 
-install(TARGETS brenu EXPORT BrenuTargets
+install(TARGETS brenu brenu-survey EXPORT BrenuTargets
   RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR}
   LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}
   ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR}
   INCLUDES DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
 install(DIRECTORY include/brenu DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
 if(WIN32) # for linkers that make import libraries of their own
-  install(FILES ${PROJECT_BINARY_DIR}/src/brenu.def DESTINATION ${CMAKE_INSTALL_LIBDIR})
+  install(FILES ${PROJECT_BINARY_DIR}/src/brenu.def ${PROJECT_BINARY_DIR}/src/brenu-survey.def
+    DESTINATION ${CMAKE_INSTALL_LIBDIR})
+  configure_file(cmake/windows-readme.txt.in README.txt @ONLY NEWLINE_STYLE CRLF)
+  install(FILES ${PROJECT_BINARY_DIR}/README.txt DESTINATION .)
 endif()
 
 set(package ${CMAKE_INSTALL_LIBDIR}/cmake/Brenu)
@@ -20,11 +23,13 @@ write_basic_package_version_file(${PROJECT_BINARY_DIR}/BrenuConfigVersion.cmake
   COMPATIBILITY SameMinorVersion)
 install(FILES ${PROJECT_BINARY_DIR}/BrenuConfigVersion.cmake DESTINATION ${package})
 
-# The pkg-config file finds its folders from its own place, so that the prefix can be moved.
+# The pkg-config files find their folders from their own place, so that the prefix can be moved.
 file(RELATIVE_PATH up_to_prefix
   ${CMAKE_INSTALL_FULL_LIBDIR}/pkgconfig ${CMAKE_INSTALL_PREFIX})
-configure_file(cmake/brenu.pc.in brenu.pc @ONLY)
-install(FILES ${PROJECT_BINARY_DIR}/brenu.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
+foreach(library brenu brenu-survey)
+  configure_file(cmake/library.pc.in ${library}.pc @ONLY)
+  install(FILES ${PROJECT_BINARY_DIR}/${library}.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
+endforeach()
 
 if(BRENU_BUILD_TOOL)
   install(TARGETS brenu_tool DESTINATION ${CMAKE_INSTALL_BINDIR})

@@ -2,6 +2,7 @@
 #include <array>
 #include <filesystem>
 #include <string>
+#include <string_view>
 
 #include "byte_source.h"
 #include "exercise.h"
@@ -14,15 +15,17 @@ using brenu::fuzz::ByteSource;
 // What the calls of an input work on.
 struct Session {
   Session(const std::uint8_t* data, std::size_t size, const char* file)
-      : in(data, size), scratch(file) {}
+      : in(data, size), input(reinterpret_cast<const char*>(data), size), scratch(file) {}
 
   ByteSource in;
+  std::string_view input;  // all of it
   const char* scratch;
   AdjustmentContext* job = StartAdjustment();
   std::array<double, 13> d{};  // outputs
   std::int32_t n = 0;
   std::string name1, name2;  // of circles, as long as the session
   CircleRecord first{"", 0, 0, 0}, second{"", 0, 0, 0};
+  brenu_pair pair{};
 
   const char* Path() {
     static const std::string kFolder = std::filesystem::temp_directory_path().string();
@@ -199,7 +202,26 @@ constexpr Call kCalls[] = {
       GetRm(a[0], a[1], a[2], a[3]);
       GetRn(a[0], a[1], a[2], a[3], a[4]);
     },
-    [](Session& s) { brenu::fuzz::ReadResults(s.job); }};
+    [](Session& s) { brenu::fuzz::ReadResults(s.job); },
+    // What goes beyond them.
+    [](Session& s) { brenu::fuzz::ReadFindings(s.job); },
+    [](Session& s) {
+      if (!s.IsFull()) brenu_read_file(s.job, s.Path());
+    },
+    [](Session& s) {
+      if (!s.IsFull()) brenu_read_memory(s.job, s.input.data(), s.input.size());
+    },
+    [](Session& s) { brenu_check_data(s.job); },
+    [](Session& s) {
+      std::int32_t index = s.in.Index();
+      brenu_next_point(s.job, &index);
+    },
+    [](Session& s) { brenu_next_observation(s.job, &s.pair); },
+    [](Session& s) {
+      s.pair = s.in.Raw<brenu_pair>();  // names without end
+      brenu_next_observation(s.job, &s.pair);
+    },
+    [](Session& s) { brenu_code_id(s.in.Raw<std::int32_t>()); }};
 
 }  // namespace
 

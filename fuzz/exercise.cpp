@@ -31,6 +31,7 @@ void ReadLine(AdjustmentContext* context, std::int32_t station, const char* targ
 }
 
 void Report(AdjustmentContext* context, const char* scratch) {
+  ReadFindings(context);
   ReadResults(context);
   ExportResultFile(context, scratch);
   ExportCloseErrorFile(context, scratch);
@@ -65,9 +66,39 @@ void CheckStore(AdjustmentContext* context) {
     if (found > i || GetPoint(context, found, &same) != found) std::abort();
     if (std::strcmp(point.name, same.name) != 0) std::abort();
   }
+  brenu_pair pair{};
+  ObsData obs;
+  while (brenu_next_observation(context, &pair)) {
+    const std::int32_t station = GetPointNum(context, pair.station);
+    // A renaming may have left the station without point.
+    if (station >= 0 && GetObsData(context, station, pair.target, &obs) != station) std::abort();
+  }
+}
+
+void ReadFindings(AdjustmentContext* context) {
+  brenu_finding finding;
+  for (std::int32_t i = -1; i <= brenu_finding_count(context); ++i) {
+    if (!brenu_get_finding(context, i, &finding)) continue;
+    char text[100];
+    const std::int32_t length = brenu_finding_text(context, i, text, sizeof text);
+    if (length <= 0 || std::strlen(text) != static_cast<std::size_t>(std::min(length, 99))) {
+      std::abort();
+    }
+    brenu_finding_excerpt(context, i, text, 3);
+    double value = 0.0;
+    for (std::int32_t n = 0; n <= finding.nameCount; ++n) {
+      brenu_finding_name(context, i, n, text, sizeof text);
+    }
+    for (std::int32_t n = 0; n <= finding.valueCount; ++n) {
+      brenu_finding_value(context, i, n, &value);
+    }
+  }
 }
 
 void ReadResults(AdjustmentContext* context) {
+  brenu_figures figures;
+  brenu_get_figures(context, BRENU_HEIGHTS, &figures);
+  brenu_get_figures(context, BRENU_PLANE, &figures);
   GetAdjParam(context);
   GetCloseErrorMark(context);
   for (std::int32_t i = -1; i <= GetCloseErrorCount(context); ++i) {
@@ -127,6 +158,13 @@ void ExerciseFile(bool (*open)(AdjustmentContext*, const char*), const std::uint
   open(context, file.Path());
   Exercise(context, file.Path());
   EndAdjustment(context);
+  AdjustmentContext* const byContent = StartAdjustment();
+  brenu_read_memory(byContent, reinterpret_cast<const char*>(data), size);
+  ReadFindings(byContent);
+  brenu_check_data(byContent);
+  ReadFindings(byContent);
+  CheckStore(byContent);
+  EndAdjustment(byContent);
 }
 
 }  // namespace brenu::fuzz

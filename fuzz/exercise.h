@@ -3,7 +3,7 @@
 #include <cstddef>
 #include <cstdint>
 
-#include "brenu/brenu.h"
+#include "brenu/survey.h"
 
 namespace brenu::fuzz {
 
@@ -21,6 +21,9 @@ void ExerciseFile(bool (*open)(AdjustmentContext*, const char*), const std::uint
 
 // Every getter for every point and every pair of points with indices close to each other.
 void ReadResults(AdjustmentContext* context);
+
+// Every finding with all its parts; ends the program when its text is cut wrongly.
+void ReadFindings(AdjustmentContext* context);
 
 // Ends the program when a stored point is not found under its name.
 void CheckStore(AdjustmentContext* context);

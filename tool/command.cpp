@@ -1,6 +1,5 @@
 #include "command.h"
 
-#include <algorithm>
 #include <cstdio>
 
 #include "review/data_check.h"
@@ -21,7 +20,7 @@ bool Print(const std::string& text) {
 Findings Prepare(AdjustmentContext& context, const FileOptions& options, Progress& progress) {
   progress.Enter("reading");
   LineReader file(Utf8Path(options.file.c_str()));
-  Outcome read = Load(context, file);
+  Outcome read = Load(context, file).outcome;
   if (!read.ok) return std::move(read.findings);
   progress.Enter("checking the data");
   for (Finding& finding : CheckData(context)) read.findings.push_back(std::move(finding));
@@ -48,9 +47,7 @@ ExitStatus RunOnFile(const FileOptions& options, const Work& work) {
   Progress progress;
   const Findings found = Prepare(context, options, progress);
   Say(options.file, found);
-  const Severity worst = options.strict ? Severity::kWarning : Severity::kError;
-  if (std::any_of(found.begin(), found.end(),
-                  [worst](const Finding& f) { return f.severity >= worst; })) {
+  if (Has(found, options.strict ? Severity::kWarning : Severity::kError)) {
     progress.Stop();
     return kFileOrUsage;
   }

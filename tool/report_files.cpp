@@ -34,7 +34,8 @@ Ending WriteResultFile(const AdjustmentContext& context, const std::string& path
 }
 
 Ending WriteClosureFile(const AdjustmentContext& context, const std::string& path) {
-  if (WriteClosureReport(context.closeErrors, Utf8Path(path.c_str()))) return {};
+  const Replaced written = WriteClosureReport(context.closeErrors, Utf8Path(path.c_str()));
+  if (written == Replaced::kDone) return {};
   return {kFileOrUsage, {Error(BRENU_FILE_NOT_WRITTEN, {path})}};
 }
 

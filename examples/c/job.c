@@ -1,7 +1,16 @@
-/* Adjusts a project file, lists the points with their error ellipses and writes the report. */
+/* Adjusts a file, lists the points with their error ellipses and writes the report. */
 #include <stdio.h>
 
-#include "brenu/brenu.h"
+#include "brenu/survey.h"
+
+/* What was wrong with the last call. */
+static void PrintFindings(AdjustmentContext* job) {
+  char text[500];
+  for (int32_t i = 0; i < brenu_finding_count(job); ++i) {
+    brenu_finding_text(job, i, text, sizeof text);
+    fprintf(stderr, "%s\n", text);
+  }
+}
 
 static void PrintPoint(AdjustmentContext* job, int32_t index) {
   PointData point;
@@ -19,21 +28,15 @@ static void PrintPoint(AdjustmentContext* job, int32_t index) {
 
 int main(int argc, char** argv) {
   AdjustmentContext* job = StartAdjustment();
-  const char* fault = NULL;
-  if (argc != 3)
-    fault = "usage: job PROJECT-FILE REPORT";
-  else if (!OpenBrenuAdjustFile(job, argv[1]))
-    fault = "the project file cannot be read";
-  else if (!LeastSquareAdj(job))
-    fault = "the network cannot be adjusted";
-  else if (!ExportResultFile(job, argv[2]))
-    fault = "the report cannot be written";
-  if (fault == NULL) {
-    const int32_t count = (int32_t)GetPointCount(job);
-    for (int32_t i = 0; i < count; ++i) PrintPoint(job, i); /* a file gives the indices 0, 1... */
+  bool done = false;
+  if (argc != 3) {
+    fprintf(stderr, "usage: job FILE REPORT\n");
   } else {
-    fprintf(stderr, "%s\n", fault);
+    done = brenu_read_file(job, argv[1]) != BRENU_NO_FILE && LeastSquareAdj(job) &&
+           ExportResultFile(job, argv[2]);
+    if (!done) PrintFindings(job);
   }
+  for (int32_t index = -1; done && brenu_next_point(job, &index);) PrintPoint(job, index);
   EndAdjustment(job);
-  return fault == NULL ? 0 : 1;
+  return done ? 0 : 1;
 }

@@ -1,9 +1,11 @@
-// Brenu for C++17 and later: brenu.h with an owner for the context, strings, and optional results.
+// Brenu for C++17 and later: brenu.h and survey.h with an owner for the context, strings,
+// exceptions by cause, optional results, and loops over points and observations.  Link with
+// brenu-survey.
 //
-// Everything is inline and thin: a method is the function of the same name in brenu.h, whose
-// comment there says what it does, with what units and when it fails.  What can fail gives an empty
-// optional, or false; only the constructor throws.  The reductions need no wrapper: call them from
-// brenu.h.
+// Everything is inline and thin: a method is the function of the same name in brenu.h or survey.h,
+// whose comment there says what it does, with what units and when it fails.  What fails throws
+// brenu::Error, which says why; what cannot be had is an empty optional.  The reductions need no
+// wrapper: call them from brenu.h.
 #ifndef BRENU_BRENU_HPP_
 #define BRENU_BRENU_HPP_
 
@@ -13,12 +15,19 @@
 #include <memory>
 #include <new>
 #include <optional>
+#include <stdexcept>
 #include <string>
 #include <string_view>
+#include <vector>
 
-#include "brenu/brenu.h"
+#include "brenu/error.hpp"
+#include "brenu/survey.h"
+#include "brenu/walk.hpp"
 
 namespace brenu {
+inline namespace host {  // apart from the library's own names, for programs that hold its objects
+
+inline std::string_view Version() { return brenu_version(); }
 
 // The name or route in a record.
 template <std::size_t N>
@@ -77,24 +86,49 @@ class Context {
   AdjParam Param() const { return GetAdjParam(Get()); }
   void SetParam(const AdjParam& param) { SetAdjParam(Get(), param); }
 
+  // Of the last call that changes, computes, reads or writes: after a success its doubts.
+  std::vector<Finding> Findings() const { return FindingsOf(Get()); }
+
   // ---- Files ----
-  [[nodiscard]] bool OpenProject(const std::string& path) {
-    return OpenBrenuAdjustFile(Get(), path.c_str());
+  // By content, into a fresh context.  The path is UTF-8 on Windows; those below are in the code
+  // page of the system.
+  brenu_file_kind Read(const std::string& path) {
+    return Kind(brenu_read_file(Get(), path.c_str()));
   }
-  [[nodiscard]] bool SaveProject(const std::string& path) {
-    return SaveBrenuAdjustFile(Get(), path.c_str()) == 1;
+  brenu_file_kind ReadText(std::string_view text) {
+    return Kind(brenu_read_memory(Get(), text.data(), text.size()));
   }
-  [[nodiscard]] bool OpenStationFile(const std::string& path) {
-    return LoadKorvelAdjustFile(Get(), path.c_str());
+  void OpenProject(const std::string& path) {
+    OpenBrenuAdjustFile(Get(), path.c_str());
+    Check();
   }
-  [[nodiscard]] bool WriteResults(const std::string& path) {
-    return ExportResultFile(Get(), path.c_str());
+  void SaveProject(const std::string& path) {
+    SaveBrenuAdjustFile(Get(), path.c_str());
+    Check();
   }
-  [[nodiscard]] bool WriteClosures(const std::string& path) {
-    return ExportCloseErrorFile(Get(), path.c_str());
+  void OpenStationFile(const std::string& path) {
+    LoadKorvelAdjustFile(Get(), path.c_str());
+    Check();
+  }
+  void WriteResults(const std::string& path) {
+    ExportResultFile(Get(), path.c_str());
+    Check();
+  }
+  void WriteClosures(const std::string& path) {
+    ExportCloseErrorFile(Get(), path.c_str());
+    Check();
+  }
+  // What looks wrong in the data as a whole; errors do not throw here.
+  std::vector<Finding> CheckData() {
+    brenu_check_data(Get());
+    return Findings();
   }
 
   // ---- Points and observations ----
+  // for (const auto& [index, point] : job.Points())
+  Walk<StoredPoint> Points() const { return Walk<StoredPoint>(Get()); }
+  // for (const auto& [station, target, observation] : job.Observations()), in the order of names.
+  Walk<StoredObservation> Observations() const { return Walk<StoredObservation>(Get()); }
   std::uint32_t PointCount() const { return GetPointCount(Get()); }
   std::optional<PointData> Point(std::int32_t index) const {
     return Ask<PointData>([&](PointData& out) { return GetPoint(Get(), index, &out) == index; },
@@ -104,13 +138,18 @@ class Context {
     const std::int32_t index = GetPointNum(Get(), name.c_str());
     return index < 0 ? std::nullopt : std::optional(index);
   }
-  [[nodiscard]] bool Add(std::int32_t index, const PointData& point) {
-    return AddPoint(Get(), index, point) >= 0;
+  void Add(std::int32_t index, const PointData& point) {
+    AddPoint(Get(), index, point);
+    Check();
   }
-  [[nodiscard]] bool Set(std::int32_t index, const PointData& point) {
-    return SetPoint(Get(), index, point) >= 0;
+  void Set(std::int32_t index, const PointData& point) {
+    SetPoint(Get(), index, point);
+    Check();
   }
-  [[nodiscard]] bool Delete(std::int32_t index) { return DeletePoint(Get(), index) >= 0; }
+  void Delete(std::int32_t index) {
+    DeletePoint(Get(), index);
+    Check();
+  }
 
   std::int32_t ObservationCount(std::int32_t station) const {
     return GetObsDataCount(Get(), station);
@@ -119,33 +158,54 @@ class Context {
     return Ask<ObsData>(
         [&](ObsData& out) { return GetObsData(Get(), station, target.c_str(), &out) >= 0; });
   }
-  [[nodiscard]] bool Add(std::int32_t station, const std::string& target, const ObsData& o) {
-    return AddObsData(Get(), station, target.c_str(), o) >= 0;
+  void Add(std::int32_t station, const std::string& target, const ObsData& o) {
+    AddObsData(Get(), station, target.c_str(), o);
+    Check();
   }
-  [[nodiscard]] bool AddPair(std::int32_t station, const std::string& target1,
-                             const std::string& target2, const ObsData& o1, const ObsData& o2,
-                             bool reconcile) {
-    return AddObsData2(Get(), station, target1.c_str(), target2.c_str(), o1, o2,
-                       reconcile ? 1 : 0) == 1;
+  // Throws when anything was refused, and only then; the first target stays when the second is.
+  void AddPair(std::int32_t station, const std::string& target1, const std::string& target2,
+               const ObsData& o1, const ObsData& o2, bool reconcile) {
+    AddObsData2(Get(), station, target1.c_str(), target2.c_str(), o1, o2, reconcile ? 1 : 0);
+    Check();
   }
-  [[nodiscard]] bool Set(std::int32_t station, const std::string& target, const ObsData& o) {
-    return SetObsData(Get(), station, target.c_str(), o) >= 0;
+  void Set(std::int32_t station, const std::string& target, const ObsData& o) {
+    SetObsData(Get(), station, target.c_str(), o);
+    Check();
   }
-  [[nodiscard]] bool Delete(std::int32_t station, const std::string& target) {
-    return DeleteObsData(Get(), station, target.c_str()) >= 0;
+  void Delete(std::int32_t station, const std::string& target) {
+    DeleteObsData(Get(), station, target.c_str());
+    Check();
   }
 
   // ---- Computations ----
   std::int32_t NetworkType() { return GetNetType(Get()); }
-  [[nodiscard]] bool Approximate() { return ApproxCalc(Get()); }
-  [[nodiscard]] bool Adjust() { return LeastSquareAdj(Get()); }
-  [[nodiscard]] bool AdjustUnoriented() { return NonDirectionAdj(Get()); }
-  [[nodiscard]] bool Snoop(std::uint32_t kind, double levelAlpha, double planeAlpha) {
-    return DataSnooping(Get(), kind, levelAlpha, planeAlpha) == 1;
+  void Approximate() {
+    ApproxCalc(Get());
+    Check();
   }
-  [[nodiscard]] bool ComputeClosures() { return CalculateCloseError(Get()); }
+  void Adjust() {
+    LeastSquareAdj(Get());
+    Check();
+  }
+  void AdjustUnoriented() {
+    NonDirectionAdj(Get());
+    Check();
+  }
+  void Snoop(std::uint32_t kind, double levelAlpha, double planeAlpha) {
+    DataSnooping(Get(), kind, levelAlpha, planeAlpha);
+    Check();
+  }
+  void ComputeClosures() {
+    CalculateCloseError(Get());
+    Check();
+  }
 
   // ---- Results ----
+  // Empty when the last computation did not adjust that network.
+  std::optional<brenu_figures> Figures(brenu_network network) const {
+    return Ask<brenu_figures>(
+        [&](brenu_figures& out) { return brenu_get_figures(Get(), network, &out); });
+  }
   std::optional<PointData> Approximation(std::int32_t number) const {
     return Ask<PointData>([&](PointData& out) { return GetApproxResult(Get(), number, &out); });
   }
@@ -198,8 +258,14 @@ class Context {
   }
 
   // ---- Trilateration ----
-  [[nodiscard]] bool JudgePlacing() { return JudgeTrilateration(Get()); }
-  [[nodiscard]] bool PreparePlacing() { return InitializeDataTrilateration(Get()); }
+  void JudgePlacing() {
+    JudgeTrilateration(Get());
+    Check();
+  }
+  void PreparePlacing() {
+    InitializeDataTrilateration(Get());
+    Check();
+  }
   // The point to place next: the named one, or the library's choice.
   std::optional<PlacementChoice> NextPlacement(std::string_view name = {}) {
     return Ask<PlacementChoice>([&](PlacementChoice& choice) {
@@ -213,22 +279,33 @@ class Context {
     });
   }
   // Gives the number of points left to place.
-  std::optional<std::uint32_t> Place(const std::string& name, const PlacementChoice& choice,
-                                     bool right) {
-    return Ask<std::uint32_t>([&](std::uint32_t& remaining) {
-      remaining = UINT32_MAX;  // stays without a plane network
-      return CalcTrilaterationpPoint(Get(), right ? 1 : 0, choice.first, choice.second,
-                                     name.c_str(), &remaining) &&
-             remaining != UINT32_MAX;
-    });
+  std::uint32_t Place(const std::string& name, const PlacementChoice& choice, bool right) {
+    std::uint32_t remaining = 0;
+    CalcTrilaterationpPoint(Get(), right ? 1 : 0, choice.first, choice.second, name.c_str(),
+                            &remaining);
+    Check();
+    return remaining > PointCount() ? 0 : remaining;  // it wraps when a point is placed twice
   }
-  [[nodiscard]] bool FinishPlacing() { return TrilaterationDirection(Get()); }
+  void FinishPlacing() {
+    TrilaterationDirection(Get());
+    Check();
+  }
 
  private:
   struct End {
     void operator()(AdjustmentContext* context) const { EndAdjustment(context); }
   };
   using Getter = bool (*)(AdjustmentContext*, std::int32_t, const char*, double*, double*, double*);
+
+  // The findings know better than the results of some functions what has failed.
+  void Check() const {
+    if (m_context == nullptr) throw std::logic_error("the context was moved to another one");
+    ThrowCause(Get());
+  }
+  brenu_file_kind Kind(std::int32_t kind) const {
+    Check();
+    return static_cast<brenu_file_kind>(kind);
+  }
 
   template <typename Result, typename Call>
   static std::optional<Result> Ask(Call call, bool sensible = true) {
@@ -246,6 +323,7 @@ class Context {
   std::unique_ptr<AdjustmentContext, End> m_context;
 };
 
+}  // namespace host
 }  // namespace brenu
 
 #endif  // BRENU_BRENU_HPP_

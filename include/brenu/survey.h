@@ -7,7 +7,8 @@
  * - Paths are UTF-8 on Windows; elsewhere they are bytes and passed on unchanged.
  * - Text is copied out: a function with `text` and `room` writes at most `room` bytes, the NUL at
  *   the end included, cutting what does not fit, and returns the length of the whole text without
- *   the NUL; -1 when there is none.  `text` may be null when `room` is 0. */
+ *   the NUL; -1 when there is none or the room is negative.  `text` may be null when `room` is 0.
+ */
 #ifndef BRENU_SURVEY_H_
 #define BRENU_SURVEY_H_
 
@@ -24,15 +25,17 @@ extern "C" {
 BRENU_API const char* brenu_version(void);
 
 /* ---- Findings: of the last call on the context that changes, computes, reads or writes; pure
- * getters and the functions of this section leave them alone ---- */
+ * getters and the functions of this section leave them alone.  A failure has its cause among them,
+ * as an error.  So has a success that means nothing: AddObsData2, the adjustments and
+ * CalcTrilaterationpPoint are known for those ---- */
 
-typedef struct brenu_finding { /* 24 bytes */
+typedef struct brenu_finding { /* 24 bytes: what there is to say */
   int32_t code;                /* brenu_code */
   int32_t severity;            /* brenu_severity */
   int32_t line;                /* of the file, from 1; 0 for none */
-  int32_t nameCount;
-  int32_t valueCount;
-  int32_t reserved; /* 0 */
+  int32_t nameCount;           /* how many names */
+  int32_t valueCount;          /* and values there are */
+  int32_t reserved;            /* 0 */
 } brenu_finding;
 
 /* How many findings there are; 0 for a null context. */
@@ -56,6 +59,7 @@ BRENU_API const char* brenu_code_id(int32_t code);
 
 /* ---- Files ---- */
 
+/* What was read. */
 typedef enum brenu_file_kind {
   BRENU_NO_FILE = 0,
   BRENU_PROJECT_FILE = 1,
@@ -68,7 +72,7 @@ typedef enum brenu_file_kind {
  * Returns the kind of file, BRENU_NO_FILE on failure; what was read before a line at fault stays.
  * Doubts about what was read are findings of a success, too. */
 BRENU_API int32_t brenu_read_file(AdjustmentContext* context, const char* path);
-/* The same from memory. */
+/* The same from memory; data may be null when size is 0. */
 BRENU_API int32_t brenu_read_memory(AdjustmentContext* context, const char* data, size_t size);
 /* Doubts and errors about the data as a whole, as findings: values that are no finite numbers,
  * units that look wrong, control far from all others...  True when no error is among them. */
@@ -76,31 +80,34 @@ BRENU_API bool brenu_check_data(AdjustmentContext* context);
 
 /* ---- Figures of the last adjustment ---- */
 
+/* The two of a job. */
 typedef enum brenu_network { BRENU_HEIGHTS = 1, BRENU_PLANE = 2 } brenu_network;
 
-typedef struct brenu_figures { /* 24 bytes */
-  int32_t controlPoints;
-  int32_t newPoints;
+typedef struct brenu_figures { /* 24 bytes: of an adjusted network */
+  int32_t controlPoints;       /* as this network counts them */
+  int32_t newPoints;           /* all others */
   int32_t redundancy; /* observations minus unknowns; what data snooping took out is subtracted
-                         once in heights, twice in the plane */
+                         once in heights, twice in the plane, and with format 3 directions and
+                         azimuths count, too */
   int32_t reserved;   /* 0 */
   double m0;          /* standard error of unit weight: metres for 1 km of levelling; in the plane
-                         a multiple of the a-priori errors; not finite without redundancy */
+                         a multiple of the a-priori errors; means nothing without redundancy */
 } brenu_figures;
 
 /* False when the last computation did not adjust that network. */
 BRENU_API bool brenu_get_figures(AdjustmentContext* context, int32_t network, brenu_figures* out);
 
 /* ---- Walking a job.  Each call finds the next one in a time that hardly grows with the job;
- * adding and deleting in between is allowed ---- */
+ * adding and deleting in between is allowed.  DeletePoint moves the points behind it down: go on
+ * from the index below the deleted one ---- */
 
 /* The next index in use above *index, which is -1 at the start; false at the end. */
 BRENU_API bool brenu_next_point(AdjustmentContext* context, int32_t* index);
 
 typedef struct brenu_pair { /* 288 bytes: what is stored from one point to another */
-  char station[128];
-  char target[128];
-  ObsData observation;
+  char station[128];        /* NUL-terminated */
+  char target[128];         /* NUL-terminated */
+  ObsData observation;      /* as it is stored */
 } brenu_pair;
 
 /* The stored pair after this one in the order of the names of stations, then of targets; all zero

@@ -1,10 +1,20 @@
 """Adjustment of survey control networks by least squares.
 
-Functions and fields have the names of the C header, functions in the manner of Python.  Lengths are
-metres, X is north, Y is east; angles in records and results are packed sexagesimal degrees
-(30.15205 is 30 degrees 15' 20.5")."""
+Functions and fields have the names of the C header in the manner of Python.  Lengths are metres, X
+is north, Y is east; angles in records and results are packed sexagesimal degrees (30.15205 is 30
+degrees 15' 20.5")."""
 
+from .findings import (
+    BrenuError,
+    CallError,
+    ComputationError,
+    DataError,
+    FileError,
+    Finding,
+    Severity,
+)
 from .job import Job
+from .library import C as _library
 from .outputs import (
     HeightObsResult,
     LinePrecision,
@@ -14,9 +24,11 @@ from .outputs import (
 )
 from .records import (
     AdjParam,
-    BrenuError,
     CircleRecord,
     CloseError,
+    Figures,
+    FileKind,
+    Network,
     ObsData,
     PlaneResult,
     PointData,
@@ -41,17 +53,29 @@ from .reductions import (
     section_correct,
 )
 
+#: of the library
+__version__: str = _library.brenu_version().decode()
+
 __all__ = [
     "Job",
+    "BrenuError",
+    "CallError",
+    "ComputationError",
+    "DataError",
+    "FileError",
+    "Finding",
+    "Severity",
     "HeightObsResult",
     "LinePrecision",
     "ObservationResult",
     "TraverseRow",
     "TrilaterationChoice",
     "AdjParam",
-    "BrenuError",
     "CircleRecord",
     "CloseError",
+    "Figures",
+    "FileKind",
+    "Network",
     "ObsData",
     "PlaneResult",
     "PointData",

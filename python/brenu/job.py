@@ -4,44 +4,38 @@ from __future__ import annotations
 
 import os
 import sys
-from ctypes import byref, c_double, c_int32, c_uint32, create_string_buffer
-from typing import Callable, TypeVar, Union
+from ctypes import byref, c_int32, c_uint32, create_string_buffer
+from typing import Any, Callable, Iterator, TypeVar, Union
 
 from . import layouts, records
+from .findings import Finding, findings_of, raise_cause
 from .library import C
 from .outputs import HeightObsResult, LinePrecision, ObservationResult, TraverseRow
 from .outputs import TrilaterationChoice
-from .records import AdjParam, BrenuError, CircleRecord, CloseError, ObsData, PlaneResult
-from .records import PointData, VerticalResult
+from .records import AdjParam, CircleRecord, CloseError, Figures, FileKind, Network, ObsData
+from .records import PlaneResult, PointData, VerticalResult
 
 Result = TypeVar("Result")
 Path = Union[str, bytes, "os.PathLike[str]"]
 
 
-# Stays where there is no plane network: the library says true all the same.
-_NOT_PLACED = 2**32 - 1
-
-
-def _path(path: Path) -> bytes:
-    """The narrow string of a path, which the library passes on unchanged."""
+def _path(path: Path, utf8: bool = False) -> bytes:
+    """A path as the library takes it: on Windows in the code page of the system or in UTF-8."""
     path = os.fspath(path)
     if isinstance(path, str):
-        path = path.encode("mbcs") if sys.platform == "win32" else os.fsencode(path)
+        narrow = sys.platform == "win32" and not utf8
+        path = path.encode("mbcs") if narrow else os.fsencode(path)
     if b"\0" in path:
         raise ValueError(f"a NUL in the path {path!r}")
     return path
 
 
-def _check(done: bool, what: str) -> None:
-    if not done:
-        raise BrenuError(what)
-
-
 class Job:
     """A job, to be used by one thread at a time.  Closed by `with`, by close() or when collected.
 
-    What cannot be done raises BrenuError; a result that is not there is None.  Points have the
-    indices 0, 1, 2... after a file was read, otherwise those that the host chooses."""
+    What fails raises a BrenuError by its cause, memory exhaustion MemoryError; a result that is not
+    there is None.  Points have the indices 0, 1, 2... after a file was read, otherwise those that
+    the host chooses."""
 
     def __init__(self, encoding: str = "utf-8"):
         self._text = records.Coding(encoding)
@@ -51,7 +45,8 @@ class Job:
 
     @property
     def _context(self) -> int:
-        _check(self._open is not None, "the job is closed")
+        if self._open is None:
+            raise ValueError("the job is closed")
         return self._open
 
     def end_adjustment(self) -> None:
@@ -69,6 +64,11 @@ class Job:
     def __exit__(self, *exception: object) -> None:
         self.close()
 
+    @property
+    def findings(self) -> list[Finding]:
+        """Of the last call that changes, computes, reads or writes: after a success its doubts."""
+        return findings_of(self._context, self._text)
+
     # ---- Parameters and files ----
 
     def set_adj_param(self, param: AdjParam) -> None:
@@ -79,22 +79,40 @@ class Job:
         """A copy of the parameters."""
         return self._text.from_c(C.GetAdjParam(self._context), AdjParam)
 
+    def read(self, source: str | bytes | os.PathLike[str]) -> FileKind:
+        """Reads a project file or a station and observation file, told apart by content, into the
+        job, which should be fresh.  A str or a path names the file, bytes are its contents."""
+        if isinstance(source, bytes):
+            return FileKind(self._call(C.brenu_read_memory, source, len(source)))
+        return FileKind(self._call(C.brenu_read_file, _path(source, utf8=True)))
+
     def open_brenu_adjust_file(self, path: Path) -> None:
         """Reads a project file into the job, which should be fresh."""
-        done = C.OpenBrenuAdjustFile(self._context, _path(path))
-        _check(done, f"the project file {path!r} cannot be read")
+        self._call(C.OpenBrenuAdjustFile, _path(path))
 
     def save_brenu_adjust_file(self, path: Path) -> None:
         """Writes parameters, points and observations."""
-        done = C.SaveBrenuAdjustFile(self._context, _path(path)) == 1
-        _check(done, f"the project file {path!r} cannot be written")
+        self._call(C.SaveBrenuAdjustFile, _path(path))
 
     def load_korvel_adjust_file(self, path: Path) -> None:
         """Reads a station and observation file."""
-        done = C.LoadKorvelAdjustFile(self._context, _path(path))
-        _check(done, f"the station and observation file {path!r} cannot be read")
+        self._call(C.LoadKorvelAdjustFile, _path(path))
+
+    def check_data(self) -> list[Finding]:
+        """What looks wrong in the data as a whole; errors are not raised here."""
+        C.brenu_check_data(self._context)
+        return self.findings
 
     # ---- Points ----
+
+    @property
+    def points(self) -> Iterator[PointData]:
+        """All points in the order of their indices, which stand in the records."""
+        index = c_int32(-1)
+        while C.brenu_next_point(self._context, byref(index)):
+            point = self.get_point(index.value)
+            if point is not None:
+                yield point
 
     def get_point_count(self) -> int:
         """The number of points."""
@@ -102,12 +120,11 @@ class Job:
 
     def add_point(self, index: int, point: PointData) -> None:
         """Adds a point; neither index nor name may be taken."""
-        added = C.AddPoint(self._context, index, self._text.to_c(point)) >= 0
-        _check(added, f"the point {point.name!r} is refused")
+        self._call(C.AddPoint, index, self._text.to_c(point))
 
     def delete_point(self, index: int) -> None:
         """Removes the point and its observations; those of higher index move down."""
-        _check(C.DeletePoint(self._context, index) >= 0, f"there is no point {index}")
+        self._call(C.DeletePoint, index)
 
     def get_point(self, index: int) -> PointData | None:
         """The point as it is stored."""
@@ -119,8 +136,7 @@ class Job:
 
     def set_point(self, index: int, point: PointData) -> None:
         """Overwrites the point; a new name is carried through its observations."""
-        done = C.SetPoint(self._context, index, self._text.to_c(point)) >= 0
-        _check(done, f"the point {index} cannot be overwritten")
+        self._call(C.SetPoint, index, self._text.to_c(point))
 
     def get_point_num(self, name: str) -> int | None:
         """The index of the point of this name."""
@@ -129,14 +145,21 @@ class Job:
 
     # ---- Observations ----
 
+    @property
+    def observations(self) -> Iterator[tuple[str, str, ObsData]]:
+        """Station, target and what is stored between them, in the order of the names."""
+        pair = layouts.brenu_pair()
+        while C.brenu_next_observation(self._context, byref(pair)):
+            station, target = self._text.decode(pair.station), self._text.decode(pair.target)
+            yield station, target, self._text.from_c(pair.observation, ObsData)
+
     def get_obs_data_count(self, station: int) -> int:
         """The number of targets stored for the station, 0 when there is no such point."""
         return C.GetObsDataCount(self._context, station)
 
     def add_obs_data(self, station: int, target: str, observation: ObsData) -> None:
         """Adds what was observed at a station towards a target that has nothing yet."""
-        done = C.AddObsData(self._context, *self._pair(station, target), self._obs(observation))
-        _check(done >= 0, f"the observation {station} to {target!r} is refused")
+        self._call(C.AddObsData, *self._pair(station, target), self._text.to_c(observation))
 
     def add_obs_data2(
         self,
@@ -147,21 +170,20 @@ class Job:
         observation2: ObsData,
         reconcile: bool,
     ) -> None:
-        """Adds two targets at once; see brenu.h for what `reconcile` does, and its failures."""
-        done = C.AddObsData2(
-            self._context,
+        """Adds two targets at once; see brenu.h for what `reconcile` does.  Raises when anything
+        was refused, and only then; the first target stays when the second is refused."""
+        self._call(
+            C.AddObsData2,
             *self._pair(station, target1),
             self._text.encode(target2),
-            self._obs(observation1),
-            self._obs(observation2),
+            self._text.to_c(observation1),
+            self._text.to_c(observation2),
             1 if reconcile else 0,
         )
-        _check(done == 1, f"the observations {station} to {target1!r}, {target2!r} are refused")
 
     def delete_obs_data(self, station: int, target: str) -> None:
         """Removes an observation."""
-        done = C.DeleteObsData(self._context, *self._pair(station, target))
-        _check(done >= 0, f"there is no observation {station} to {target!r}")
+        self._call(C.DeleteObsData, *self._pair(station, target))
 
     def get_obs_data(self, station: int, target: str) -> ObsData | None:
         """The observation as it is stored."""
@@ -171,8 +193,7 @@ class Job:
 
     def set_obs_data(self, station: int, target: str, observation: ObsData) -> None:
         """Overwrites an observation that is there."""
-        done = C.SetObsData(self._context, *self._pair(station, target), self._obs(observation))
-        _check(done >= 0, f"there is no observation {station} to {target!r}")
+        self._call(C.SetObsData, *self._pair(station, target), self._text.to_c(observation))
 
     # ---- Computations ----
 
@@ -182,7 +203,7 @@ class Job:
 
     def approx_calc(self) -> None:
         """Approximate values of all new points."""
-        _check(C.ApproxCalc(self._context), "no control, or a point cannot be reached")
+        self._call(C.ApproxCalc)
 
     def get_approx_result(self, number: int) -> PointData | None:
         """The point with its approximate values; `number` is that in the network (brenu.h)."""
@@ -190,18 +211,21 @@ class Job:
 
     def least_square_adj(self) -> None:
         """Least-squares adjustment of heights and coordinates."""
-        _check(C.LeastSquareAdj(self._context), "the network cannot be adjusted")
+        self._call(C.LeastSquareAdj)
 
     def non_direction_adj(self) -> None:
         """Traverses without orientation; for format 1."""
-        _check(C.NonDirectionAdj(self._context), "the traverses cannot be computed")
+        self._call(C.NonDirectionAdj)
 
     def data_snooping(self, kind: int, level_alpha: float, plane_alpha: float) -> None:
         """Adjusts and takes gross errors out; `kind` is the network type."""
-        done = C.DataSnooping(self._context, kind, level_alpha, plane_alpha) == 1
-        _check(done, "the network cannot be snooped")
+        self._call(C.DataSnooping, kind, level_alpha, plane_alpha)
 
     # ---- Results ----
+
+    def get_figures(self, network: Network) -> Figures | None:
+        """Figures of the last adjustment; None when it did not adjust that network."""
+        return self._record(C.brenu_get_figures, layouts.brenu_figures, Figures, network)
 
     def get_plane_result(self, index: int) -> PlaneResult | None:
         """Adjusted coordinates with their standard errors and the error ellipse."""
@@ -224,18 +248,22 @@ class Job:
         return self._observed(C.GetAzAndLenPrecision, LinePrecision, station, target)
 
     def get_vertical_result(self, index: int) -> VerticalResult | None:
-        """Adjusted height.  Take care: an index without a point gets an empty point."""
+        """Adjusted height."""
+        if self.get_point(index) is None:  # the library would add an empty one
+            return None
         return self._record(C.GetVerticalResult, layouts.VerticalResult, VerticalResult, index)
 
     def get_height_obs_result(self, station: int, target: str) -> HeightObsResult | None:
-        """Of a levelled line, with the weight.  Take care: as get_vertical_result."""
+        """Of a levelled line, with the weight."""
+        if self.get_point(station) is None:  # as above
+            return None
         return self._observed(C.GetHeightObsResult, HeightObsResult, station, target)
 
     # ---- Closure errors, reports, traverses ----
 
     def calculate_close_error(self) -> None:
         """Closure errors of levelling lines, loops and traverses."""
-        _check(C.CalculateCloseError(self._context), "closure errors cannot be computed")
+        self._call(C.CalculateCloseError)
 
     def get_close_error_count(self) -> int:
         """The number of closure errors, 0 before they are computed."""
@@ -251,33 +279,29 @@ class Job:
 
     def export_result_file(self, path: Path) -> None:
         """Writes the report of all results, its labels in code page 936."""
-        done = C.ExportResultFile(self._context, _path(path))
-        _check(done, f"the report {path!r} cannot be written in full")
+        self._call(C.ExportResultFile, _path(path))
 
     def export_close_error_file(self, path: Path) -> None:
         """Writes the report of the closure errors; without any, it fails and no file is made."""
-        done = C.ExportCloseErrorFile(self._context, _path(path))
-        _check(done, f"the report {path!r} cannot be written")
+        self._call(C.ExportCloseErrorFile, _path(path))
 
     def get_traverse_result(self, index: int) -> TraverseRow | None:
         """The row of a point in the traverses computed last; None for a point on none."""
-        values = [c_double() for _ in range(12)] + [c_int32()]
-        found = C.GetTraverseResult(self._context, index, *map(byref, values)) == 1
-        return TraverseRow(*[v.value for v in values]) if found else None
+        return self._outputs(C.GetTraverseResult, TraverseRow, index)
 
     # ---- Trilateration ----
 
     def judge_trilateration(self) -> None:
         """Puts every new point back to "not placed"; for format 3."""
-        _check(C.JudgeTrilateration(self._context), "this is no network of distances only")
+        self._call(C.JudgeTrilateration)
 
     def initialize_data_trilateration(self) -> None:
         """Prepares the plane network for placing."""
-        _check(C.InitializeDataTrilateration(self._context), "there is no plane network")
+        self._call(C.InitializeDataTrilateration)
 
     def trilateration_direction(self) -> None:
         """Ends the placing: sets the plane network up with the coordinates."""
-        _check(C.TrilaterationDirection(self._context), "not all points are placed")
+        self._call(C.TrilaterationDirection)
 
     def get_trilateration_direction(self, name: str = "") -> TrilaterationChoice | None:
         """The next point that can be placed, or the named one, and the circles that meet in it."""
@@ -286,49 +310,61 @@ class Job:
         found = C.GetTrilaterationDirection(self._context, byref(first), byref(second), direction)
         if found != 1:
             return None
-        circles = [self._text.from_c(circle, CircleRecord) for circle in (first, second)]
-        return TrilaterationChoice(*circles, self._text.decode(direction.value))
+        return TrilaterationChoice(
+            self._text.from_c(first, CircleRecord),
+            self._text.from_c(second, CircleRecord),
+            self._text.decode(direction.value),
+        )
 
     def calc_trilaterationp_point(
         self, right: bool, first: CircleRecord, second: CircleRecord, name: str
     ) -> int:
         """Places the point on one side of the line from first to second; how many are left."""
-        remaining = c_uint32(_NOT_PLACED)
-        done = C.CalcTrilaterationpPoint(
-            self._context,
+        remaining = c_uint32()
+        self._call(
+            C.CalcTrilaterationpPoint,
             1 if right else 0,
             self._text.to_c(first),
             self._text.to_c(second),
             self._text.encode(name),
             byref(remaining),
         )
-        placed = done and remaining.value != _NOT_PLACED
-        _check(placed, f"the point {name!r} cannot be placed")
-        return remaining.value
+        # It wraps when a point is placed twice.
+        return remaining.value if remaining.value <= self.get_point_count() else 0
 
     # ---- Help ----
+
+    def _call(self, function: Callable[..., Any], *arguments: object) -> Any:
+        """Raises what the findings give as cause: they know better than the results of some
+        functions what has failed."""
+        result = function(self._context, *arguments)
+        raise_cause(self._context, self._text)
+        return result
 
     def _pair(self, station: int, target: str) -> tuple[int, bytes]:
         return station, self._text.encode(target)
 
-    def _obs(self, observation: ObsData) -> layouts.ObsData:
-        return self._text.to_c(observation)
-
-    def _point(self, getter: Callable, index: int) -> PointData | None:
+    def _point(self, getter: Callable[..., int], index: int) -> PointData | None:
         out = layouts.PointData()
-        found = index >= 0 and getter(self._context, index, byref(out)) == index
-        return self._text.from_c(out, PointData) if found else None
+        if index < 0 or getter(self._context, index, byref(out)) != index:
+            return None
+        point = self._text.from_c(out, PointData)
+        point.index = index
+        return point
 
     def _record(
-        self, getter: Callable, layout: type, kind: type[Result], index: int
+        self, getter: Callable[..., bool], layout: type, kind: type[Result], number: int
     ) -> Result | None:
         out = layout()
-        return self._text.from_c(out, kind) if getter(self._context, index, byref(out)) else None
+        return self._text.from_c(out, kind) if getter(self._context, number, byref(out)) else None
 
     def _observed(
-        self, getter: Callable, kind: type[Result], station: int, target: str
+        self, getter: Any, kind: type[Result], station: int, target: str
     ) -> Result | None:
-        # Every output of the getter behind context, station and target, of the type it points to.
-        values = [pointer._type_() for pointer in getter.argtypes[3:]]
-        found = getter(self._context, *self._pair(station, target), *map(byref, values))
+        return self._outputs(getter, kind, *self._pair(station, target))
+
+    def _outputs(self, getter: Any, kind: type[Result], *arguments: object) -> Result | None:
+        # Every output of the getter behind these arguments, of the type it points to.
+        values = [pointer._type_() for pointer in getter.argtypes[1 + len(arguments) :]]
+        found = getter(self._context, *arguments, *map(byref, values))
         return kind(*[v.value for v in values]) if found else None

@@ -1,4 +1,4 @@
-"""The records of the C header as they lie in memory."""
+"""The records of the C headers as they lie in memory, with the names they have there."""
 
 from ctypes import Structure, c_bool, c_char, c_char_p, c_double, c_int32
 
@@ -6,7 +6,10 @@ from ctypes import Structure, c_bool, c_char, c_char_p, c_double, c_int32
 class AdjParam(Structure):
     _fields_ = [
         *[(name, c_double) for name in ("MO", "MS", "MR")],
-        *[(name, c_int32) for name in ("Lvl1", "Lvl1Limit", "Lvl2", "Lvl2Limit", "Limit", "format")],
+        *[
+            (name, c_int32)
+            for name in ("Lvl1", "Lvl1Limit", "Lvl2", "Lvl2Limit", "Limit", "format")
+        ],
     ]
 
 
@@ -54,3 +57,21 @@ class VerticalResult(Structure):
 
 class CircleRecord(Structure):
     _fields_ = [("name", c_char_p), ("x", c_double), ("y", c_double), ("radius", c_double)]
+
+
+class brenu_finding(Structure):
+    _fields_ = [
+        (name, c_int32)
+        for name in ("code", "severity", "line", "nameCount", "valueCount", "reserved")
+    ]
+
+
+class brenu_figures(Structure):
+    _fields_ = [
+        *[(name, c_int32) for name in ("controlPoints", "newPoints", "redundancy", "reserved")],
+        ("m0", c_double),
+    ]
+
+
+class brenu_pair(Structure):
+    _fields_ = [("station", c_char * 128), ("target", c_char * 128), ("observation", ObsData)]

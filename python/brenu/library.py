@@ -1,4 +1,4 @@
-"""Finds the shared library and loads it."""
+"""Finds the survey library and loads it."""
 
 from __future__ import annotations
 
@@ -16,11 +16,11 @@ def _find() -> str:
     if named:
         return named
     windows = sys.platform == "win32"
-    file = "brenu.dll" if windows else "libbrenu.so"
+    file = "brenu-survey.dll" if windows else "libbrenu-survey.so"
     beside = Path(__file__).parent / file
     if beside.exists():
         return str(beside)
-    return file if windows else ctypes.util.find_library("brenu") or file
+    return file if windows else ctypes.util.find_library("brenu-survey") or file
 
 
 def _load() -> ctypes.CDLL:
@@ -32,7 +32,9 @@ def _load() -> ctypes.CDLL:
             f"the library {path} cannot be loaded ({error}); name its file in BRENU_LIBRARY"
         ) from error
     for name, (result, arguments) in PROTOTYPES.items():
-        function = getattr(library, name)
+        function = getattr(library, name, None)
+        if function is None:
+            raise ImportError(f"the library {path} lacks {name}; it must be brenu-survey")
         function.restype = result
         function.argtypes = arguments
     return library

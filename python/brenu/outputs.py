@@ -31,10 +31,10 @@ class LinePrecision:
     """A line from adjusted coordinates."""
 
     azimuth: float  #: dd.mmss
-    azimuthError: float  #: arc-seconds
+    azimuth_error: float  #: arc-seconds
     length: float  #: metres
-    lengthError: float  #: metres
-    relativePrecision: int  #: N of 1:N
+    length_error: float  #: metres
+    relative_precision: int  #: N of 1:N
 
 
 @dataclass
@@ -42,18 +42,18 @@ class TraverseRow:
     """The row of a point in the traverse table."""
 
     angle: float  #: from back sight to fore sight, clockwise, dd.mmss
-    angleCorrection: float  #: arc-seconds
+    angle_correction: float  #: arc-seconds
     azimuth: float  #: to the next point, dd.mmss
     length: float  #: to the next point, metres
     dx: float  #: metres, like the next five
     dy: float
-    dxCorrection: float
-    dyCorrection: float
+    dx_correction: float
+    dy_correction: float
     x: float
     y: float
-    angleMisclosure: float  #: of the whole traverse, arc-seconds
-    lengthMisclosure: float  #: of the whole traverse, metres
-    relativePrecision: int  #: N of 1:N
+    angle_misclosure: float  #: of the whole traverse, arc-seconds
+    length_misclosure: float  #: of the whole traverse, metres
+    relative_precision: int  #: N of 1:N
 
 
 @dataclass

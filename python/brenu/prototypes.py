@@ -1,8 +1,9 @@
-"""The 61 functions of the C header: results and arguments."""
+"""The functions of the C headers: results and arguments."""
 
 from __future__ import annotations
 
-from ctypes import POINTER, c_bool, c_char_p, c_double, c_int32, c_uint8, c_uint32, c_void_p
+from ctypes import POINTER, c_bool, c_char_p, c_double, c_int32, c_size_t, c_uint8, c_uint32
+from ctypes import c_void_p
 
 from . import layouts as rec
 
@@ -11,7 +12,7 @@ class _Index(c_int32):
     """An index as an argument; ctypes itself would cut it to 32 bits and find another point."""
 
     @classmethod
-    def from_param(cls, value: int) -> c_int32:
+    def from_param(cls, value: int) -> c_int32:  # type: ignore[override]
         index = c_int32(value)
         if index.value != value:
             raise OverflowError(f"the index {value} does not fit 32 bits")
@@ -22,6 +23,7 @@ _CONTEXT = c_void_p
 _TEXT = c_char_p
 _OUT = POINTER(c_double)
 _OBS_GETTER = (c_bool, [_CONTEXT, _Index, _TEXT, _OUT, _OUT, _OUT])
+_TEXT_COPIER = (c_int32, [_CONTEXT, _Index, _TEXT, c_int32])
 
 
 def _doubles(count: int) -> list[type]:
@@ -103,4 +105,18 @@ PROTOTYPES = {
     "GaussCorrect": (None, [*_doubles(9), _OUT, _OUT]),
     "GetRm": (c_double, _doubles(4)),
     "GetRn": (c_double, _doubles(5)),
+    "brenu_version": (_TEXT, []),
+    "brenu_finding_count": (c_int32, [_CONTEXT]),
+    "brenu_get_finding": (c_bool, [_CONTEXT, _Index, POINTER(rec.brenu_finding)]),
+    "brenu_finding_text": _TEXT_COPIER,
+    "brenu_finding_name": (c_int32, [_CONTEXT, _Index, _Index, _TEXT, c_int32]),
+    "brenu_finding_excerpt": _TEXT_COPIER,
+    "brenu_finding_value": (c_bool, [_CONTEXT, _Index, _Index, _OUT]),
+    "brenu_code_id": (_TEXT, [c_int32]),
+    "brenu_read_file": (c_int32, [_CONTEXT, _TEXT]),
+    "brenu_read_memory": (c_int32, [_CONTEXT, _TEXT, c_size_t]),
+    "brenu_check_data": (c_bool, [_CONTEXT]),
+    "brenu_get_figures": (c_bool, [_CONTEXT, c_int32, POINTER(rec.brenu_figures)]),
+    "brenu_next_point": (c_bool, [_CONTEXT, POINTER(c_int32)]),
+    "brenu_next_observation": (c_bool, [_CONTEXT, POINTER(rec.brenu_pair)]),
 }

@@ -1,30 +1,30 @@
-"""The records of the interface as dataclasses, and their way to and from memory."""
+"""The records of the interface as dataclasses, and their way to and from memory.
+
+Their fields stand in the order of the C records, which have the same names without the
+underscores."""
 
 from __future__ import annotations
 
 import ctypes
-from dataclasses import dataclass, fields
-from typing import TypeVar
+from dataclasses import dataclass, field, fields
+from enum import IntEnum
+from typing import Optional, TypeVar
 
 from . import layouts
-
-
-class BrenuError(Exception):
-    """A function of the library gave its failure value."""
 
 
 @dataclass
 class AdjParam:
     """Parameters of a job; the values here are those of a new one."""
 
-    MO: float = 2.5  #: a-priori standard error of a direction or azimuth, arc-seconds
-    MS: float = 5.0  #: constant part of that of a distance, metres
-    MR: float = 5.0  #: proportional part of it, a ratio: 5 ppm is 5e-6
-    Lvl1: int = 4  #: levelling grade
-    Lvl1Limit: int = 20  #: mm per square root of kilometres
-    Lvl2: int = 4  #: traverse grade
-    Lvl2Limit: int = 5  #: arc-seconds per square root of the angles
-    Limit: int = 3  #: tolerance factor of the traverse check, times MO
+    mo: float = 2.5  #: a-priori standard error of a direction or azimuth, arc-seconds
+    ms: float = 5.0  #: constant part of that of a distance, metres
+    mr: float = 5.0  #: proportional part of it, a ratio: 5 ppm is 5e-6
+    lvl1: int = 4  #: levelling grade
+    lvl1_limit: int = 20  #: mm per square root of kilometres
+    lvl2: int = 4  #: traverse grade
+    lvl2_limit: int = 5  #: arc-seconds per square root of the angles
+    limit: int = 3  #: tolerance factor of the traverse check, times mo
     format: int = 0  #: 0 ordinary, 1 traverse without orientation, 3 distances only
 
 
@@ -37,6 +37,8 @@ class PointData:
     x: float = 0.0  #: north, metres
     y: float = 0.0  #: east, metres
     h: float = 0.0  #: height, metres
+    #: where the point is stored, if it comes from a job; of no effect when it is entered
+    index: Optional[int] = field(default=None, compare=False)
 
 
 @dataclass
@@ -45,7 +47,7 @@ class ObsData:
 
     distance: float = 0.0  #: horizontal, or length of the levelling line, metres
     direction: float = -1.0  #: dd.mmss
-    heightDiff: float = 0.0  #: target minus station, metres; needs a distance beside it
+    height_diff: float = 0.0  #: target minus station, metres; needs a distance beside it
     azimuth: float = -1.0  #: dd.mmss
 
 
@@ -54,16 +56,16 @@ class CloseError:
     """The closure error of a levelling line, a loop or a traverse."""
 
     route: str  #: point names joined by " - "
-    heightMisclosure: float  #: mm; levelling only
-    heightLimit: float  #: mm
-    angleMisclosure: float  #: arc-seconds; traverses only
-    angleLimit: float  #: arc-seconds
-    lengthMisclosure: float  #: metres
-    routeLength: float  #: metres
-    relativePrecision: int  #: N of 1:N; traverses only
-    lengthLimit: float  #: metres; traverses only
-    angleWithinLimit: bool
-    heightWithinLimit: bool
+    height_misclosure: float  #: mm; levelling only
+    height_limit: float  #: mm
+    angle_misclosure: float  #: arc-seconds; traverses only
+    angle_limit: float  #: arc-seconds
+    length_misclosure: float  #: metres
+    route_length: float  #: metres
+    relative_precision: int  #: N of 1:N; traverses only
+    length_limit: float  #: metres; traverses only
+    angle_within_limit: bool
+    height_within_limit: bool  #: traverses: both misclosures within the tolerance
     mark: bool  #: the record passes
 
 
@@ -100,7 +102,40 @@ class CircleRecord:
     radius: float  #: metres
 
 
+class FileKind(IntEnum):
+    """The two kinds of file that are read."""
+
+    PROJECT = 1
+    STATION = 2
+
+
+class Network(IntEnum):
+    """The two networks of a job."""
+
+    HEIGHTS = 1
+    PLANE = 2
+
+
+@dataclass
+class Figures:
+    """Of an adjusted network."""
+
+    control_points: int
+    new_points: int
+    #: observations minus unknowns; what data snooping took out is subtracted once in heights,
+    #: twice in the plane
+    redundancy: int
+    #: standard error of unit weight: metres for 1 km of levelling; in the plane a multiple of the
+    #: a-priori errors; means nothing without redundancy
+    m0: float
+
+
 Record = TypeVar("Record")
+
+
+def layout_fields(layout: type[ctypes.Structure]) -> list[str]:
+    """The fields of a record in memory, without those that are not used."""
+    return [name for name, *_ in layout._fields_ if not name.startswith("reserved")]
 
 
 class Coding:
@@ -123,21 +158,21 @@ class Coding:
         if layout is None:
             raise TypeError(f"{record!r} is no record")
         struct = layout()
-        for field in fields(record):  # type: ignore[arg-type]
-            value = getattr(record, field.name)
+        for name, field_ in zip(layout_fields(layout), fields(record)):  # type: ignore[arg-type]
+            value = getattr(record, field_.name)
             if isinstance(value, str):
                 value = self.encode(value)
-                room = getattr(type(struct), field.name).size
-                if isinstance(getattr(struct, field.name), bytes) and len(value) >= room:
+                room = getattr(layout, name).size
+                if isinstance(getattr(struct, name), bytes) and len(value) >= room:
                     raise ValueError(f"{value!r} is longer than {room - 1} bytes")
-            setattr(struct, field.name, value)
-            stored = getattr(struct, field.name)
+            setattr(struct, name, value)
+            stored = getattr(struct, name)
             if isinstance(stored, int) and stored != value:
-                raise ValueError(f"{field.name} {value} does not fit 32 bits")
+                raise ValueError(f"{field_.name} {value} does not fit 32 bits")
         return struct
 
     def from_c(self, struct: ctypes.Structure, kind: type[Record]) -> Record:
         """A record from memory, its text decoded."""
-        values = [getattr(struct, field.name) for field in fields(kind)]  # type: ignore[arg-type]
+        values = [getattr(struct, name) for name in layout_fields(type(struct))]
         texts = (bytes, type(None))
         return kind(*[self.decode(v) if isinstance(v, texts) else v for v in values])

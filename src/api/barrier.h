@@ -34,7 +34,7 @@ bool Reported(AdjustmentContext* context, Body body, Pointers... pointers) noexc
     } else {
       outcome = Error(BRENU_NULL_ARGUMENT);
     }
-    findings.assign(outcome.findings.begin(), outcome.findings.end());
+    if (!outcome.findings.empty()) findings.swap(outcome.findings);  // cannot fail
     return outcome.ok;
   } catch (...) {
     findings.clear();

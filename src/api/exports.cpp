@@ -44,6 +44,20 @@ bool DeliverObs(const std::optional<brenu::PlaneObsResult>& result, double* resi
   return true;
 }
 
+// Whether the file could be opened; that not all of it was written is a finding only.
+template <typename Write>
+bool Written(Context* context, const char* path, Write write) {
+  bool opened = false;
+  const auto report = [&]() -> Outcome {
+    const brenu::Replaced written = write();
+    opened = written != brenu::Replaced::kNotOpened;
+    if (written != brenu::Replaced::kDone) return brenu::Error(BRENU_FILE_NOT_WRITTEN, {path});
+    return {};
+  };
+  Reported(context, report, path);
+  return opened;
+}
+
 }  // namespace
 
 extern "C" {
@@ -78,18 +92,10 @@ bool OpenBrenuAdjustFile(Context* context, const char* path) {
 }
 
 int32_t SaveBrenuAdjustFile(Context* context, const char* path) {
-  bool opened = false;
-  Reported(
-      context,
-      [&]() -> Outcome {
-        const auto written =
-            brenu::WriteProjectFile(context->param, context->store, brenu::NarrowPath(path));
-        opened = written != brenu::Replaced::kNotOpened;
-        if (written != brenu::Replaced::kDone) return brenu::Error(BRENU_FILE_NOT_WRITTEN, {path});
-        return {};
-      },
-      path);
-  return opened ? 1 : 0;
+  const auto write = [=] {
+    return brenu::WriteProjectFile(context->param, context->store, brenu::NarrowPath(path));
+  };
+  return Written(context, path, write) ? 1 : 0;
 }
 
 bool LoadKorvelAdjustFile(Context* context, const char* path) {
@@ -334,19 +340,21 @@ int32_t GetCloseErrorMark(Context* context) {
 }
 
 bool ExportResultFile(Context* context, const char* path) {
-  const auto write = [=] { return brenu::WriteResultReport(*context, brenu::NarrowPath(path)); };
+  const auto write = [=] {
+    Outcome outcome = brenu::WriteResultReport(*context, brenu::NarrowPath(path));
+    if (!outcome.ok) outcome.findings.front().names = {path};
+    return outcome;
+  };
   return Reported(context, write, path);
 }
 
 bool ExportCloseErrorFile(Context* context, const char* path) {
-  return Reported(
-      context,
-      [=]() -> Outcome {
-        if (context->closeErrors.empty()) return brenu::Error(BRENU_NO_CLOSURES);
-        if (brenu::WriteClosureReport(context->closeErrors, brenu::NarrowPath(path))) return {};
-        return brenu::Error(BRENU_FILE_NOT_WRITTEN, {path});
-      },
-      path);
+  if (context != nullptr && path != nullptr && context->closeErrors.empty()) {
+    return Reported(context, [] { return Outcome(brenu::Error(BRENU_NO_CLOSURES)); });
+  }
+  return Written(context, path, [=] {
+    return brenu::WriteClosureReport(context->closeErrors, brenu::NarrowPath(path));
+  });
 }
 
 // ---- Trilateration and traverses ----
@@ -383,14 +391,17 @@ int32_t GetTrilaterationDirection(Context* context, CircleRecord* first, CircleR
 
 bool CalcTrilaterationpPoint(Context* context, uint8_t side, CircleRecord first,
                              CircleRecord second, const char* name, uint32_t* remaining) {
-  return Guarded(
-      false,
-      [=] {
-        const auto left = brenu::PlaceByTrilateration(*context, side != 0, first, second, name);
-        if (left) *remaining = *left;
-        return true;
+  bool answered = false;  // what could not be placed is a finding, but no failure
+  Reported(
+      context,
+      [&] {
+        Outcome outcome =
+            brenu::PlaceByTrilateration(*context, side != 0, first, second, name, *remaining);
+        answered = true;
+        return outcome;
       },
-      context, first.name, second.name, name, remaining);
+      first.name, second.name, name, remaining);
+  return answered;
 }
 
 int32_t GetTraverseResult(Context* context, int32_t index, double* angle, double* angleCorrection,

@@ -2,6 +2,7 @@
 // elsewhere, in one place.
 #pragma once
 
+#include <algorithm>
 #include <cstdint>
 #include <string>
 #include <utility>
@@ -39,6 +40,12 @@ inline Finding Warning(Code code, std::vector<std::string> names = {},
 }
 
 using Findings = std::vector<Finding>;
+
+// Whether one of them is as severe as that.
+inline bool Has(const Findings& findings, Severity severity) {
+  return std::any_of(findings.begin(), findings.end(),
+                     [severity](const Finding& f) { return f.severity >= severity; });
+}
 
 // How a computation ended, and what was noticed on the way.  One that did not succeed has the cause
 // among its findings, as an error.

@@ -36,11 +36,10 @@ void AppendRecord(std::string& out, const CloseError& r) {
 
 }  // namespace
 
-bool WriteClosureReport(const std::vector<CloseError>& records, const FilePath& path) {
-  if (records.empty()) return false;
+Replaced WriteClosureReport(const std::vector<CloseError>& records, const FilePath& path) {
   std::string out;
   for (const CloseError& record : records) AppendRecord(out, record);
-  return ReplaceFile(path, out) != Replaced::kNotOpened;
+  return ReplaceFile(path, out);
 }
 
 }  // namespace brenu

@@ -97,8 +97,12 @@ std::optional<Replaced> WriteBeside(const FilePath& path, std::string_view bytes
 
 }  // namespace
 
-Replaced ReplaceFile(const FilePath& path, std::string_view text) {
+Replaced ReplaceFile(const FilePath& given, std::string_view text) {
   const std::string bytes = WithReturns(text);
+  // Whole and with backslashes: Wine finds the folder of no other.
+  std::error_code error;
+  FilePath path = std::filesystem::absolute(given, error).make_preferred();
+  if (error) path = given;
   const DWORD attributes = GetFileAttributesW(path.c_str());
   {
     // Whether it may be written, with nothing changed.

@@ -30,6 +30,12 @@ struct PlanePart {
   TraverseTable traverses;  // of the last closure errors or computation without orientation
 };
 
+// The networks that a computation adjusted.
+struct AdjustedParts {
+  bool heights = false;
+  bool plane = false;
+};
+
 }  // namespace brenu
 
 // The whole state of one adjustment job, behind the opaque handle of the public header.
@@ -44,6 +50,7 @@ struct AdjustmentContext {
   std::int32_t netType = brenu::kNoControl;  // as of the last build or classification
   brenu::LevelPart level;
   brenu::PlanePart plane;
+  brenu::AdjustedParts adjusted;        // by the last computation
   std::vector<CloseError> closeErrors;  // levelling records, then traverses
   brenu::Findings findings;             // of the last call that changes, computes, reads or writes
 };

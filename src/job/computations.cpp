@@ -65,6 +65,12 @@ Outcome RunByType(AdjustmentContext& context, Level level, Plane plane) {
   return outcome;
 }
 
+// The outcome, with a note whether it is a success.
+Outcome Noted(Outcome outcome, bool& done) {
+  done = outcome.ok;
+  return outcome;
+}
+
 }  // namespace
 
 Outcome RunApproxCalc(AdjustmentContext& context) {
@@ -76,12 +82,15 @@ Outcome RunApproxCalc(AdjustmentContext& context) {
 
 Outcome RunLeastSquareAdj(AdjustmentContext& context) {
   if (context.param.format == kFormatDistancesOnly) {
-    return context.plane.results.AdjustDistances(context.plane.net->param);
+    context.adjusted = {};
+    return Noted(context.plane.results.AdjustDistances(context.plane.net->param),
+                 context.adjusted.plane);
   }
   BuildNetworks(context);
   return RunByType(
-      context, [](LevelAdjustment& level) { return level.LevelAdjust(); },
-      [](PlaneAdjustment& plane) { return plane.Adjust(); });
+      context,
+      [&](LevelAdjustment& level) { return Noted(level.LevelAdjust(), context.adjusted.heights); },
+      [&](PlaneAdjustment& plane) { return Noted(plane.Adjust(), context.adjusted.plane); });
 }
 
 Outcome RunNonDirectionAdj(AdjustmentContext& context) {
@@ -105,8 +114,12 @@ Outcome RunDataSnooping(AdjustmentContext& context, std::uint32_t kind, double l
   }
   return RunByType(
       context,
-      [&](LevelAdjustment& level) { return level.LevelDataSnooping(levelAlpha, announceRound); },
-      [&](PlaneAdjustment& plane) { return plane.DataSnooping(planeAlpha, announceRound); });
+      [&](LevelAdjustment& level) {
+        return Noted(level.LevelDataSnooping(levelAlpha, announceRound), context.adjusted.heights);
+      },
+      [&](PlaneAdjustment& plane) {
+        return Noted(plane.DataSnooping(planeAlpha, announceRound), context.adjusted.plane);
+      });
 }
 
 namespace {

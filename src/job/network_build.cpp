@@ -60,6 +60,7 @@ std::int32_t ClassifyNetwork(AdjustmentContext& context) {
 
 void BuildNetworks(AdjustmentContext& context) {
   const std::int32_t type = ClassifyNetwork(context);
+  context.adjusted = {};
   if (HasLevelling(type)) BuildLevel(context, context.level);
   if (HasPlane(type)) BuildPlane(context, context.plane);
 }

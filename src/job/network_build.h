@@ -10,7 +10,8 @@ namespace brenu {
 std::int32_t ClassifyNetwork(AdjustmentContext& context);
 
 // Classifies, then fills the levelling and the plane network from the store, as far as the type
-// includes them.  Every computation starts here, so that edits of the store take effect.
+// includes them.  Every computation starts here, so that edits of the store take effect; nothing is
+// adjusted then.
 void BuildNetworks(AdjustmentContext& context);
 
 // Keeps the points as a project file gave them.

@@ -36,12 +36,15 @@ std::optional<TrilaterationStep> NextTrilaterationStep(AdjustmentContext& contex
   return step;
 }
 
-std::optional<std::uint32_t> PlaceByTrilateration(AdjustmentContext& context, bool right,
-                                                  const CircleRecord& first,
-                                                  const CircleRecord& second,
-                                                  std::string_view name) {
-  if (!HasPlane(context.netType)) return std::nullopt;
-  return context.plane.points.PlacePoint(right, FromRecord(first), FromRecord(second), name);
+Outcome PlaceByTrilateration(AdjustmentContext& context, bool right, const CircleRecord& first,
+                             const CircleRecord& second, std::string_view name,
+                             std::uint32_t& remaining) {
+  if (!HasPlane(context.netType)) return Error(BRENU_FORMAT_NEEDS_PLANE);
+  PlacedPoints& points = context.plane.points;
+  const bool placed = points.PlacePoint(right, FromRecord(first), FromRecord(second), name);
+  remaining = points.UnplacedCount();
+  if (!placed) return Error(BRENU_NO_PLACE, {std::string(name)});
+  return {};
 }
 
 Outcome FinishTrilateration(AdjustmentContext& context) {

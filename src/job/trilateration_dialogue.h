@@ -23,11 +23,10 @@ struct TrilaterationStep {
 std::optional<TrilaterationStep> NextTrilaterationStep(AdjustmentContext& context,
                                                        std::string_view name);
 
-// Places a point and returns how many are left; empty for networks without a plane part.
-std::optional<std::uint32_t> PlaceByTrilateration(AdjustmentContext& context, bool right,
-                                                  const CircleRecord& first,
-                                                  const CircleRecord& second,
-                                                  std::string_view name);
+// Places a point and says how many are left, but for networks without a plane part.
+Outcome PlaceByTrilateration(AdjustmentContext& context, bool right, const CircleRecord& first,
+                             const CircleRecord& second, std::string_view name,
+                             std::uint32_t& remaining);
 
 // Sets the plane network up with the places of its points and derives the directions of the
 // measured lines; fails unless all new points are placed.

@@ -60,21 +60,20 @@ bool PlacedPoints::IsPlaced(PointNo point) const {
   return std::fabs(m_positions[point].x) >= kUnplaced;
 }
 
-std::uint32_t PlacedPoints::PlacePoint(bool right, const NamedCircle& first,
-                                       const NamedCircle& second, std::string_view name) {
-  const auto remaining = [this] { return static_cast<std::uint32_t>(m_unplacedCount); };
+bool PlacedPoints::PlacePoint(bool right, const NamedCircle& first, const NamedCircle& second,
+                              std::string_view name) {
   const auto solutions = Intersect(first.circle, second.circle);
   const auto from = FindPoint(m_net->layout.IndexOfPoint(first.name).Number());
   const auto to = FindPoint(m_net->layout.IndexOfPoint(second.name).Number());
-  if (!solutions || !from || !to) return remaining();
+  if (!solutions || !from || !to) return false;
   for (const Position& s : {solutions->first, solutions->second}) {
     const double side = SideOf({from->x, from->y}, {to->x, to->y}, s);
     if (right ? !(side >= 0.0) : !(side < 0.0)) continue;
     MoveTo(m_net->layout.IndexOfPoint(name), s);
     --m_unplacedCount;
-    break;
+    return true;
   }
-  return remaining();
+  return false;
 }
 
 void PlacedPoints::MoveTo(PointNo point, const Position& position) {

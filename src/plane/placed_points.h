@@ -47,11 +47,12 @@ class PlacedPoints {
   // Takes all new points back to (0, 0).
   void UnplacePoints();
   bool IsPlaced(PointNo point) const;
-  // Places a point on the right or left of the line from the first to the second centre and
-  // returns how many are left to place, which wraps when a point is placed twice; places nothing
+  // Places a point on the right or left of the line from the first to the second centre; false
   // when the circles do not meet there.
-  std::uint32_t PlacePoint(bool right, const NamedCircle& first, const NamedCircle& second,
-                           std::string_view name);
+  bool PlacePoint(bool right, const NamedCircle& first, const NamedCircle& second,
+                  std::string_view name);
+  // How many are left to place, which wraps when a point was placed twice.
+  std::uint32_t UnplacedCount() const { return static_cast<std::uint32_t>(m_unplacedCount); }
   // The named point, or without name the one whose circles meet nearest to a right angle (then name
   // order), with the best two of its circles.  Empty when there is none.
   std::optional<Placement> NextPlacement(std::string_view name);

@@ -1,7 +1,5 @@
 #include "review/computation.h"
 
-#include <algorithm>
-
 #include "job/closure_list.h"
 #include "job/network_build.h"
 #include "review/network_view.h"
@@ -13,10 +11,7 @@ namespace {
 
 // A result that stands, but means nothing, is none for a person.
 Outcome Judged(Outcome outcome) {
-  const bool hasError =
-      std::any_of(outcome.findings.begin(), outcome.findings.end(),
-                  [](const Finding& f) { return f.severity == Severity::kError; });
-  outcome.ok = outcome.ok && !hasError;
+  outcome.ok = outcome.ok && !Has(outcome.findings, Severity::kError);
   return outcome;
 }
 

@@ -133,19 +133,25 @@ void CheckFormat(const AdjustmentContext& context, const Observations& observati
   if (hasAngles) found.push_back(Warning(BRENU_FORMAT_COUNTS_DIRECTIONS));
 }
 
+// Null when the point is no plane control point, or when a renaming has left the name without
+// point.
+const PointData* PlaneControl(const Store& store, std::string_view name) {
+  const PointData* point = store.FindPoint(store.IndexOfName(name));
+  return point != nullptr && IsPlaneControl(*point) ? point : nullptr;
+}
+
 // Distances between points whose coordinates the file gives.
 void CheckProportions(const AdjustmentContext& context, const Observations& observations,
                       Findings& found) {
   constexpr double kFactor = 2.0;
-  const Store& store = context.store;
   Finding first;
   double more = -1.0;
   for (const Observation& o : observations) {
     if (!HasDistance(o.data) || IsLevelled(o.data)) continue;
-    const PointData& from = *store.FindPoint(store.IndexOfName(o.station));
-    const PointData& to = *store.FindPoint(store.IndexOfName(o.target));
-    if (!IsPlaneControl(from) || !IsPlaneControl(to)) continue;
-    const double known = CalcDistance(from.x, from.y, to.x, to.y);
+    const PointData* from = PlaneControl(context.store, o.station);
+    const PointData* to = PlaneControl(context.store, o.target);
+    if (from == nullptr || to == nullptr) continue;
+    const double known = CalcDistance(from->x, from->y, to->x, to->y);
     const double measured = o.data.distance;
     if (measured < kFactor * known && known < kFactor * measured) continue;
     if (++more == 0.0) {

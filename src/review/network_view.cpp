@@ -10,22 +10,19 @@ bool NetworkFigures::HasPrecision() const {
 
 std::vector<Network> AdjustedNetworks(const AdjustmentContext& context) {
   std::vector<Network> networks;
-  const bool heights = HasLevelling(context.netType) && !IsDistancesOnly(context);
-  if (heights) networks.push_back(Network::kHeights);
-  if (HasPlane(context.netType)) networks.push_back(Network::kPlane);
+  if (context.adjusted.heights) networks.push_back(Network::kHeights);
+  if (context.adjusted.plane) networks.push_back(Network::kPlane);
   return networks;
 }
 
 NetworkFigures FiguresOf(const AdjustmentContext& context, Network network) {
-  NetworkFigures figures{};
-  for (const auto& [index, point] : context.store.Points()) {
-    ++(IsControl(point, network) ? figures.controlPoints : figures.newPoints);
-  }
-  const bool heights = network == Network::kHeights;
-  figures.redundancy =
-      heights ? context.level.results.Redundancy() : context.plane.results.Redundancy();
-  figures.sigma0 = heights ? context.level.results.Sigma0() : context.plane.results.Sigma0();
-  return figures;
+  const auto figuresOf = [](const auto& results) {
+    const NetworkLayout& net = results.Net().layout;
+    return NetworkFigures{net.ControlCount(), net.NewPointCount(), results.Redundancy(),
+                          results.Sigma0()};
+  };
+  return network == Network::kHeights ? figuresOf(context.level.results)
+                                      : figuresOf(context.plane.results);
 }
 
 bool IsUnoriented(const AdjustmentContext& context) {

@@ -85,7 +85,7 @@ std::string SentenceOf(const Finding& finding) {
   return where + ": " + sentence;
 }
 
-const char* IdOf(Code code) {
+const char* IdOf(std::int32_t code) {
   const SentenceEntry* entry = FindSentence(code);
   return entry == nullptr ? "nothing" : entry->id;
 }

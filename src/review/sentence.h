@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <string>
 
 #include "core/finding.h"
@@ -9,7 +10,7 @@ namespace brenu {
 // A finding in words: what is wrong, where, and what to do about it.  Names come out safe to show.
 std::string SentenceOf(const Finding& finding);
 
-// The code as a word for programs, such as "heights-unreached".
-const char* IdOf(Code code);
+// The code as a word for programs, such as "heights-unreached"; "nothing" for no code.
+const char* IdOf(std::int32_t code);
 
 }  // namespace brenu

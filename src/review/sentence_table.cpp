@@ -105,14 +105,14 @@ constexpr SentenceEntry kSentences[] = {
      "the distance {1} - {2} is given as 0{+1}, which stands for none; leave the field empty, or "
      "give the distance"},
     {BRENU_MORE_DOUBTS, "more-doubts",
-     "{v1} more fields are in doubt like these; correct the lines named and run the program again"},
+     "{v1} more fields are in doubt like these; correct the lines named and read the file again"},
 
-    {BRENU_NO_POINTS, "no-points", "the file holds no points; add them and their observations"},
+    {BRENU_NO_POINTS, "no-points", "there are no points; add them and their observations"},
     {BRENU_NO_CONTROL, "no-control",
      "no control point is among the points; give one or more the type 01 (height known), 10 (X "
      "and Y known) or 11 (both)"},
     {BRENU_NO_OBSERVATIONS, "no-observations",
-     "the file holds points but no observations; add observations"},
+     "there are points but no observations; add observations"},
     {BRENU_COORDINATE_NOT_FINITE, "coordinate-not-finite",
      "a coordinate of the point {1} is no finite number; correct it"},
     {BRENU_OBSERVATION_NOT_FINITE, "observation-not-finite",
@@ -236,10 +236,10 @@ static_assert(AreAscending());
 
 }  // namespace
 
-const SentenceEntry* FindSentence(Code code) {
-  const auto found =
-      std::lower_bound(std::begin(kSentences), std::end(kSentences), code,
-                       [](const SentenceEntry& entry, Code wanted) { return entry.code < wanted; });
+const SentenceEntry* FindSentence(std::int32_t code) {
+  const auto found = std::lower_bound(
+      std::begin(kSentences), std::end(kSentences), code,
+      [](const SentenceEntry& entry, std::int32_t wanted) { return entry.code < wanted; });
   return found != std::end(kSentences) && found->code == code ? &*found : nullptr;
 }
 

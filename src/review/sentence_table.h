@@ -1,5 +1,7 @@
 #pragma once
 
+#include <cstdint>
+
 #include "core/finding.h"
 
 namespace brenu {
@@ -17,7 +19,7 @@ struct SentenceEntry {
   const char* text;
 };
 
-// Null for a code that has none.
-const SentenceEntry* FindSentence(Code code);
+// Null for a number that is no code.
+const SentenceEntry* FindSentence(std::int32_t code);
 
 }  // namespace brenu

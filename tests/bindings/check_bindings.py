@@ -1,10 +1,11 @@
 #!/usr/bin/env python3
-"""Checks that the declarations for C# and Python are those of brenu.h.
+"""Checks that the declarations for C# are those of brenu.h, for Python those of survey.h, too.
 
 Functions by name, result and arguments, records by the name, type and place of every field.  No
 compiler and no library is needed: a fault here would otherwise be found as garbage in a result."""
 
 import ctypes
+import dataclasses
 import pathlib
 import re
 import sys
@@ -15,7 +16,7 @@ ROOT = pathlib.Path(__file__).resolve().parents[2]
 # What Python has for the types of C; a buffer to write into is a text to ctypes.
 C_TYPES = {
     "void": None, "double": ctypes.c_double, "int32_t": ctypes.c_int32,
-    "uint32_t": ctypes.c_uint32, "uint8_t": ctypes.c_uint8, "bool": ctypes.c_bool,
+    "size_t": ctypes.c_size_t, "uint32_t": ctypes.c_uint32, "uint8_t": ctypes.c_uint8, "bool": ctypes.c_bool,
     "char": ctypes.c_char, "AdjustmentContext*": ctypes.c_void_p, "char*": ctypes.c_char_p,
     "char[255]": ctypes.c_char_p,
 }  # fmt: skip
@@ -88,8 +89,9 @@ def python_modules():
     sys.modules["brenu"] = package
     import brenu.layouts
     import brenu.prototypes
+    import brenu.records
 
-    return brenu.layouts, brenu.prototypes
+    return brenu.layouts, brenu.prototypes, brenu.records
 
 
 def for_python(kind, layouts):
@@ -108,8 +110,9 @@ def places(record):
     return fields, ctypes.sizeof(record)
 
 
-def layout(fields):
-    kinds = [(n, C_TYPES[k] * c if c > 1 else C_TYPES[k]) for n, k, c in fields]
+def layout(fields, layouts):
+    kinds = [(n, for_python(k, layouts), c) for n, k, c in fields]
+    kinds = [(n, k * c if c > 1 else k) for n, k, c in kinds]
     return places(type("Record", (ctypes.Structure,), {"_fields_": kinds}))
 
 
@@ -124,37 +127,52 @@ def plain(kind):
 def differences(what, wanted, found):
     for name in sorted(wanted.keys() | found.keys()):
         if wanted.get(name) != found.get(name):
-            yield f"{what}: {name} is {found.get(name)}, in brenu.h {wanted.get(name)}"
+            yield f"{what}: {name} is {found.get(name)}, in the header {wanted.get(name)}"
+
+
+def listed(file, names):
+    found = (ROOT / "cmake" / file).read_text().split()
+    return differences(file, dict.fromkeys(names, "there"), dict.fromkeys(found, "there"))
 
 
 def main():
     header = (ROOT / "include/brenu/brenu.h").read_text()
-    stated = re.findall(r"typedef struct (\w+) \{ +/\* (\d+) bytes", header)
+    survey = (ROOT / "include/brenu/survey.h").read_text()
+    stated = re.findall(r"typedef struct (\w+) \{ +/\* (\d+) bytes", header + survey)
     in_c, records_c = functions(strip_comments(header)), records(strip_comments(header))
-    sizes = {name: layout(fields) for name, fields in records_c.items()}
-    exports = (ROOT / "cmake/exports.txt").read_text().split()
+    in_survey = functions(strip_comments(survey))
+    layouts, prototypes, python_records = python_modules()
+    all_records = {**records_c, **records(strip_comments(survey))}
+    sizes = {name: layout(fields, layouts) for name, fields in all_records.items()}
 
     sources = [path.read_text() for path in sorted((ROOT / "bindings/csharp").glob("*.cs"))]
     csharp = as_c(strip_comments("\n".join(sources)))
 
-    layouts, prototypes = python_modules()
     wanted = {
         name: [for_python(kind, layouts) for kind in (result, *arguments)]
-        for name, (result, arguments) in in_c.items()
+        for name, (result, arguments) in {**in_c, **in_survey}.items()
     }
     python = {
         name: [plain(kind) for kind in (result, *arguments)]
         for name, (result, arguments) in prototypes.PROTOTYPES.items()
     }
+    # Dataclasses have the fields in use in the same order, with words apart.
+    fields_c, fields = {}, {}
+    for name in records_c:
+        fields_c[name] = [f.lower() for f in python_records.layout_fields(getattr(layouts, name))]
+        found = dataclasses.fields(getattr(python_records, name))[: len(fields_c[name])]
+        fields[name] = [f.name.replace("_", "") for f in found]
     faults = [
-        *differences("exports.txt", dict.fromkeys(in_c, "there"), dict.fromkeys(exports, "there")),
+        *listed("exports.txt", in_c),
+        *listed("survey-exports.txt", in_survey),
         *differences("stated size", {n: str(size) for n, (_, size) in sizes.items()}, dict(stated)),
         *differences("C#", in_c, functions(csharp)),
         *differences("C#", records_c, records(csharp)),
         *differences("Python", wanted, python),
         *differences("Python", sizes, {n: places(getattr(layouts, n)) for n in sizes}),
+        *differences("Python", fields_c, fields),
     ]
-    print(f"{len(in_c)} functions and {len(records_c)} records compared")
+    print(f"{len(wanted)} functions and {len(sizes)} records compared")
     return "\n".join(faults) or None
 
 

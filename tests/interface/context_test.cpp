@@ -2,11 +2,9 @@
 #include <gtest/gtest.h>
 
 #include <limits>
-#include <tuple>
-#include <type_traits>
-#include <utility>
 
 #include "support/job.h"
+#include "support/null_pointers.h"
 #include "support/temp_file.h"
 
 namespace brenu::testing {
@@ -21,22 +19,6 @@ TEST(Parameters, FreshContextHoldsTheDefaultsAndKeepsWhatIsSet) {
   EXPECT_EQ(Bytes(GetAdjParam(job)), Bytes(odd));
   EXPECT_EQ(GetAdjParam(Job()).MO, 2.5);  // of this context only
   EXPECT_EQ(Bytes(GetAdjParam(nullptr)), Bytes(AdjParam{}));
-}
-
-// That the call fails with any one of its pointers null, and not with all of them in place.
-template <typename Result, typename... Args>
-void ExpectRefusesNull(std::type_identity_t<Result> failure, Result (*call)(Args...),
-                       std::type_identity_t<Args>... args) {
-  std::tuple<Args...> all(args...);
-  const auto callWithout = [&](auto& argument) {
-    if constexpr (std::is_pointer_v<std::remove_reference_t<decltype(argument)>>) {
-      const auto kept = std::exchange(argument, nullptr);
-      EXPECT_EQ(std::apply(call, all), failure);
-      argument = kept;
-    }
-  };
-  std::apply([&](auto&... each) { (callWithout(each), ...); }, all);
-  EXPECT_NE(std::apply(call, all), failure);
 }
 
 TEST(NullPointers, AreRefusedByEveryFunction) {

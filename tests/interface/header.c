@@ -1,5 +1,6 @@
-/* The header alone, as C99: it needs nothing before it, and its records have their sizes there. */
+/* The headers alone, as C99: they need nothing before them, and their records have their sizes. */
 #include "brenu/brenu.h"
+#include "brenu/survey.h"
 
 #define SIZE(record, bytes) typedef char record##Size[sizeof(record) == (bytes) ? 1 : -1]
 
@@ -10,3 +11,6 @@ SIZE(CloseError, 344);
 SIZE(PlaneResult, 64);
 SIZE(VerticalResult, 24);
 SIZE(CircleRecord, 32);
+SIZE(brenu_finding, 24);
+SIZE(brenu_figures, 24);
+SIZE(brenu_pair, 288);

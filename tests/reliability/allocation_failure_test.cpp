@@ -11,7 +11,7 @@
 #include <string_view>
 
 #include "bench/grid_network.h"
-#include "brenu/brenu.h"
+#include "brenu/survey.h"
 #include "core/normal_equations.h"
 #include "fuzz/exercise.h"
 #include "support/job.h"
@@ -120,7 +120,20 @@ bool Snoop(AdjustmentContext* job) {
   return DataSnooping(job, static_cast<std::uint32_t>(GetNetType(job)), 0.001, 0.001) == 1;
 }
 
+// A file with doubts, their text and the check of its data.
+bool ReadAndTell(AdjustmentContext*) {
+  constexpr std::string_view kText = "[PT]\na point of this long name,02,,,inf\n";
+  AdjustmentContext* const job = StartAdjustment();
+  char text[100];
+  const bool told = brenu_read_memory(job, kText.data(), kText.size()) == BRENU_PROJECT_FILE &&
+                    brenu_finding_text(job, 0, text, sizeof text) > 0;
+  const bool done = told && !brenu_check_data(job) && brenu_finding_name(job, 0, 0, text, 3) > 0;
+  EndAdjustment(job);
+  return done;
+}
+
 constexpr Step kSteps[] = {
+    ReadAndTell,
     AddPairs,
     Rename,
     AddAndDelete,

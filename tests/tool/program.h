@@ -15,6 +15,8 @@
 #include <sys/wait.h>
 #endif
 
+#include "support/network_text.h"
+
 namespace brenu::testing {
 
 using ::testing::ContainsRegex;
@@ -25,11 +27,6 @@ struct Outcome {
   int status;
   std::string out, err;
 };
-
-// The text with one place of it changed.
-inline std::string With(std::string text, const std::string& from, const std::string& to) {
-  return text.replace(text.find(from), from.size(), to);
-}
 
 class ProgramTest : public ::testing::Test {
  protected:
@@ -65,7 +62,6 @@ class ProgramTest : public ::testing::Test {
   Outcome On(const std::string& text, const std::string& command) const {
     return Execute(command + " \"" + Write(text) + '"');
   }
-  Outcome Adjust(const std::string& text) const { return On(text, "adjust"); }
 
   // That the command is done without a warning, and its output holds each of the texts.
   void ExpectOutput(const std::string& text, const std::vector<std::string>& regularExpressions,
