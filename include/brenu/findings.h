@@ -126,7 +126,11 @@ typedef enum brenu_code {
   BRENU_PLANE_NOT_CONVERGED = 428,
   BRENU_CONTROL_DOES_NOT_FIT = 429, /* names: point, coordinate; values: by how much the others want
                                          it greater, metres, and its test value */
-  BRENU_HEIGHT_LEFT_OUT = 430         /* names: point */
+  BRENU_HEIGHT_LEFT_OUT = 430,      /* names: point */
+  BRENU_RULES_DIFFER = 431,         /* names: point; values: distance, metres, and in standard
+                                       errors */
+  BRENU_CLASSIC_RULES_REFUSE = 432,
+  BRENU_LEVEL_SIGMA_CONTRADICTED = 433 /* values: a-posteriori, a-priori, mm for 1 km */
 } brenu_code;
 
 #endif /* BRENU_FINDINGS_H_ */

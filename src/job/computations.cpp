@@ -152,18 +152,19 @@ Outcome RunEach(AdjustmentContext& context, Level level, Plane plane) {
       if (!IsOfOtherNetwork(context, finding)) outcome.findings.push_back(std::move(finding));
     }
   };
+  context.adjusted = {};
   context.level.results = {};
   context.plane.results = {};
   if (HasLevelling(context.netType) && !distancesOnly) {
     context.level.results = LevelAdjustment(context.level.net, context.rules.levelSigma);
-    take(level(context.level.results));
+    take(Noted(level(context.level.results), context.adjusted.heights));
     if (!context.level.results.ApproximateHeights().IsEmpty()) {
       context.level.heights = context.level.results.ApproximateHeights();
     }
   }
   if (HasPlane(context.netType)) {
     context.plane.results = PlaneAdjustment(context.plane.net, RuleSet::kTextbook);
-    take(plane(context.plane.results));
+    take(Noted(plane(context.plane.results), context.adjusted.plane));
     context.plane.points.SetPositions(context.plane.results.ApproximateCoordinates());
   }
   return outcome;

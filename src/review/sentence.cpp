@@ -1,5 +1,6 @@
 #include "review/sentence.h"
 
+#include <cmath>
 #include <string_view>
 #include <vector>
 
@@ -47,6 +48,17 @@ std::string Replacement(std::string_view placeholder, const Finding& finding) {
     case '+': {
       const double more = ValueAt(finding, NumberIn(placeholder, 1));
       return more > 0.0 ? " and " + Fixed(more, 0) + " more" : "";
+    }
+    case '#': {
+      const double count = ValueAt(finding, NumberIn(placeholder, 1));
+      const std::string what(placeholder.substr(3));
+      if (count == 0.0) return "no " + what;
+      return Fixed(count, 0) + ' ' + what + (count == 1.0 ? "" : "s");
+    }
+    case '=': {
+      const double value = ValueAt(finding, NumberIn(placeholder, 1));
+      return ValueText(std::fabs(value), placeholder.substr(3, 1)) +
+             std::string(placeholder.substr(4)) + (value < 0.0 ? " smaller" : " greater");
     }
     case '?':
       return ValueAt(finding, NumberIn(placeholder, 1)) != 0.0
