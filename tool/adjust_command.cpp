@@ -73,8 +73,8 @@ Ending WriteClosures(AdjustmentContext& context, const AdjustOptions& options) {
 bool IsComplete(const Findings& findings) {
   return std::none_of(findings.begin(), findings.end(), [](const Finding& f) {
     return f.severity == Severity::kError || f.code == BRENU_POINT_LEFT_OUT ||
-           f.code == BRENU_POINT_UNDETERMINED || f.code == BRENU_HEIGHT_LEFT_OUT ||
-           f.code == BRENU_CONTROL_DOES_NOT_FIT;
+           f.code == BRENU_GROUP_LEFT_OUT || f.code == BRENU_POINTS_UNDETERMINED ||
+           f.code == BRENU_HEIGHTS_LEFT_OUT || f.code == BRENU_CONTROL_DOES_NOT_FIT;
   });
 }
 

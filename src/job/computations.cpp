@@ -124,17 +124,18 @@ Outcome RunDataSnooping(AdjustmentContext& context, std::uint32_t kind, double l
 
 namespace {
 
-// Whether a warning about a point left out by one network says nothing new: the other one has it.
-bool IsOfOtherNetwork(const AdjustmentContext& context, const Finding& finding) {
-  if (context.netType != kPlaneAndLevelling || finding.names.empty()) return false;
-  const std::string& name = finding.names.front();
-  if (finding.code == BRENU_HEIGHT_LEFT_OUT) {
+// That one network leaves out a point of the other one alone says nothing.
+bool SaysSomething(const AdjustmentContext& context, Finding& finding) {
+  if (context.netType != kPlaneAndLevelling || finding.names.empty()) return true;
+  if (finding.code == BRENU_HEIGHTS_LEFT_OUT) {
     const NetworkLayout& net = context.level.net->layout;
-    const Slot slot = net.Names().Find(name);
-    return net.SightsFrom(slot).Size() == 0 && net.SightsTo(slot).empty();
+    std::erase_if(finding.names, [&net](const std::string& name) {
+      const Slot slot = net.Names().Find(name);
+      return net.SightsFrom(slot).Size() == 0 && net.SightsTo(slot).empty();
+    });
+    return !finding.names.empty();
   }
-  return finding.code == BRENU_POINT_LEFT_OUT && finding.values[0] == 0.0 &&
-         finding.values[1] == 0.0;
+  return finding.code != BRENU_POINT_LEFT_OUT || finding.values[0] + finding.values[1] > 0.0;
 }
 
 template <typename Level, typename Plane>
@@ -149,7 +150,7 @@ Outcome RunEach(AdjustmentContext& context, Level level, Plane plane) {
   const auto take = [&](Outcome part) {
     outcome.ok = outcome.ok || part.ok;
     for (Finding& finding : part.findings) {
-      if (!IsOfOtherNetwork(context, finding)) outcome.findings.push_back(std::move(finding));
+      if (SaysSomething(context, finding)) outcome.findings.push_back(std::move(finding));
     }
   };
   context.adjusted = {};

@@ -32,14 +32,9 @@ Outcome LevelAdjustment::ApproximateAsTextbook() {
     if (net.Sights().IsEmpty()) return outcome;
     Finding unreached = std::move(outcome.findings.front());
     outcome = {};
-    for (std::string& name : unreached.names) {
-      m_isLeftOut[net.IndexOfPoint(name)] = 1;
-      outcome.findings.push_back(Warning(BRENU_HEIGHT_LEFT_OUT, {std::move(name)}));
-    }
-    if (static_cast<std::int32_t>(outcome.findings.size()) == net.NewPointCount()) {
-      unreached.severity = Severity::kError;
-      return unreached;
-    }
+    for (const std::string& name : unreached.names) m_isLeftOut[net.IndexOfPoint(name)] = 1;
+    if (static_cast<std::int32_t>(unreached.names.size()) == net.NewPointCount()) return unreached;
+    outcome.findings.push_back(Warning(BRENU_HEIGHTS_LEFT_OUT, std::move(unreached.names)));
   }
   const auto isOut = [&](Slot slot) {
     return net.PointOf(slot).IsNone() || m_isLeftOut[net.PointOf(slot)] != 0;
@@ -147,8 +142,7 @@ class LevelAdjustment::Snooped : public SnoopedNetwork {
       if (!(std::fabs(fit.w) > largest)) continue;
       largest = std::fabs(fit.w);
       const NetworkLayout& net = m_net.m_net->layout;
-      found = {Warning(BRENU_CONTROL_DOES_NOT_FIT,
-                       {net.Names().NameAt(net.SlotOf(fit.point)), "H"},
+      found = {Warning(BRENU_CONTROL_DOES_NOT_FIT, {net.Names().NameAt(net.SlotOf(fit.point)), "H"},
                        {fit.correction, largest})};
     }
     return found;

@@ -90,15 +90,16 @@ void PlaneAdjustment::ExcludeObservations() {
 // The points of unknowns that the observations do not determine.
 Findings PlaneAdjustment::LeaveOut(const std::vector<std::int32_t>& unknowns) {
   const NetworkLayout& net = m_net->layout;
-  Findings findings;
+  std::vector<std::string> names;
   for (const std::int32_t unknown : unknowns) {
     const PointNo point(unknown / 2);
     if (unknown >= 2 * net.PointCount() || net.IsControl(point)) continue;
     if (std::exchange(m_isLeftOut[point], 1) != 0) continue;
-    findings.push_back(Warning(BRENU_POINT_UNDETERMINED, {net.Names().NameAt(net.SlotOf(point))}));
+    names.push_back(net.Names().NameAt(net.SlotOf(point)));
   }
   ExcludeObservations();
-  return findings;
+  if (names.empty()) return {};
+  return {Warning(BRENU_POINTS_UNDETERMINED, std::move(names))};
 }
 
 // Much more firmly than any observation, but so that a cofactor still tells what the observations
@@ -136,8 +137,8 @@ Findings PlaneAdjustment::SolveAndLeaveOut() {
 
 Outcome PlaneAdjustment::Converge() {
   constexpr int kMostPasses = 60;
-  constexpr double kSettled = 1e-5;       // metres: a hundredth of a millimetre
-  constexpr double kWellLinear = 1e-3;    // below this the last factors will do
+  constexpr double kSettled = 1e-5;     // metres: a hundredth of a millimetre
+  constexpr double kWellLinear = 1e-3;  // below this the last factors will do
   constexpr double kAlmostSettled = 1e-3;
   Outcome outcome;
   double before = std::numeric_limits<double>::infinity();

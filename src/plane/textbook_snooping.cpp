@@ -25,14 +25,16 @@ class PlaneAdjustment::GrossErrors {
     for (PlaneObs& o : m_net.m_obs.distances) {
       if (!o.inUse) continue;
       const double v = m_net.DistanceCoefficients(o.from, o.to).value - o.observed;
-      m_rated.push_back({&o, std::fabs(v) / m_net.DistanceError(o.observed)});
+      m_rated.push_back({&o, std::fabs(v) / m_net.DistanceError(o.observed), true});
     }
     const double limit = kManyErrors * Scale();
     for (const Rated& r : m_rated) Count(*r.observation, r.ratio > limit);
     std::vector<PlaneObs*> found;
     for (const Rated& r : m_rated) {
       const PlaneObs& o = *r.observation;
-      if (r.ratio > limit && HasPlenty(o.from) && HasPlenty(o.to)) found.push_back(r.observation);
+      if (r.ratio > limit && r.othersJudge && HasPlenty(o.from) && HasPlenty(o.to)) {
+        found.push_back(r.observation);
+      }
     }
     return found;
   }
@@ -43,10 +45,12 @@ class PlaneAdjustment::GrossErrors {
   struct Rated {
     PlaneObs* observation;
     double ratio;  // residual by standard error
+    bool othersJudge;
   };
 
-  // With circles turned as most of their directions say.
+  // With circles turned as most of their directions say, which takes four.
   void RateDirections() {
+    constexpr std::size_t kMajority = 4;
     const approximate::Accuracy accuracy(m_net.m_param);
     std::vector<double> angles;
     std::vector<double> lengths;
@@ -66,7 +70,7 @@ class PlaneAdjustment::GrossErrors {
       for (auto o = begin; o != end; ++o) {
         if (!o->inUse) continue;
         const double v = HalfCircle(angles[k++] - common) * kRho;
-        m_rated.push_back({&*o, std::fabs(v) / m_net.m_param.MO});
+        m_rated.push_back({&*o, std::fabs(v) / m_net.m_param.MO, angles.size() >= kMajority});
       }
     }
   }
@@ -189,9 +193,20 @@ void PlaneAdjustment::TakeOutGrossErrors() {
   for (PlaneObs* o : errors.Find()) o->inUse = false;
 }
 
+namespace {
+bool LosesPoints(const Outcome& outcome) {
+  return std::any_of(outcome.findings.begin(), outcome.findings.end(),
+                     [](const Finding& f) { return f.code == BRENU_POINTS_UNDETERMINED; });
+}
+}  // namespace
+
 Outcome PlaneAdjustment::SnoopAsTextbook(double alpha,
                                          const std::function<void(int)>& announceRound) {
   Outcome outcome = PlaceAndConverge(true);
+  if (!outcome.ok || LosesPoints(outcome)) {
+    *this = PlaneAdjustment(m_net, m_rules);
+    outcome = PlaceAndConverge(false);
+  }
   if (!outcome.ok) return outcome;
   Snooped network(*this);
   SnoopingResult result = Snoop(network, NormalQuantile(1.0 - alpha * 0.5), announceRound);

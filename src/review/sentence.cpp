@@ -34,6 +34,21 @@ std::size_t NumberIn(std::string_view placeholder, std::size_t place) {
   return place < placeholder.size() ? static_cast<std::size_t>(placeholder[place] - '0') : 0;
 }
 
+std::string Count(double count, const std::string& what) {
+  return Fixed(count, 0) + ' ' + what + (count == 1.0 ? "" : "s");
+}
+
+// Two kinds of things, "direction|distance", counted by the first two values.
+std::string OnlyThese(std::string_view kinds, const Finding& finding) {
+  const std::size_t bar = kinds.find('|');
+  const std::string first = Count(ValueAt(finding, 1), std::string(kinds.substr(0, bar)));
+  const std::string second = Count(ValueAt(finding, 2), std::string(kinds.substr(bar + 1)));
+  if (ValueAt(finding, 1) + ValueAt(finding, 2) == 0.0) return "nothing";
+  if (ValueAt(finding, 2) == 0.0) return first;
+  if (ValueAt(finding, 1) == 0.0) return second;
+  return first + " and " + second;
+}
+
 std::string Fill(std::string_view text, const Finding& finding);
 
 std::string Replacement(std::string_view placeholder, const Finding& finding) {
@@ -49,12 +64,8 @@ std::string Replacement(std::string_view placeholder, const Finding& finding) {
       const double more = ValueAt(finding, NumberIn(placeholder, 1));
       return more > 0.0 ? " and " + Fixed(more, 0) + " more" : "";
     }
-    case '#': {
-      const double count = ValueAt(finding, NumberIn(placeholder, 1));
-      const std::string what(placeholder.substr(3));
-      if (count == 0.0) return "no " + what;
-      return Fixed(count, 0) + ' ' + what + (count == 1.0 ? "" : "s");
-    }
+    case '&':
+      return OnlyThese(placeholder.substr(1), finding);
     case '=': {
       const double value = ValueAt(finding, NumberIn(placeholder, 1));
       return ValueText(std::fabs(value), placeholder.substr(3, 1)) +

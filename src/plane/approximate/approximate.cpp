@@ -1,10 +1,10 @@
 #include "plane/approximate/approximate.h"
 
 #include <algorithm>
-#include <string>
 
 #include "plane/approximate/fit.h"
 #include "plane/approximate/parts.h"
+#include "plane/approximate/unplaced.h"
 
 namespace brenu {
 
@@ -40,7 +40,7 @@ class Approximation {
   }
 
   const Places& Result() const { return m_places; }
-  Findings Unplaced() const;
+  Findings Unplaced() const { return ExplainUnplaced(m_layout, m_rays, m_places); }
 
  private:
   bool IsControl(Slot slot) const { return m_layout.IsControl(m_layout.PointOf(slot)); }
@@ -170,34 +170,14 @@ void Approximation::PlaceAsStored() {
     const Slot slot = m_layout.SlotOf(i);
     const bool isObserved =
         m_layout.SightsFrom(slot).Size() > 0 || !m_layout.SightsTo(slot).empty();
-    const bool isGiven = stored.x != 0.0 && stored.y != 0.0 && std::isfinite(stored.x) &&
-                         std::isfinite(stored.y);
+    const bool isGiven =
+        stored.x != 0.0 && stored.y != 0.0 && std::isfinite(stored.x) && std::isfinite(stored.y);
     if (!isGiven || !isObserved || m_places.IsPlaced(slot)) continue;
     m_places.Place(slot, {stored.x, stored.y});
     m_growth.Announce(slot);
     placed = true;
   }
   if (placed) m_growth.Run();
-}
-
-Findings Approximation::Unplaced() const {
-  Findings findings;
-  for (const PointNo i : m_layout.NewPoints()) {
-    const Slot slot = m_layout.SlotOf(i);
-    if (m_places.IsPlaced(slot) || m_layout.PointOf(slot) != i) continue;
-    double directions = 0.0;
-    double distances = 0.0;
-    const auto count = [&](SightNo k) {
-      directions += m_rays[k].HasReading() || m_rays[k].HasAzimuth() ? 1.0 : 0.0;
-      const ObsData& obs = m_layout.At(k).obs;
-      distances += m_rays[k].HasDistance() && HasDistance(obs) ? 1.0 : 0.0;
-    };
-    for (const SightNo k : m_layout.SightsFrom(slot)) count(k);
-    for (const SightNo k : m_layout.SightsTo(slot)) count(k);
-    findings.push_back(Warning(BRENU_POINT_LEFT_OUT, {m_layout.Names().NameAt(slot)},
-                               {directions, distances}));
-  }
-  return findings;
 }
 
 }  // namespace

@@ -233,8 +233,8 @@ std::optional<Candidate> BestCandidate(const std::vector<Measure>& measures,
     if (best == nullptr || c.cost < best->cost) best = &c;
   }
   if (best == nullptr) return std::nullopt;
-  // Another place with which everything agrees, too, leaves it open.  Where measures contradict each
-  // other the best place will do: the others are settled later.
+  // Another place with which everything agrees, too, leaves it open.  Where measures contradict
+  // each other the best place will do: the others are settled later.
   constexpr double kAgreement = 0.5;
   for (const Candidate& c : all) {
     if (c.redundancy < best->redundancy || c.cost > kAgreement) continue;

@@ -10,10 +10,10 @@ namespace brenu::approximate {
 
 // What was measured between a point and a placed one.
 struct Measure {
-  Position from;            // of the placed point
-  double bearing = kNone;   // azimuth from there to the point, radians; not a number when unknown
-  double reading = kNone;   // at the point, whose circle is not oriented, towards the placed point
-  double distance = 0.0;    // metres; 0 when none
+  Position from;           // of the placed point
+  double bearing = kNone;  // azimuth from there to the point, radians; not a number when unknown
+  double reading = kNone;  // at the point, whose circle is not oriented, towards the placed point
+  double distance = 0.0;   // metres; 0 when none
 
   bool HasBearing() const { return !std::isnan(bearing); }
   bool HasReading() const { return !std::isnan(reading); }

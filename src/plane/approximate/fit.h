@@ -9,7 +9,7 @@ namespace brenu::approximate {
 
 // A plane similarity: turn, scale, shift; with its sense reversed first where it mirrors.
 struct Similarity {
-  double turn = 0.0;   // radians
+  double turn = 0.0;  // radians
   double scale = 1.0;
   Position shift{0.0, 0.0};
   bool mirrors = false;

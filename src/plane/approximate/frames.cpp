@@ -19,8 +19,8 @@ Frames::Frames(const NetworkLayout& layout, const Rays& rays) {
     }
     if (m_points.size() == first) continue;
     const auto begin = m_points.begin() + static_cast<std::ptrdiff_t>(first);
-    const auto place = std::find_if(
-        begin, m_points.end(), [station](const FramePoint& p) { return p.point > station; });
+    const auto place = std::find_if(begin, m_points.end(),
+                                    [station](const FramePoint& p) { return p.point > station; });
     m_points.insert(place, {station, {0.0, 0.0}});
     for (std::size_t i = first; i < m_points.size(); ++i) {
       ++frames[m_points[i].point.Position() + 1];
@@ -73,9 +73,9 @@ std::vector<CommonVector> CommonVectors(std::span<const Position> first,
       const Position a = first[j] - first[i];
       const Position b = second[j] - second[i];
       const double length = (LengthOf(a) + LengthOf(b)) / 2.0;
-      const double error = std::hypot(
-          std::hypot(PlaceError(first[i], accuracy), PlaceError(first[j], accuracy)),
-          std::hypot(PlaceError(second[i], accuracy), PlaceError(second[j], accuracy)));
+      const double error =
+          std::hypot(std::hypot(PlaceError(first[i], accuracy), PlaceError(first[j], accuracy)),
+                     std::hypot(PlaceError(second[i], accuracy), PlaceError(second[j], accuracy)));
       if (std::fabs(LengthOf(a) - LengthOf(b)) > kTolerance * error) continue;
       if (length < kTolerance * error) continue;
       vectors.push_back({length, HalfCircle(AngleOf(a) - AngleOf(b)), error / length});
@@ -98,9 +98,8 @@ bool FindTurn(std::span<const Position> first, std::span<const Position> second,
   const CommonVector* best = nullptr;
   std::ptrdiff_t most = 0;
   for (const CommonVector& candidate : vectors) {
-    const auto votes = std::count_if(vectors.begin(), vectors.end(), [&](const CommonVector& v) {
-      return Agree(candidate, v);
-    });
+    const auto votes = std::count_if(vectors.begin(), vectors.end(),
+                                     [&](const CommonVector& v) { return Agree(candidate, v); });
     if (votes > most || (votes == most && candidate.sigma < best->sigma)) {
       most = votes;
       best = &candidate;

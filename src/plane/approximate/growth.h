@@ -15,10 +15,10 @@ class Growth {
  public:
   // What the places are.
   enum class System : std::uint8_t {
-    kGrid,        // azimuths count, and stored coordinates of new points are hints
-    kPart,        // of a part of the network: only stations oriented beforehand tell directions
-    kScaleless,   // the same without regard to distances
-    kDistances    // distances alone count
+    kGrid,       // azimuths count, and stored coordinates of new points are hints
+    kPart,       // of a part of the network: only stations oriented beforehand tell directions
+    kScaleless,  // the same without regard to distances
+    kDistances   // distances alone count
   };
   Growth(const PlaneNet& net, const Rays& rays, const Accuracy& accuracy, Places& places,
          System system);

@@ -58,8 +58,7 @@ class EdgeFinder {
     const SightNo back = m_layout.FindSight(s.target, s.station);
     if (back.IsNone() || !m_rays[back].HasReading()) return;
     Add(m_nodes.nodeOf[s.station], m_nodes.nodeOf[s.target],
-        m_rays[k].reading + kPi - m_rays[back].reading,
-        std::numbers::sqrt2 * m_accuracy.direction);
+        m_rays[k].reading + kPi - m_rays[back].reading, std::numbers::sqrt2 * m_accuracy.direction);
   }
 
   void AddAzimuth(SightNo k) {

@@ -165,16 +165,15 @@ void HoldOneEach(const Orientations& o, NormalEquations& normal) {
 
 Orientations SolveOrientations(std::size_t nodeCount, std::vector<OrientationEdge> edges) {
   EdgeVote(nodeCount, edges).WeakenContradicted(edges);
-  std::stable_sort(edges.begin(), edges.end(),
-                   [](const OrientationEdge& a, const OrientationEdge& b) {
-                     return a.sigma < b.sigma;
-                   });
+  std::stable_sort(
+      edges.begin(), edges.end(),
+      [](const OrientationEdge& a, const OrientationEdge& b) { return a.sigma < b.sigma; });
   Orientations result = OrientByTree(nodeCount, edges);
   if (edges.empty()) return result;
   NormalEquations normal;
   normal.SetPattern(PatternOf(nodeCount, edges));
   constexpr int kRounds = 9;
-  constexpr int kFading = 6;  // the first round that lets contradictions fade out altogether
+  constexpr int kFading = 6;     // the first round that lets contradictions fade out altogether
   constexpr double kFits = 5.0;  // standard errors
   for (int round = 0; round < kRounds; ++round) {
     normal.Reset();

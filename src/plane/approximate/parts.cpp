@@ -111,8 +111,7 @@ bool PartFinder::BeginTriangle(Slot point) {
         if (!k.IsNone() && m_rays[k].HasDistance()) length = m_rays[k].distance;
       }
       if (length == 0.0) continue;
-      const double quality =
-          IntersectionQuality({{0.0, 0.0}, a.length}, {{length, 0.0}, b.length});
+      const double quality = IntersectionQuality({{0.0, 0.0}, a.length}, {{length, 0.0}, b.length});
       if (quality <= best) continue;
       best = quality;
       first = a;

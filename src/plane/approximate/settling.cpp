@@ -6,7 +6,8 @@
 
 namespace brenu::approximate {
 
-// How far the line between two points is off along a direction: misfit = e (P_to - P_from) - wanted.
+// How far the line between two points is off along a direction: misfit = e (P_to - P_from) -
+// wanted.
 struct Settling::Equation {
   Slot from, to;
   Position direction;  // e, of unit length
@@ -38,8 +39,8 @@ std::vector<Settling::Equation> Settling::MakeEquations() const {
         equations.push_back({from, to, across, Dot(across, line), sigma});
       }
       if (ray.HasDistance()) {
-        equations.push_back({from, to, along, Dot(along, line) - ray.distance,
-                             m_accuracy.Distance(ray.distance)});
+        equations.push_back(
+            {from, to, along, Dot(along, line) - ray.distance, m_accuracy.Distance(ray.distance)});
       }
     }
   }
@@ -57,35 +58,40 @@ double RobustScale(std::vector<double> ratios) {
   return std::max(1.0, *middle / kOfNormal);
 }
 
+// Places that contradict nothing by much are good enough to begin an adjustment with, which costs
+// no more from there; what else there is the weights have to find.
+bool IsSettled(int round, double largestRatio, double scale) {
+  constexpr double kFitsAtOnce = 200.0;  // standard errors
+  constexpr double kFits = 10.0;
+  return largestRatio < (round == 0 ? kFitsAtOnce : kFits * scale);
+}
+
 }  // namespace
 
 bool Settling::Solve(int round) {
   if (m_unknownPoints.empty()) return false;
   const std::vector<Equation> equations = MakeEquations();
-  if (!m_isAnalysed) {
-    UnknownPattern pattern =
-        PointPattern(static_cast<std::int32_t>(m_unknownPoints.size()), 2);
-    for (const Equation& e : equations) pattern.Connect(m_number[e.from], m_number[e.to]);
-    m_normal.SetPattern(pattern);
-    m_isAnalysed = true;
-  }
+  if (equations.empty()) return false;
   std::vector<double> ratios;
   ratios.reserve(equations.size());
   for (const Equation& e : equations) ratios.push_back(std::fabs(e.misfit) / e.sigma);
   const double scale = RobustScale(ratios);
-  constexpr double kFits = 6.0;  // standard errors
-  const bool allFit = std::all_of(ratios.begin(), ratios.end(),
-                                  [scale](double ratio) { return ratio < kFits * scale; });
-  if (round > 0 && allFit) return false;
+  if (IsSettled(round, *std::max_element(ratios.begin(), ratios.end()), scale)) return false;
 
+  if (!m_isAnalysed) {
+    UnknownPattern pattern = PointPattern(static_cast<std::int32_t>(m_unknownPoints.size()), 2);
+    for (const Equation& e : equations) pattern.Connect(m_number[e.from], m_number[e.to]);
+    m_normal.SetPattern(pattern);
+    m_isAnalysed = true;
+  }
   m_normal.Reset();
   for (const Equation& e : equations) {
     const double ratio = std::fabs(e.misfit) / ((round <= kTurn ? 1.0 : scale) * e.sigma);
     // First without judging, since the places may be wrong; then as in the least sum of amounts;
     // then fading out.
-    const double fade = round == 0   ? 1.0
+    const double fade = round == 0       ? 1.0
                         : round <= kTurn ? 1.0 / std::max(1.0, ratio / 1.5)
-                                     : 1.0 / (1.0 + ratio * ratio / 9.0);
+                                         : 1.0 / (1.0 + ratio * ratio / 9.0);
     Term terms[4];
     std::size_t count = 0;
     for (const auto& [slot, sign] : {std::pair(e.from, -1.0), std::pair(e.to, 1.0)}) {
