@@ -81,8 +81,8 @@ Findings CheckLevelSigma(const AdjustmentContext& context) {
   const double ratio = level.Sigma0() / level.Apriori();
   const double statistic = r * ratio * ratio;
   constexpr double kTail = 0.025;
-  const bool fits = statistic >= ChiSquareQuantile(kTail, r) &&
-                    statistic <= ChiSquareQuantile(1.0 - kTail, r);
+  const bool fits =
+      statistic >= ChiSquareQuantile(kTail, r) && statistic <= ChiSquareQuantile(1.0 - kTail, r);
   if (fits) return {};
   constexpr double kMillimetres = 1000.0;
   return {Note(BRENU_LEVEL_SIGMA_CONTRADICTED, {},

@@ -43,10 +43,10 @@ std::string OnlyThese(std::string_view kinds, const Finding& finding) {
   const std::size_t bar = kinds.find('|');
   const std::string first = Count(ValueAt(finding, 1), std::string(kinds.substr(0, bar)));
   const std::string second = Count(ValueAt(finding, 2), std::string(kinds.substr(bar + 1)));
-  if (ValueAt(finding, 1) + ValueAt(finding, 2) == 0.0) return "nothing";
-  if (ValueAt(finding, 2) == 0.0) return first;
-  if (ValueAt(finding, 1) == 0.0) return second;
-  return first + " and " + second;
+  if (ValueAt(finding, 1) + ValueAt(finding, 2) == 0.0) return "no observation";
+  if (ValueAt(finding, 2) == 0.0) return first + " only";
+  if (ValueAt(finding, 1) == 0.0) return second + " only";
+  return first + " and " + second + " only";
 }
 
 std::string Fill(std::string_view text, const Finding& finding);

@@ -226,9 +226,9 @@ constexpr SentenceEntry kSentences[] = {
      "{v1} of {v2} closure errors are beyond their limits; look for gross errors along the routes "
      "that failed"},
     {BRENU_POINT_LEFT_OUT, "point-left-out",
-     "the point {1} is left out: it has no more than {&direction|distance}; observe it from "
-     "another known point, or "
-     "measure one more distance"},
+     "the point {1} is left out: it has {&direction|distance}; observe it from another known "
+     "point, "
+     "or measure one more distance"},
     {BRENU_POINTS_UNDETERMINED, "points-undetermined",
      "left out: {points}; what hangs together there can still move against the control points; tie "
      "it by a further direction or distance"},
@@ -256,9 +256,8 @@ constexpr SentenceEntry kSentences[] = {
      "the residuals of the heights speak of {v1.2} mm for 1 km of levelling, not of the {v2.2} mm "
      "assumed; set the a-priori error of levelling if that is what it is worth"},
     {BRENU_GROUP_LEFT_OUT, "group-left-out",
-     "{points} are left out: they hang together, but with points that have a place by no more than "
-     "{&direction|distance}; observe two of them from known points, or known points from two of "
-     "them"}};
+     "{points} are left out: they hang together, with {&direction|distance} to points that have a "
+     "place; observe two of them from known points, or known points from two of them"}};
 
 constexpr bool AreAscending() {
   for (std::size_t i = 1; i < std::size(kSentences); ++i) {
