@@ -75,6 +75,10 @@ class NormalEquations {
   double QuadraticForm(std::span<const Term> function) const {
     return m_matrix->QuadraticForm(function);
   }
+  // Q times a linear function of unknowns that all meet in the pattern, for these unknowns.
+  void Multiply(std::span<const Term> function, std::span<double> product) const {
+    m_matrix->Multiply(function, product);
+  }
 
  private:
   std::int32_t m_mostPackedUnknowns;

@@ -44,6 +44,9 @@ class NormalMatrix {
   virtual double Cofactor(std::int32_t i, std::int32_t j) = 0;
   // The sum of a_k Q a_m over any two terms, Q the element of N^-1 of their unknowns.
   virtual double QuadraticForm(std::span<const Term> function) = 0;
+  // The sum of Q a_m over all terms, Q the element of N^-1 of an unknown and that of the term, for
+  // the unknown of each term.
+  virtual void Multiply(std::span<const Term> function, std::span<double> product) = 0;
   // Where an unknown stands in the matrix.  Equations are added fastest in the order of places.
   virtual std::int32_t PlaceOf(std::int32_t unknown) const = 0;
 };

@@ -75,6 +75,15 @@ class PackedNormalMatrix : public NormalMatrix {
     return sum;
   }
 
+  void Multiply(std::span<const Term> function, std::span<double> product) override {
+    for (std::size_t k = 0; k < function.size(); ++k) {
+      product[k] = 0.0;
+      for (const Term& m : function) {
+        product[k] += m_elements[PackedIndex(At(function[k].unknown), At(m.unknown))] * m.coefficient;
+      }
+    }
+  }
+
   std::int32_t PlaceOf(std::int32_t unknown) const override { return unknown; }
 
  private:

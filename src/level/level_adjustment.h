@@ -9,6 +9,7 @@
 
 #include "core/finding.h"
 #include "core/normal_equations.h"
+#include "core/observation_check.h"
 #include "level/level_net.h"
 
 namespace brenu {
@@ -86,6 +87,9 @@ class LevelAdjustment {
   std::optional<VerticalResult> ResultOfPoint(std::string_view name) const;
   std::optional<HeightObsResult> ResultOfObs(std::string_view station,
                                              std::string_view target) const;
+  // How the lines check each other, by sight, residuals of those left out not being numbers.  Empty
+  // without an adjustment.
+  Table<SightNo, ObservationCheck> ObservationChecks() const;
   // The standard error of unit weight of the adjustment: that of 1 km of levelling, metres.
   double Sigma0() const { return m_sigma0; }
   // Observations in use minus new heights.

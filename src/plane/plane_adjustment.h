@@ -15,6 +15,7 @@
 #include "plane/coordinates.h"
 #include "plane/line_equation.h"
 #include "plane/observation_tables.h"
+#include "plane/plane_obs_id.h"
 #include "plane/snooping_record.h"
 
 namespace brenu {
@@ -106,6 +107,9 @@ class PlaneAdjustment {
   bool IsLeftOut(PointNo point) const { return m_isLeftOut.Has(point) && m_isLeftOut[point] != 0; }
   // Whether the computation held the point as a control point.
   bool IsControl(std::string_view name) const;
+  // Of the observations of the last adjustment, by kinds in the order of the enumeration, each in
+  // walk order; those that a point left out makes useless are missing.  Empty without an adjustment.
+  std::vector<PlaneObsCheck> ObservationChecks() const;
   // The a-posteriori standard error of unit weight.
   double Sigma0() const { return m_sigma0; }
   // Observations minus unknowns.

@@ -1,19 +1,10 @@
 #pragma once
 
-#include <cstdint>
 #include <vector>
 
-#include "core/network_layout.h"
+#include "plane/plane_obs_id.h"
 
 namespace brenu {
-
-enum class PlaneKind : std::uint8_t { kDirection, kDistance, kAzimuth };
-
-// An observation of the plane by its sight and kind.
-struct PlaneObsId {
-  PlaneKind kind;
-  SightNo sight;
-};
 
 // An observation that data snooping took out, in the order in which it did.
 struct TakenOut {

@@ -99,6 +99,19 @@ class SparseNormalMatrix : public NormalMatrix {
     return sum;
   }
 
+  void Multiply(std::span<const Term> function, std::span<double> product) override {
+    Invert();
+    std::fill_n(product.begin(), function.size(), 0.0);
+    ForEachColumn(function, [&](std::size_t c, const double* column) {
+      for (std::size_t r = 0; r < function.size(); ++r) {
+        if (m_places[r] < m_places[c]) continue;
+        const double element = column[m_rows[r]];
+        product[r] += element * function[c].coefficient;
+        if (m_places[r] > m_places[c]) product[c] += element * function[r].coefficient;
+      }
+    });
+  }
+
   std::int32_t PlaceOf(std::int32_t unknown) const override { return m_symbolic.PlaceOf(unknown); }
 
  private:
