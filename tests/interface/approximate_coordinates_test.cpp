@@ -17,7 +17,7 @@ const double kRoot2 = std::sqrt(2.0);
 
 // Control A at the origin and B 1000 m north of it; P is new.
 struct Baseline : Job {
-  Baseline() { AddPoints({{"A", 10, 0, 0}, {"B", 10, 1000, 0}, {"P", 0, 7, 8}}); }
+  Baseline() : Job({{"A", 10, 0, 0}, {"B", 10, 1000, 0}, {"P", 0, 7, 8}}) {}
 };
 
 TEST(ApproximateCoordinates, ByBearingAndDistanceFromEitherEnd) {
@@ -27,7 +27,7 @@ TEST(ApproximateCoordinates, ByBearingAndDistanceFromEitherEnd) {
   ASSERT_TRUE(ApproxCalc(job));
   ExpectAt(job, "P", 100, 100);
   ExpectAt(job, "B", 1000, 0);
-  SetObsData(job, 0, "P", Direction(35.3));
+  job.Change("A", "P", Direction(35.3));
   EXPECT_FALSE(ApproxCalc(job));
   job.Observe("P", "A", Distance(200 * kRoot2));
   ASSERT_TRUE(ApproxCalc(job));
@@ -43,11 +43,11 @@ TEST(ApproximateCoordinates, AnObservedAzimuthOrientsTheStation) {
   ASSERT_TRUE(ApproxCalc(job));
   ExpectAt(job, "P", -100 / kRoot2, 100 / kRoot2);
   // From the station itself: goes before that of the other end...
-  SetObsData(job, 0, "P", {100, 10, 0, 45});
+  job.Change("A", "P", {100, 10, 0, 45});
   ASSERT_TRUE(ApproxCalc(job));
   ExpectAt(job, "P", 100 / kRoot2, 100 / kRoot2);
   // ...and before the coordinates of a known target, here said to be in the east.
-  SetObsData(job, 0, "P", Direction(20, 100));
+  job.Change("A", "P", Direction(20, 100));
   job.Observe("A", "B", {0, 20, 0, 90});
   ASSERT_TRUE(ApproxCalc(job));
   ExpectAt(job, "P", 0, 100);
@@ -64,22 +64,22 @@ TEST(ApproximateCoordinates, ByIntersection) {
   job.Observe("B", "P", Direction(330));
   ASSERT_TRUE(ApproxCalc(job));
   ExpectAt(job, "P", 250, 250 * std::sqrt(3.0));
-  SetObsData(job, 0, "P", Direction(145));
-  SetObsData(job, 1, "P", Direction(315));
+  job.Change("A", "P", Direction(145));
+  job.Change("B", "P", Direction(315));
   EXPECT_FALSE(ApproxCalc(job));
   // |tan a| - |tan b| is about 2 * 2 * 4.85e-8 for 0.01" at each end.
-  SetObsData(job, 0, "P", Direction(145.000001));
+  job.Change("A", "P", Direction(145.000001));
   EXPECT_FALSE(ApproxCalc(job));  // 0.97e-7
-  SetObsData(job, 1, "P", Direction(315.000001));
+  job.Change("B", "P", Direction(315.000001));
   EXPECT_TRUE(ApproxCalc(job));  // 1.94e-7
   // Without the back sight B's ray has no azimuth.
-  SetObsData(job, 1, "A", Distance(1000));
+  job.Change("B", "A", Distance(1000));
   EXPECT_FALSE(ApproxCalc(job));
 }
 
 TEST(ApproximateCoordinates, NeedAStationButNoNewPoint) {
   Baseline job;
-  SetPoint(job, 2, MakePoint("P", 10, 7, 8));
+  job.Change("P", 10, 7, 8);
   EXPECT_FALSE(ApproxCalc(job));
   job.Observe("P", "A", Distance(1));
   EXPECT_TRUE(ApproxCalc(job));
@@ -88,11 +88,11 @@ TEST(ApproximateCoordinates, NeedAStationButNoNewPoint) {
 
 TEST(ApproximateCoordinates, OfBothNetworksComeAfterTheHeights) {
   Baseline job;
-  SetPoint(job, 0, MakePoint("A", 11, 0, 0, 100));
+  job.Change("A", 11, 0, 0, 100);
   job.ObserveAll({{"A", "B", {1000, 0, 2, -1}}, {"A", "P", {500, 0, 0, -1}}});
   EXPECT_FALSE(ApproxCalc(job));  // no height for P
   ExpectAt(job, "P", 7, 8);
-  SetObsData(job, 0, "P", {500, 0, 3, -1});
+  job.Change("A", "P", {500, 0, 3, -1});
   EXPECT_TRUE(ApproxCalc(job));
   ExpectAt(job, "P", 500, 0);
 }

@@ -14,12 +14,6 @@ bool Load(const Job& job, std::string_view text) {
   return LoadKorvelAdjustFile(job, TempFile(text).Path());
 }
 
-PointData PointAt(const Job& job, int32_t index) {
-  PointData point{};
-  EXPECT_EQ(GetPoint(job, index, &point), index);
-  return point;
-}
-
 TEST(StationFile, IsReadIntoParametersPointsAndObservations) {
   const Job job;
   ASSERT_TRUE(Load(job,
@@ -33,7 +27,11 @@ TEST(StationFile, IsReadIntoParametersPointsAndObservations) {
   EXPECT_EQ(GetPointCount(job), 4U);
   const PointData points[] = {MakePoint("A", 11, 1, 2, 3), MakePoint("B", 1), MakePoint("C", 10, 5),
                               MakePoint("D", 0, 0, 6)};
-  for (int32_t i = 0; i < 4; ++i) EXPECT_EQ(Bytes(PointAt(job, i)), Bytes(points[i]));
+  for (int32_t i = 0; i < 4; ++i) {
+    PointData point{};
+    EXPECT_EQ(GetPoint(job, i, &point), i);
+    EXPECT_EQ(Bytes(point), Bytes(points[i]));
+  }
   EXPECT_EQ(Bytes(Stored(job, "A", "B")), Bytes(ObsData{100, 12.3, -2, -1}));
   // An empty direction is a reading of zero here, not an absent one.
   EXPECT_EQ(Bytes(Stored(job, "A", "C")), Bytes(ObsData{50, 0, 1, -1}));

@@ -101,9 +101,7 @@ bool AddAndDelete(AdjustmentContext* job) {
 }
 
 bool Trilaterate(AdjustmentContext* job) {
-  AdjParam param = GetAdjParam(job);
-  param.format = 3;
-  SetAdjParam(job, param);
+  SetAdjParam(job, Errors(2.5, 0.005, 0.000005, 3));
   if (!JudgeTrilateration(job) || !InitializeDataTrilateration(job)) return false;
   std::uint32_t remaining = 0;
   for (const char* name : {kNames[2], kNames[3]}) {

@@ -24,9 +24,7 @@ struct Paths {
 // Everything that jobs write, as one text: a complete one, one of a network large enough for the
 // sparse solver, and one that is read from a file.
 std::string RunJobs(const Paths& paths) {
-  Job job;
-  PlaneExample::Fill(job);
-  PlaneExample::AddHeights(job);
+  const PlaneExample job(11);
   bool done = LeastSquareAdj(job) && ExportResultFile(job, paths.report.Path()) &&
               CalculateCloseError(job) && ExportCloseErrorFile(job, paths.closures.Path()) &&
               SaveBrenuAdjustFile(job, paths.saved.Path()) == 1;

@@ -50,8 +50,6 @@ class Files : public ::testing::Test {
   Files() {
     fs::create_directories(m_folder);
     std::ofstream(Path("old")) << kOld;
-    m_job.AddPoints({{"A", 1, 1, 2, 3}, {"B"}});
-    m_job.Observe("A", "B", Levelled(1000, 1));
   }
   ~Files() override {
     writeFails = flushFails = false;
@@ -75,7 +73,7 @@ class Files : public ::testing::Test {
 
   const fs::path m_folder =
       fs::path(::testing::TempDir()) / ("files." + std::to_string(::getpid()));
-  Job m_job;
+  const Job m_job = Job({{"A", 1, 1, 2, 3}, {"B"}}, {{"A", "B", Levelled(1000, 1)}});
 };
 
 // Rights are not checked for the administrator.
