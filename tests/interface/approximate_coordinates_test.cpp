@@ -8,17 +8,17 @@
 namespace brenu::testing {
 namespace {
 
-void ExpectAt(const Job& job, const std::string& name, double x, double y) {
-  const PointData point = ReadApproximate(job, name);
-  EXPECT_TRUE(Near({point.x, point.y}, {x, y}, 1e-9)) << name;
-}
-
 const double kRoot2 = std::sqrt(2.0);
 
-// Control A at the origin and B 1000 m north of it; P is new.
+// Control A at (300, 400) and B 1000 m north of it; P is new.  Expected places count from A.
 struct Baseline : Job {
-  Baseline() : Job({{"A", 10, 0, 0}, {"B", 10, 1000, 0}, {"P", 0, 7, 8}}) {}
+  Baseline() : Job({{"A", 10, 300, 400}, {"B", 10, 1300, 400}, {"P", 0, 307, 408}}) {}
 };
+
+void ExpectAt(const Job& job, const std::string& name, double x, double y) {
+  const PointData point = ReadApproximate(job, name);
+  EXPECT_TRUE(Near({point.x - 300, point.y - 400}, {x, y}, 1e-9)) << name;
+}
 
 TEST(ApproximateCoordinates, ByBearingAndDistanceFromEitherEnd) {
   Baseline job;
@@ -79,7 +79,7 @@ TEST(ApproximateCoordinates, ByIntersection) {
 
 TEST(ApproximateCoordinates, NeedAStationButNoNewPoint) {
   Baseline job;
-  job.Change("P", 10, 7, 8);
+  job.Change("P", 10, 307, 408);
   EXPECT_FALSE(ApproxCalc(job));
   job.Observe("P", "A", Distance(1));
   EXPECT_TRUE(ApproxCalc(job));
@@ -88,7 +88,7 @@ TEST(ApproximateCoordinates, NeedAStationButNoNewPoint) {
 
 TEST(ApproximateCoordinates, OfBothNetworksComeAfterTheHeights) {
   Baseline job;
-  job.Change("A", 11, 0, 0, 100);
+  job.Change("A", 11, 300, 400, 100);
   job.ObserveAll({{"A", "B", {1000, 0, 2, -1}}, {"A", "P", {500, 0, 0, -1}}});
   EXPECT_FALSE(ApproxCalc(job));  // no height for P
   ExpectAt(job, "P", 7, 8);

@@ -25,6 +25,9 @@ TEST(Closures, BenchMarksOfOneNameGiveALineOnce) {
   }
   SetPoint(job, job.Index("B"), MakePoint("M", 1, 0, 0, 11.5));
   EXPECT_EQ(Routes(Closures(job)), (Strings{"M - N - A", "Z - N - A", "Z - N - M"}));
+  // A line to a name without point, which a refused renaming leaves, leaves no shortest routes.
+  EXPECT_EQ(SetPoint(job, job.Index("Z"), MakePoint("A", 1, 0, 0, 11.0)), -1);
+  EXPECT_EQ(Routes(Closures(job)), Strings{});
 }
 
 // A triangle of 1 km with the bench mark A, which closes with 1 + 2 - `back` metres reversed.
@@ -61,7 +64,7 @@ TEST(Closures, LongRouteIsCutToItsField) {
 TEST(Closures, LengthsWithoutShortestRoutesGiveNoRecords) {
   constexpr double kInfinity = std::numeric_limits<double>::infinity();
   for (const double length :
-       {-450.0, -kInfinity, kInfinity, std::numeric_limits<double>::quiet_NaN()}) {
+       {-0.5, -kInfinity, kInfinity, std::numeric_limits<double>::quiet_NaN()}) {
     LineJob job;
     job.Observe("N", "A", Levelled(length, -1.0));
     EXPECT_EQ(Routes(Closures(job)), Strings{}) << length;
@@ -99,6 +102,8 @@ TEST(Closures, CombinedNetworkNeedsALineOrALoop) {
 
   job.Change("T", 11, 1000, 2000, 53.0);
   EXPECT_EQ(Routes(Closures(job)), Strings{"T - P - S"});
+  job.Change("P", "S", Levelled(-0.5, -2.0));  // no shortest routes
+  EXPECT_FALSE(CalculateCloseError(job));
 }
 
 }  // namespace

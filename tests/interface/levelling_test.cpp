@@ -61,6 +61,16 @@ TEST(Levelling, WithoutNewHeightsThereIsNoStandardErrorOfUnitWeight) {
   EXPECT_FALSE(std::isfinite(ReadHeight(job, "A").sigma));
 }
 
+TEST(Levelling, FailsWhenWeightsCancelAndForANameWithoutPoint) {
+  const Job cancelling({{"A", 1, 0, 0, 10}, {"P"}},
+                       {{"A", "P", Levelled(1000, 1)}, {"P", "A", Levelled(-1000, -1)}});
+  EXPECT_FALSE(LeastSquareAdj(cancelling));
+  const Job renamed({{"A", 1, 0, 0, 10}, {"B", 1, 0, 0, 12}, {"P"}},
+                    {{"A", "P", Levelled(1000, 1)}, {"B", "P", Levelled(1000, -1)}});
+  EXPECT_EQ(SetPoint(renamed, 1, MakePoint("A", 1, 0, 0, 12)), -1);
+  EXPECT_FALSE(LeastSquareAdj(renamed));
+}
+
 TEST(LevellingResults, AskingForAnIndexWithoutPointAddsAnEmptyOne) {
   const Job job({{"A", 1, 0, 0, 10}, {"B"}}, {{"A", "B", Levelled(500, 1.5)}});
   ASSERT_TRUE(LeastSquareAdj(job));

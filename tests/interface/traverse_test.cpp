@@ -63,6 +63,7 @@ class Connecting : public ::testing::Test {
                  {"Q", "P", Direction(0.0, 200.04)},
                  {"Q", "E", Direction(90.0010)},
                  {"E", "Q", Direction(0.0, 100.0)},
+                 {"E", "BS", {0, -1, 0, -1}},  // no reading that could orient E
                  {"E", "FS", Direction(270.0010)}});
 };
 

@@ -99,29 +99,36 @@ TEST(Trilateration, FromTheDistancesToTheAdjustedNetwork) {
       Near({pq.residual, pq.adjusted, pq.apriori}, {0, std::hypot(530.0, 10.0), 0.01}, 1e-7));
 }
 
-// P in the middle of four control points 100 m away in the north, east, south and west, every
-// distance measured 30 mm too long: P stays and each residual is -30 mm.  N's directions only
-// place P.
+// P at the origin, 100 m from three control points.  The distances from the north east and from the
+// south west are measured 30 mm too long: P stays between them.  That from the north west fits; the
+// directions only place P.
 TEST(DistanceAdjustment, HasOnlyTheNewPointsAsUnknownsAndTakesTheNetworkAsItStands) {
-  Job job({{"N", 10, 100, 0}, {"E", 10, 0, 100}, {"S", 10, -100, 0}, {"W", 10, 0, -100}, {"P"}},
-          {{"N", "S", Direction(10)}, {"N", "P", Direction(10, 100.03)}}, kDistancesOnly);
-  for (const char* name : {"E", "S", "W"}) job.Observe(name, "P", Distance(100.03));
+  const double c = 100 / std::sqrt(2.0);
+  const Job job({{"NE", 10, c, c}, {"SW", 10, -c, -c}, {"NW", 10, c, -c}, {"P"}},
+                {{"NE", "SW", Direction(10)},
+                 {"NE", "P", Direction(10, 100.03)},
+                 {"SW", "P", Distance(100.03)},
+                 {"NW", "P", Distance(100)}},
+                kDistancesOnly);
   ASSERT_TRUE(ApproxCalc(job));
-  job.Change("E", "P", Distance(70));
+  job.Change("SW", "P", Distance(70));
   ASSERT_TRUE(LeastSquareAdj(job));
+  // [pvv] = 2 * 3^2; all 5 observations count: r = 5 - 2 - 1, and m0 = 3.  Across the two distances
+  // P has the standard error of one, along them that of their mean.
+  const double f = 0.03 / std::sqrt(2.0);
   const PlaneResult p = ReadPlane(job, "P");
-  EXPECT_TRUE(Near({p.x, p.y, ReadPlane(job, "N").mx}, {0, 0, 0}, 1e-8));
-  // [pvv] = 4 * 3^2; all 6 observations count: r = 6 - 2 - 1; each axis is measured twice.
-  const double error = std::sqrt(36.0 / 3.0) * 0.01 / std::sqrt(2.0);
-  EXPECT_TRUE(Near({p.mx, p.my, p.e, p.f}, {error, error, error, error}, 1e-6));
-  EXPECT_NEAR(Read(GetLengthResult, job, "E", "P").residual, -0.03, 1e-9);
-  const LineResult line = ReadLine(job, "E", "P").value();
-  EXPECT_TRUE(Near({line.azimuth, line.lengthError}, {270, error}, 1e-6));
-  EXPECT_NEAR(line.azimuthError, error / 100.0 * 206264.806, 1e-3);
-  EXPECT_FALSE(ReadLine(job, "N", "S"));
+  EXPECT_TRUE(Near({p.x, p.y, ReadPlane(job, "NE").mx}, {0, 0, 0}, 1e-8));
+  EXPECT_TRUE(Near({p.mx, p.my, p.e, p.f}, {p.my, p.mx, 0.03, f}, 1e-6));
+  EXPECT_NEAR(p.mp, std::hypot(0.03, f), 1e-6);
+  EXPECT_NEAR(p.t, 135, 1e-6);
+  EXPECT_NEAR(Read(GetLengthResult, job, "SW", "P").residual, -0.03, 1e-9);
+  const LineResult line = ReadLine(job, "SW", "P").value();
+  EXPECT_TRUE(Near({line.azimuth, line.lengthError}, {45, f}, 1e-6));
+  EXPECT_NEAR(line.azimuthError, 0.03 / 100 * 206264.806, 1e-3);
+  EXPECT_FALSE(ReadLine(job, "NE", "SW"));
 
-  // The renaming is refused, but E's distance has a name now that no point has.
-  EXPECT_EQ(SetPoint(job, 1, MakePoint("N", 10, 0, 100)), -1);
+  // The renaming is refused, but NW's distance has a name now that no point has.
+  EXPECT_EQ(SetPoint(job, 2, MakePoint("SW", 10, c, -c)), -1);
   ASSERT_TRUE(ApproxCalc(job));
   EXPECT_FALSE(LeastSquareAdj(job));
 }
@@ -145,14 +152,19 @@ class TwoCentres : public ::testing::Test {
 // are not computed, even beside a bench mark.  Half the base is 30 m, so P is 40 m off the line.
 TEST_F(TwoCentres, PairsWithoutDistanceHaveResultsToo) {
   job.Change("A", 11, 1000, 1000, 50);
-  job.ObserveAll({{"P", "Q", Direction(10.0)}, {"P", "A", {0.0, -1.0, 1.5, -1.0}}});
+  job.ObserveAll({{"P", "Q", Direction(10.0)},
+                  {"P", "A", {0.0, -1.0, 1.5, -1.0}},
+                  {"A", "Q", Distance(70.02)}});
   Begin(job);
   Place(job, true, A(50), B(50), "P");
   EXPECT_EQ(Position(job, 2), std::pair(960.0, 1030.0));
   Place(job, false, A(70), B(70), "Q");
   ASSERT_TRUE(TrilaterationDirection(job));
   ASSERT_TRUE(LeastSquareAdj(job));
-  EXPECT_NEAR(Read(GetDirAngleResult, job, "P", "Q").adjusted, 0.0, 1e-6);  // Q lies north of P
+  // Q was placed north of P; with 70.01 m from A in the mean it is a little further east: 23".
+  const double east = (70.01 * 70.01 - 70.0 * 70.0) / 120.0;
+  const double north = 40.0 + std::sqrt(70.0 * 70.0 - (30.0 - east) * (30.0 - east));
+  EXPECT_NEAR(Read(GetDirAngleResult, job, "P", "Q").adjusted, east / north * 20.6264806, 1e-6);
   const ReportText report = Export(ExportResultFile, job);
   EXPECT_TRUE(report.complete);
   EXPECT_NE(Section(report.text, "[CONTROLPOINT]"), "");

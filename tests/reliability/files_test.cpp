@@ -66,7 +66,9 @@ class Files : public ::testing::Test {
   std::int32_t Save(const char* name) const {
     return SaveBrenuAdjustFile(m_job, Path(name).c_str());
   }
-  bool IsSaved(const char* name) const { return Text(name).starts_with("[PARAM]"); }
+  bool IsSaved(const char* name) const {
+    return Text(name).starts_with("[PARAM]") && Text(name).find(kOld) == std::string::npos;
+  }
   std::ptrdiff_t FileCount() const {
     return std::distance(fs::directory_iterator(m_folder), fs::directory_iterator());
   }
@@ -125,7 +127,7 @@ TEST_F(Files, RightsAndLinksAreKept) {
 TEST_F(Files, WhatCannotBeReplacedIsWrittenInPlace) {
   for (const auto& [rights, group] : {std::pair(0555, 0), std::pair(01777, 0), {0777, 12345}}) {
     SCOPED_TRACE(rights);
-    std::ofstream(Path("old")) << kOld;
+    std::ofstream(Path("old")) << std::string(9999, '\n') << kOld;  // longer than the new text
     fs::permissions(Path("old"), fs::perms(0666));
     fs::permissions(m_folder, fs::perms(rights));
     const bool isGiven = ::chown(Path("old").c_str(), 0, static_cast<gid_t>(group)) == 0;
@@ -138,6 +140,10 @@ TEST_F(Files, WhatCannotBeReplacedIsWrittenInPlace) {
     EXPECT_TRUE(!isGiven || saved.st_gid == static_cast<gid_t>(group));
   }
   EXPECT_EQ(SaveBrenuAdjustFile(m_job, "/dev/null"), 1);
+  const std::string name(250, 'n');  // no room for that of a file beside it
+  std::ofstream(m_folder / name) << kOld;
+  EXPECT_EQ(Save(name.c_str()), 1);
+  EXPECT_TRUE(IsSaved(name.c_str()));
 }
 
 TEST_F(Files, WhatCannotBeOpenedIsRefused) {
@@ -185,20 +191,15 @@ TEST_F(Files, GarbageIsReadInBoundedMemory) {
 // Skipped where lines are skipped, refused where they count, with what was before them kept.
 TEST(LongLines, AreNotHeldWhole) {
   const std::string junk(5'000'000, ',');
-  const struct {
-    bool (*read)(AdjustmentContext*, const char*);
-    bool isRead;
-    std::string text;
-  } kCases[] = {{OpenBrenuAdjustFile, true,
-                 junk + "\n[PARAM]\nnote:" + junk + "\n\n[PT]\nA,11,1,2,3\n\n" + junk},
-                {OpenBrenuAdjustFile, false, "[PT]\nA,11,1,2,3\nB" + junk},
-                {LoadKorvelAdjustFile, false, "[STATION]\nA,11,1,2,3\nB" + junk}};
-  for (const auto& [read, isRead, text] : kCases) {
-    for (const char* end : {"\n", ""}) {
-      const Job job;
-      EXPECT_EQ(read(job, TempFile(text + end).Path()), isRead);
-      EXPECT_EQ(GetPointCount(job), 1U);
-    }
+  for (const std::string end : {"\n", ""}) {
+    const Job skipped, refused, station;
+    EXPECT_TRUE(OpenBrenuAdjustFile(skipped, TempFile(junk + "\n[PARAM]\nnote:" + junk +
+                                                      "\n\n[PT]\nA,11,1,2,3\n\n" + junk + end)
+                                                 .Path()));
+    EXPECT_FALSE(OpenBrenuAdjustFile(refused, TempFile("[PT]\nA,11,1,2,3\nB" + junk + end).Path()));
+    EXPECT_FALSE(
+        LoadKorvelAdjustFile(station, TempFile("[STATION]\nA,11,1,2,3\nB" + junk + end).Path()));
+    for (const Job* job : {&skipped, &refused, &station}) EXPECT_EQ(GetPointCount(*job), 1U);
   }
 }
 
