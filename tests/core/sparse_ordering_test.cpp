@@ -1,10 +1,7 @@
 #include <gtest/gtest.h>
 
-#include <algorithm>
-
 #include "core/sparse/elimination_tree.h"
 #include "core/sparse/ordering.h"
-#include "core/sparse/separator.h"
 #include "core/sparse/symbolic_factor.h"
 #include "support/patterns.h"
 
@@ -48,25 +45,6 @@ TEST(Ordering, FillIsBounded) {
   EXPECT_LT(elements(GridPattern(60, 60, 3)), 937'000);
   EXPECT_LT(elements(GridPattern(8, 300, 2)), 190'000);
   EXPECT_LT(elements(RandomPattern(1000, 2500, 5)), 243'000);
-}
-
-TEST(Separator, PartsAreBalancedAndNotConnected) {
-  for (const auto& [name, pattern] : PatternsOfManyShapes()) {
-    const Graph graph = GroupGraph(pattern);
-    if (graph.Count() < 2) continue;
-    Separation cut = FindSeparator(graph);
-    for (std::int32_t v = 0; v < graph.Count(); ++v) {
-      for (const std::int32_t u : graph.Neighbours(v)) {
-        const auto a = cut.part[static_cast<std::size_t>(v)];
-        const auto b = cut.part[static_cast<std::size_t>(u)];
-        EXPECT_TRUE(a == b || a == Separation::kSeparator || b == Separation::kSeparator) << name;
-      }
-    }
-    const auto kept = cut.weights;
-    cut.Weigh(graph);
-    EXPECT_EQ(kept, cut.weights) << name;
-    EXPECT_LE(std::max(cut.weights[0], cut.weights[1]), cut.HeaviestAllowed()) << name;
-  }
 }
 
 }  // namespace

@@ -1,8 +1,8 @@
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <array>
 #include <cmath>
-#include <map>
 #include <string>
 #include <utility>
 
@@ -54,51 +54,6 @@ void Begin(const Job& job) {
   ASSERT_TRUE(InitializeDataTrilateration(job));
 }
 
-// ---- The whole way ----
-
-TEST(Trilateration, FromTheDistancesToTheAdjustedNetwork) {
-  const std::map<std::string, std::pair<double, double>> truth = {
-      {"A", {1000, 1000}}, {"B", {1020, 1600}}, {"C", {400, 1310}},
-      {"P", {700, 1050}},  {"Q", {690, 1580}},  {"R", {1050, 1290}}};
-  Job job;
-  for (const auto& [name, p] : truth) {
-    name < "P" ? job.Add(name, 10, p.first, p.second) : job.Add(name);
-  }
-  for (const auto& [from, a] : truth) {
-    for (const auto& [to, b] : truth) {
-      if (from >= to || to == "B") continue;
-      job.Observe(from, to, Direction(0, std::hypot(b.first - a.first, b.second - a.second)));
-    }
-  }
-  SetAdjParam(job, kDistancesOnly);
-  EXPECT_FALSE(LeastSquareAdj(job));  // nothing set up
-  Begin(job);
-  for (std::uint32_t expected : {2U, 1U, 0U}) {
-    EXPECT_FALSE(TrilaterationDirection(job));  // points are left
-    const Step step = Next(job);
-    ASSERT_EQ(step.found, 1);
-    // The side on which the point lies in truth, by the bearings from the first centre.
-    const auto [x, y] = truth.at(step.Name());
-    const double toSecond = std::atan2(step.second.y - step.first.y, step.second.x - step.first.x);
-    const double toPoint = std::atan2(y - step.first.y, x - step.first.x);
-    const bool right = std::sin(toPoint - toSecond) > 0.0;
-    EXPECT_EQ(Place(job, right, step.first, step.second, step.Name()), expected);
-  }
-  EXPECT_EQ(Next(job).found, 0);
-  ASSERT_TRUE(TrilaterationDirection(job));
-  // atan2(530, -10) = 91 deg 04' 51.3"
-  EXPECT_NEAR(Read(GetDirAngleResult, job, "P", "Q").adjusted, 91.04513, 1e-5);
-
-  ASSERT_TRUE(LeastSquareAdj(job));
-  for (const auto& [name, p] : truth) {
-    const PlaneResult r = ReadPlane(job, name);
-    EXPECT_TRUE(Near({r.x, r.y}, {p.first, p.second}, 1e-7)) << name;
-  }
-  const ObsResult pq = Read(GetLengthResult, job, "P", "Q");
-  EXPECT_TRUE(
-      Near({pq.residual, pq.adjusted, pq.apriori}, {0, std::hypot(530.0, 10.0), 0.01}, 1e-7));
-}
-
 // P at the origin, 100 m from three control points.  The distances from the north east and from the
 // south west are measured 30 mm too long: P stays between them.  That from the north west fits; the
 // directions only place P.
@@ -110,6 +65,7 @@ TEST(DistanceAdjustment, HasOnlyTheNewPointsAsUnknownsAndTakesTheNetworkAsItStan
                  {"SW", "P", Distance(100.03)},
                  {"NW", "P", Distance(100)}},
                 kDistancesOnly);
+  EXPECT_FALSE(LeastSquareAdj(job));  // nothing set up
   ASSERT_TRUE(ApproxCalc(job));
   job.Change("SW", "P", Distance(70));
   ASSERT_TRUE(LeastSquareAdj(job));
@@ -148,23 +104,37 @@ class TwoCentres : public ::testing::Test {
                  {"Q", "B", Distance(70.0)}});
 };
 
-// Pairs without a distance get a direction when they have a reading, and break no report.  Heights
-// are not computed, even beside a bench mark.  Half the base is 30 m, so P is 40 m off the line.
-TEST_F(TwoCentres, PairsWithoutDistanceHaveResultsToo) {
+// Half the base is 30 m, so P is 40 m off the line.  R hangs on P and Q.  Pairs without a distance
+// get a direction when they have a reading, and break no report.  Heights are not computed, even
+// beside a bench mark.
+TEST_F(TwoCentres, FromTheDistancesToTheAdjustedNetwork) {
   job.Change("A", 11, 1000, 1000, 50);
-  job.ObserveAll({{"P", "Q", Direction(10.0)},
-                  {"P", "A", {0.0, -1.0, 1.5, -1.0}},
-                  {"A", "Q", Distance(70.02)}});
+  job.Add("R");
+  job.ObserveAll({{"P", "R", Distance(80)},
+                  {"Q", "R", Distance(80)},
+                  {"A", "Q", Distance(70.02)},
+                  {"P", "Q", Direction(10.0)},
+                  {"P", "A", {0.0, -1.0, 1.5, -1.0}}});
   Begin(job);
-  Place(job, true, A(50), B(50), "P");
+  EXPECT_EQ(Next(job).Name(), "P");
+  EXPECT_EQ(Next(job, "R").found, 0);  // nothing to place it with
+  EXPECT_EQ(Place(job, true, A(50), B(50), "P"), 2U);
   EXPECT_EQ(Position(job, 2), std::pair(960.0, 1030.0));
-  Place(job, false, A(70), B(70), "Q");
+  EXPECT_EQ(Place(job, false, A(70), B(70), "Q"), 1U);
+  EXPECT_FALSE(TrilaterationDirection(job));  // a point is left
+  const Step r = Next(job);
+  EXPECT_EQ(r.text, "R: P -> Q, left or right");
+  EXPECT_EQ(Place(job, true, r.first, r.second, "R"), 0U);
+  EXPECT_EQ(Next(job).found, 0);
   ASSERT_TRUE(TrilaterationDirection(job));
+  EXPECT_NEAR(Read(GetDirAngleResult, job, "P", "Q").adjusted, 0.0, 1e-9);  // Q lies north of P
   ASSERT_TRUE(LeastSquareAdj(job));
-  // Q was placed north of P; with 70.01 m from A in the mean it is a little further east: 23".
+  // With 70.01 m from A in the mean it is a little further east: 23".
   const double east = (70.01 * 70.01 - 70.0 * 70.0) / 120.0;
   const double north = 40.0 + std::sqrt(70.0 * 70.0 - (30.0 - east) * (30.0 - east));
   EXPECT_NEAR(Read(GetDirAngleResult, job, "P", "Q").adjusted, east / north * 20.6264806, 1e-6);
+  EXPECT_NEAR(ReadLine(job, "Q", "R")->length, 80, 1e-6);
+  EXPECT_GT(ReadPlane(job, "R").y, 1090);
   const ReportText report = Export(ExportResultFile, job);
   EXPECT_TRUE(report.complete);
   EXPECT_NE(Section(report.text, "[CONTROLPOINT]"), "");

@@ -16,60 +16,43 @@
 namespace brenu::testing {
 namespace {
 
-// All numbers are whole or halves, so that sums are exact in any order and routes of equal length
-// are common.
-struct RandomNet {
-  struct Line {
-    std::string station, target;
-    double length, rise;
+// From scattered parts over trees to dense networks, in which many pairs are observed twice.  All
+// numbers are whole or halves, so that sums are exact in any order and routes of equal length are
+// common.
+LevelNet MakeRandomNet(std::uint32_t seed) {
+  std::mt19937 random(seed);
+  const auto below = [&random](std::int32_t limit) {
+    return static_cast<std::int32_t>(random() % static_cast<std::uint32_t>(limit));
   };
-  std::vector<PointData> points;  // the first controlCount are bench marks
-  std::int32_t controlCount;
-  ObservationMap observations;
-  std::vector<Line> lines;  // in walk order
-
-  // From scattered parts over trees to dense networks, in which many pairs are observed twice.
-  explicit RandomNet(std::uint32_t seed) {
-    std::mt19937 random(seed);
-    const auto below = [&random](std::size_t limit) {
-      return static_cast<std::int32_t>(random() % limit);
-    };
+  const std::int32_t count = 2 + below(11);
+  std::vector<PointData> points;
+  for (std::int32_t i = 0; i < count; ++i) {
     // 10 comes before 2: the numbers of the points are not the order of their names.
-    const std::int32_t count = 2 + below(11);
-    for (std::int32_t i = 0; i < count; ++i) {
-      points.push_back(MakePoint(std::to_string((i + 7) % count), 0, 0.0, 0.0, below(40) / 2.0));
-    }
-    controlCount = 1 + below(points.size());
-    for (std::int32_t tries = below(3 * points.size()); tries >= 0; --tries) {
-      const std::string from = std::to_string(below(points.size()));
-      const std::string to = std::to_string(below(points.size()));
-      if (from != to)
-        observations[from][to] = Levelled(100 + 100 * below(3), below(40) / 2.0 + 0.5);
-    }
-    for (const auto& [station, targets] : observations) {
-      for (const auto& [target, o] : targets) {
-        lines.push_back({station, target, o.distance, o.heightDiff});
-      }
-    }
+    points.push_back(MakePoint(std::to_string((i + 7) % count), 0, 0.0, 0.0, below(40) / 2.0));
   }
-};
+  const std::int32_t controlCount = 1 + below(count);
+  ObservationMap observations;
+  for (std::int32_t tries = below(3 * count); tries >= 0; --tries) {
+    const std::string from = std::to_string(below(count));
+    const std::string to = std::to_string(below(count));
+    if (from != to) observations[from][to] = Levelled(100 + 100 * below(3), below(40) / 2.0 + 0.5);
+  }
+  return {points, controlCount, observations, kDefaultParam};
+}
 
 constexpr std::uint32_t kRandomNets = 400;
 
 // How a point is reached: from the point before it, with the sums along the route.
 struct Reached {
-  std::string before;
+  Slot before;
   double length, rise;
 };
-using PassRoutes = std::map<std::string, Reached>;
+using PassRoutes = std::map<Slot, Reached>;
 
 // Passes over all lines but one until nothing changes; only strictly shorter routes replace others.
-PassRoutes FindRoutes(const RandomNet& net, const std::string& source,
-                      const RandomNet::Line* excluded = nullptr) {
+PassRoutes FindRoutes(const NetworkLayout& net, Slot source, SightNo excluded = SightNo()) {
   PassRoutes routes{{source, {source, 0.0, 0.0}}};
-  bool changed = true;
-  const auto extend = [&](const std::string& from, const std::string& to, double length,
-                          double rise) {
+  const auto extend = [&](Slot from, Slot to, double length, double rise) {
     const auto start = routes.find(from);
     if (start == routes.end()) return false;
     const Reached next{from, start->second.length + length, start->second.rise + rise};
@@ -78,20 +61,21 @@ PassRoutes FindRoutes(const RandomNet& net, const std::string& source,
     routes[to] = next;
     return true;
   };
-  while (changed) {
+  for (bool changed = true; changed;) {
     changed = false;
-    for (const RandomNet::Line& l : net.lines) {
-      if (&l == excluded) continue;
-      changed |= extend(l.station, l.target, l.length, l.rise) ||
-                 extend(l.target, l.station, l.length, -l.rise);
+    for (const SightNo k : net.Sights().Indices()) {
+      const auto& [station, target, obs] = net.At(k);
+      if (k == excluded) continue;
+      changed |= extend(station, target, obs.distance, obs.heightDiff) ||
+                 extend(target, station, obs.distance, -obs.heightDiff);
     }
   }
   return routes;
 }
 
 // The points from `start` back to the source.
-Strings Back(const PassRoutes& routes, const std::string& start) {
-  Strings route{start};
+std::vector<Slot> Back(const PassRoutes& routes, Slot start) {
+  std::vector<Slot> route{start};
   while (routes.at(route.back()).before != route.back()) {
     route.push_back(routes.at(route.back()).before);
   }
@@ -99,57 +83,59 @@ Strings Back(const PassRoutes& routes, const std::string& start) {
 }
 
 struct Closure {
-  Strings route;
+  std::vector<Slot> route;
   double misclosure, length;  // mm, metres
 };
 
-std::vector<Closure> LinesByRules(const RandomNet& net) {
+std::vector<Closure> LinesByRules(const LevelNet& net) {
   std::vector<Closure> closures;
-  const std::vector<PointData> marks(net.points.begin(), net.points.begin() + net.controlCount);
-  for (auto s = marks.begin(); s != marks.end(); ++s) {
-    const PassRoutes routes = FindRoutes(net, s->name);
-    for (auto t = s + 1; t != marks.end(); ++t) {
-      if (!routes.contains(t->name)) continue;
-      const Strings route = Back(routes, t->name);
-      if (route.size() < 3) continue;  // one observation is no line
-      const Reached& end = routes.at(t->name);
-      closures.push_back({route, (t->h - s->h - end.rise) * 1000.0, end.length});
+  for (const PointNo s : net.layout.ControlPoints()) {
+    const PassRoutes routes = FindRoutes(net.layout, net.layout.SlotOf(s));
+    for (const PointNo t : net.layout.ControlPoints()) {
+      const Slot end = net.layout.SlotOf(t);
+      if (t <= s || !routes.contains(end)) continue;
+      const auto& [before, length, rise] = routes.at(end);
+      const double known = net.points[t].h - net.points[s].h;
+      const std::vector<Slot> route = Back(routes, end);
+      // One observation is no line.
+      if (route.size() > 2) closures.push_back({route, (known - rise) * 1000.0, length});
     }
   }
   return closures;
 }
 
-std::vector<Closure> LoopsByRules(const RandomNet& net) {
+std::vector<Closure> LoopsByRules(const NetworkLayout& net) {
   std::vector<Closure> closures;
-  std::set<const RandomNet::Line*> marked;
-  if (net.lines.size() < net.points.size()) return closures;
-  for (const RandomNet::Line& line : net.lines) {
-    if (marked.contains(&line)) continue;
-    const PassRoutes routes = FindRoutes(net, line.target, &line);
-    if (!routes.contains(line.station)) continue;
-    Strings route = Back(routes, line.station);
+  std::set<SightNo> marked;
+  for (const SightNo k : net.Sights().Indices()) {
+    const auto& [station, target, obs] = net.At(k);
+    if (marked.contains(k)) continue;
+    const PassRoutes routes = FindRoutes(net, target, k);
+    if (!routes.contains(station)) continue;
+    marked.insert(k);
+    std::vector<Slot> route = Back(routes, station);
     for (std::size_t i = 1; i < route.size(); ++i) {
       // The first line in walk order that joins the two points, in whichever direction.
-      const auto joins = [&](const RandomNet::Line& l) {
-        return (l.station == route[i - 1] && l.target == route[i]) ||
-               (l.station == route[i] && l.target == route[i - 1]);
-      };
-      marked.insert(&*std::find_if(net.lines.begin(), net.lines.end(), joins));
+      const SightNo there = net.FindSight(route[i - 1], route[i]);
+      const SightNo back = net.FindSight(route[i], route[i - 1]);
+      marked.insert(there.IsNone() || (!back.IsNone() && back < there) ? back : there);
     }
-    marked.insert(&line);
     if (route.size() < 3) continue;  // observed there and back: no loop
-    route.push_back(line.station);
-    const Reached& end = routes.at(line.station);
-    closures.push_back({route, -(end.rise + line.rise) * 1000.0, end.length + line.length});
+    route.push_back(station);
+    const Reached& end = routes.at(station);
+    closures.push_back({route, -(end.rise + obs.heightDiff) * 1000.0, end.length + obs.distance});
   }
   return closures;
 }
 
-void ExpectSame(const std::vector<CloseError>& records, const std::vector<Closure>& closures) {
+void ExpectSame(const NetworkLayout& net, const std::vector<CloseError>& records,
+                const std::vector<Closure>& closures) {
   ASSERT_EQ(records.size(), closures.size());
   for (std::size_t i = 0; i < records.size(); ++i) {
     std::string text;
-    for (const std::string& name : closures[i].route) text += (text.empty() ? "" : " - ") + name;
+    for (const Slot slot : closures[i].route) {
+      text += (text.empty() ? "" : " - ") + net.Names().NameAt(slot);
+    }
     EXPECT_EQ(records[i].route, text);
     EXPECT_EQ(records[i].heightMisclosure, closures[i].misclosure) << text;
     EXPECT_EQ(records[i].routeLength, closures[i].length) << text;
@@ -163,18 +149,17 @@ TEST(LevelClosures, AreThoseOfTheRules) {
   std::size_t loopCount = 0;
   for (std::uint32_t seed = 0; seed < kRandomNets && !HasFailure(); ++seed) {
     SCOPED_TRACE(seed);
-    const RandomNet data(seed);
-    const LevelNet net(data.points, data.controlCount, data.observations, kDefaultParam);
+    const LevelNet net = MakeRandomNet(seed);
     Table<Slot, double> heights;
-    heights.Assign(data.points.size(), 0.0);
+    heights.Assign(net.points.Size(), 0.0);
     for (const PointNo i : net.layout.Points()) heights[net.layout.SlotOf(i)] = net.points[i].h;
 
-    std::vector<CloseError> lines;
-    EXPECT_EQ(CalcLineCloseError(net, heights, lines), data.controlCount >= 2);
-    ExpectSame(lines, LinesByRules(data));
-    std::vector<CloseError> loops;
-    EXPECT_EQ(CalcLoopCloseError(net, loops), data.lines.size() >= data.points.size());
-    ExpectSame(loops, LoopsByRules(data));
+    std::vector<CloseError> lines, loops;
+    EXPECT_EQ(CalcLineCloseError(net, heights, lines), net.layout.ControlCount() >= 2);
+    ExpectSame(net.layout, lines, LinesByRules(net));
+    const bool hasLoops = net.layout.Sights().Size() >= net.points.Size();
+    EXPECT_EQ(CalcLoopCloseError(net, loops), hasLoops);
+    if (hasLoops) ExpectSame(net.layout, loops, LoopsByRules(net.layout));
     lineCount += lines.size();
     loopCount += loops.size();
   }
@@ -185,16 +170,15 @@ TEST(LevelClosures, AreThoseOfTheRules) {
 
 TEST(Bridges, AreTheLinesWhoseEndsComeApartWithoutThem) {
   for (std::uint32_t seed = 0; seed < kRandomNets && !HasFailure(); ++seed) {
-    const RandomNet data(seed);
-    const LevelNet net(data.points, data.controlCount, data.observations, kDefaultParam);
+    const LevelNet net = MakeRandomNet(seed);
     std::vector<RouteLine> lines;
     for (const Sight& s : net.layout.Sights()) lines.push_back({s.station, s.target, 1.0, 0.0});
     const auto bridges = FindBridges(RouteGraph(net.layout.Names().Count(), std::move(lines)));
-    ASSERT_EQ(bridges.Size(), data.lines.size());
-    for (const LineNo k : bridges.Indices()) {
-      const RandomNet::Line& line = data.lines[k.Position()];
-      const bool isBridge = !FindRoutes(data, line.station, &line).contains(line.target);
-      EXPECT_EQ(bridges[k] != 0, isBridge) << seed << ", " << k.Number();
+    ASSERT_EQ(bridges.Size(), net.layout.Sights().Size());
+    for (const SightNo k : net.layout.Sights().Indices()) {
+      const Sight& s = net.layout.At(k);
+      const bool isBridge = !FindRoutes(net.layout, s.station, k).contains(s.target);
+      EXPECT_EQ(bridges[LineNo(k.Number())] != 0, isBridge) << seed << ", " << k.Number();
     }
   }
 }

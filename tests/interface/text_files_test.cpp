@@ -1,3 +1,4 @@
+// The two text formats: read, written, and where reading stops.
 #include <gtest/gtest.h>
 
 #include <cstdio>
@@ -5,6 +6,7 @@
 #include <iterator>
 #include <string>
 #include <utility>
+#include <vector>
 
 #include "support/job.h"
 #include "support/line_end.h"
@@ -15,6 +17,10 @@ namespace {
 
 bool Open(const Job& job, std::string_view text) {
   return OpenBrenuAdjustFile(job, TempFile(text).Path());
+}
+
+bool Load(const Job& job, std::string_view text) {
+  return LoadKorvelAdjustFile(job, TempFile(text).Path());
 }
 
 std::string Saved(const Job& job) {
@@ -94,11 +100,11 @@ TEST(ProjectFile, AGradeSetsItsLimitUntilALimitFollows) {
     const char* lines;
     int32_t limit1, limit2;
   } cases[] = {
-      {"Lvl1:3\nLvl2:7\n", 12, 24},
       {"Lvl1:2\nLvl2:2\n", 4, 1},
-      {"Lvl1:4\nLvl2:3\n", 20, 3},
+      {"Lvl1:3\nLvl2:3\n", 12, 3},
       {"Lvl1:5\nLvl2:5\n", 40, 10},
       {"Lvl1:6\nLvl2:6\n", 35, 16},
+      {"Lvl1:4\nLvl2:7\n", 20, 24},
       {"Lvl1:7\nLvl2:8\n", 40, 40},
       {"Lvl1:0\nLvl2:9\n", 40, 24},
       {"Lvl1:3\nLvl1Limit:99\n", 99, 5},
@@ -134,31 +140,47 @@ TEST(ProjectFile, LinesThatFit) {
 }
 
 // What stands before the line stays; the good line after it is not read.
-TEST(ProjectFile, FailsAtTheFirstLineThatDoesNotFit) {
-  const std::string points = "[PARAM]\nMO:7\n\n[PT]\nA,10,1,2,3\nB,00,,,\n";
-  const std::pair<const char*, int32_t> cases[] = {
-      // with the observations that are kept
-      {"C,00,1,2,3,4\nD,00,,,\n", 0},  // six pieces
-      {"C,00,1\nD,00,,,\n", 0},        // three
-      {"C,00,,\n", 0},                 // three and a dropped one
-      {"A,00,,,\n", 0},                // a name taken
-      {"[OBS]\nA,B,1,2,3,4\n", 0},     // a header inside a section is data
-      {"\n[PT]\nC,00,,,\n", 0},        // a second section counts from 0 again
-      {"\n[OBS]\nA,B,1,2,3,4\nA,B,1,2,3,4\nB,A,1,2,3,4\n", 1},  // the pair again
-      {"\n[OBS]\nA,B,1,2,3,4\nA,C,1,2,3,4\n", 1},               // no such target
-      {"\n[OBS]\nC,A,1,2,3,4\n", 0},                            // no such station
-      {"\n[OBS]\nA,A,1,2,3,4\n", 0},                            // both the same
-      {"\n[OBS]\nA,B,1,2,3,4,5\n", 0},
-      {"\n[OBS]\nA,B,1,\n", 0},
-  };
-  for (const auto& [rest, obsCount] : cases) {
+void ExpectRefused(bool (*read)(const Job&, std::string_view), const std::string& start,
+                   const std::vector<std::pair<const char*, int32_t>>& rests) {
+  for (const auto& [rest, keptObservations] : rests) {
     const Job job;
-    EXPECT_FALSE(Open(job, points + rest)) << rest;
+    EXPECT_FALSE(read(job, start + rest)) << rest;
     EXPECT_EQ(GetAdjParam(job).MO, 7);
     EXPECT_EQ(GetPointCount(job), 2U) << rest;
-    EXPECT_EQ(GetObsDataCount(job, 0), obsCount) << rest;
+    EXPECT_EQ(GetObsDataCount(job, 0), keptObservations) << rest;
   }
+}
+
+TEST(ProjectFile, FailsAtTheFirstLineThatDoesNotFit) {
+  ExpectRefused(Open, "[PARAM]\nMO:7\n\n[PT]\nA,10,1,2,3\nB,00,,,\n",
+                {{"C,00,1,2,3,4\nD,00,,,\n", 0},  // six pieces
+                 {"C,00,1\nD,00,,,\n", 0},        // three
+                 {"C,00,,\n", 0},                 // three and a dropped one
+                 {"A,00,,,\n", 0},                // a name taken
+                 {"[OBS]\nA,B,1,2,3,4\n", 0},     // a header inside a section is data
+                 {"\n[PT]\nC,00,,,\n", 0},        // a second section counts from 0 again
+                 {"\n[OBS]\nA,B,1,2,3,4\nA,B,1,2,3,4\nB,A,1,2,3,4\n", 1},  // the pair again
+                 {"\n[OBS]\nA,B,1,2,3,4\nA,C,1,2,3,4\n", 1},               // no such target
+                 {"\n[OBS]\nC,A,1,2,3,4\n", 0},                            // no such station
+                 {"\n[OBS]\nA,A,1,2,3,4\n", 0},                            // both the same
+                 {"\n[OBS]\nA,B,1,2,3,4,5\n", 0},
+                 {"\n[OBS]\nA,B,1,\n", 0}});
   EXPECT_FALSE(Open(Job(), "[OBS]\nA,B,1,2,3,4\n\n[PT]\nA,10,1,2,3\nB,00,,,\n"));
+}
+
+TEST(StationFile, FailsAtTheFirstLineThatDoesNotFit) {
+  ExpectRefused(Load, "[PARA]\nMO:7\n[STATION]\nA,10,1,2,3\nB,0\n",
+                {{"C\n", 0},
+                 {"C,\n", 0},  // the empty type is dropped
+                 {"A,0\n", 0},
+                 {"[PARA]\nMO\n[STATION]\n", 0},
+                 {"\n[PARA]\nMO:\n", 0},  // the empty value is dropped
+                 {"\n[PARA]\nMO:1:2\n", 0},
+                 {"[OBSER]\nA,B,1,2,3\nB,A,1,2\n", 1},
+                 {"[OBSER]\nA,B,1,2,3\nB,A,1,2,\n", 1},
+                 {"[OBSER]\nA,B,1,2,3\nA,B,1,2,3\n", 1},
+                 {"[OBSER]\nA,C,1,2,3\n", 0},
+                 {"[OBSER]\nC,A,1,2,3\n", 0}});
 }
 
 TEST(ProjectFile, NamesFillAtMostTheirFieldAndEndAtANul) {
@@ -201,6 +223,47 @@ TEST(ProjectFile, ManyPointsRoundTrip) {
   ASSERT_TRUE(Open(back, text));
   EXPECT_EQ(Saved(back), text);
   EXPECT_EQ(back.NameAt(1), "Point 1");
+}
+
+TEST(StationFile, IsReadIntoParametersPointsAndObservations) {
+  const Job job;
+  ASSERT_TRUE(Load(job,
+                   "skipped\n"
+                   "[PARA]\nMO:1.5\nMS:0.002\nMR:3e-6\nLevel1:3\nLevel:7\nLimit:2\nFormat:3\n"
+                   "Lvl1:9\nLvl1Limit:1\nformat:8\n"  // keys of the other format
+                   "[STATION]\nA,11,1,2,3,surplus\nB,1\nC,10,5\nD,,,6,\n"
+                   "[OBSER]\nA,B,12.3,100,-2\nA,C,,50,1,surplus\n"
+                   "\nskipped"));
+  EXPECT_EQ(Bytes(GetAdjParam(job)), Bytes(AdjParam{1.5, 0.002, 3e-6, 3, 12, 7, 24, 2, 3}));
+  EXPECT_EQ(GetPointCount(job), 4U);
+  const PointData points[] = {MakePoint("A", 11, 1, 2, 3), MakePoint("B", 1), MakePoint("C", 10, 5),
+                              MakePoint("D", 0, 0, 6)};
+  for (int32_t i = 0; i < 4; ++i) {
+    PointData point{};
+    EXPECT_EQ(GetPoint(job, i, &point), i);
+    EXPECT_EQ(Bytes(point), Bytes(points[i]));
+  }
+  EXPECT_EQ(Bytes(Stored(job, "A", "B")), Bytes(ObsData{100, 12.3, -2, -1}));
+  // An empty direction is a reading of zero here, not an absent one.
+  EXPECT_EQ(Bytes(Stored(job, "A", "C")), Bytes(ObsData{50, 0, 1, -1}));
+}
+
+TEST(StationFile, RefusesAProjectFile) {
+  const Job job;
+  EXPECT_FALSE(Load(job, "[PARAM]\nMO:7\n\n[STATION]\nA,11\n"));
+  EXPECT_EQ(GetPointCount(job), 0U);
+  // Only its first line tells.
+  EXPECT_TRUE(Load(job, "\n[PARAM]\n[STATION]\nA,11\n"));
+  EXPECT_EQ(GetPointCount(job), 1U);
+}
+
+TEST(StationFile, AHeaderFollowedByACarriageReturnIsNone) {
+  const Job job;
+  const std::string end = kReturnAndLineEnd;
+  EXPECT_TRUE(Load(job, "[STATION]" + end + "A,11,1,2,3" + end));
+  EXPECT_EQ(GetPointCount(job), 0U);
+  // Inside a section it is data.
+  EXPECT_FALSE(Load(job, "[PARA]\nMO:1\n[STATION]" + end + "A,11,1,2,3" + end));
 }
 
 }  // namespace
