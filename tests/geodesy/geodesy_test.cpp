@@ -12,7 +12,6 @@ constexpr double kPi = 3.141592653589793;
 constexpr double kArcSeconds = 180.0 * 3600.0 / kPi;  // in a radian
 constexpr double kA = 6378137.0;                      // GRS 80
 constexpr double kB = 6356752.3141;
-constexpr double kE2 = 1.0 - kB * kB / (kA * kA);
 constexpr double kSphere = 6371000.0;
 
 constexpr double Deg(double degrees) { return degrees * kPi / 180.0; }

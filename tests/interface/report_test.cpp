@@ -86,19 +86,16 @@ TEST(ResultReport, LevellingNetwork) {
 
 // A correction below 5e-6 m has no sign; anything above is printed as it is, in millimetres.
 TEST(ResultReport, TinyHeightCorrections) {
-  const struct {
-    double correction;  // metres: half of what the second observation adds
-    const char* cell;
-  } cases[] = {{0.000004, "      0.00"},
-               {-0.000004, "      0.00"},
-               {0.00001, "      0.01"},
-               {-0.00001, "     -0.01"}};
-  for (const auto& c : cases) {
-    const TwoLines job(5.0 + 2.0 * c.correction);
+  // In metres, half of what the second observation adds.
+  const std::pair<double, std::string> cases[] = {
+      {4e-6, "0.00"}, {-4e-6, "0.00"}, {1e-5, "0.01"}, {-1e-5, "-0.01"}};
+  for (const auto& [correction, number] : cases) {
+    const TwoLines job(5.0 + 2.0 * correction);
     ASSERT_TRUE(LeastSquareAdj(job));
     const std::string text = Export(ExportResultFile, job).text;
-    EXPECT_THAT(Section(text, "[VERTICAL]"),
-                HasSubstr(std::string("           P      105.0000  ") + c.cell + "  "));
+    EXPECT_THAT(
+        Section(text, "[VERTICAL]"),
+        HasSubstr("P      105.0000" + std::string(12 - number.size(), ' ') + number + "  "));
   }
 }
 

@@ -11,9 +11,9 @@
 #include <fstream>
 #include <optional>
 #include <string>
+#include <tuple>
 
 #include "support/job.h"
-#include "support/temp_file.h"
 
 namespace {
 
@@ -175,32 +175,27 @@ TEST_F(Files, AReadErrorIsNotTheEndOfTheFile) {
   }
 }
 
-TEST_F(Files, GarbageIsReadInBoundedMemory) {
-  std::ofstream(Path("old")) << "[PT]\nA,11,1,2,3\n\n[OBS]";
-  fs::resize_file(Path("old"), 200'000'000);  // NUL bytes, no line feed
-  rusage before{};
+// Skipped where lines are skipped, refused where they count, with what was before them kept.
+TEST_F(Files, LongLinesAreNotHeldWhole) {
+  rusage before{}, after{};
   ::getrusage(RUSAGE_SELF, &before);
-  const Job job;
-  EXPECT_TRUE(OpenBrenuAdjustFile(job, Path("old").c_str()));
-  EXPECT_EQ(GetPointCount(job), 1U);  // the header with NUL bytes is none
-  rusage after{};
+  const std::tuple<bool (*)(AdjustmentContext*, const char*), const char*, bool> cases[] = {
+      {OpenBrenuAdjustFile, "[PARAM]\nMO:1\n\n[PT]\nA,11,1,2,3\n\n[OBS]", true},
+      {OpenBrenuAdjustFile, "[PT]\nA,11,1,2,3\n\n[PARAM]\nnote:", true},
+      {OpenBrenuAdjustFile, "[PT]\nA,11,1,2,3\nB,", false},
+      {LoadKorvelAdjustFile, "[STATION]\nA,11,1,2,3\nB,", false}};
+  for (const auto& [read, start, isRead] : cases) {
+    for (const char* end : {"", "\n"}) {
+      std::ofstream(Path("old")) << start;
+      fs::resize_file(Path("old"), 60'000'000);  // NUL bytes, no line feed
+      std::ofstream(Path("old"), std::ios::app) << end;
+      const Job job;
+      EXPECT_EQ(read(job, Path("old").c_str()), isRead) << start;
+      EXPECT_EQ(GetPointCount(job), 1U) << start;
+    }
+  }
   ::getrusage(RUSAGE_SELF, &after);
   EXPECT_LT(after.ru_maxrss - before.ru_maxrss, 40'000);  // kilobytes
-}
-
-// Skipped where lines are skipped, refused where they count, with what was before them kept.
-TEST(LongLines, AreNotHeldWhole) {
-  const std::string junk(5'000'000, ',');
-  for (const std::string end : {"\n", ""}) {
-    const Job skipped, refused, station;
-    EXPECT_TRUE(OpenBrenuAdjustFile(skipped, TempFile(junk + "\n[PARAM]\nnote:" + junk +
-                                                      "\n\n[PT]\nA,11,1,2,3\n\n" + junk + end)
-                                                 .Path()));
-    EXPECT_FALSE(OpenBrenuAdjustFile(refused, TempFile("[PT]\nA,11,1,2,3\nB" + junk + end).Path()));
-    EXPECT_FALSE(
-        LoadKorvelAdjustFile(station, TempFile("[STATION]\nA,11,1,2,3\nB" + junk + end).Path()));
-    for (const Job* job : {&skipped, &refused, &station}) EXPECT_EQ(GetPointCount(*job), 1U);
-  }
 }
 
 }  // namespace
