@@ -77,6 +77,44 @@ TEST(ApproximateCoordinates, ByIntersection) {
   EXPECT_FALSE(ApproxCalc(job));
 }
 
+// Z lies 100 m east of A; P is seen at 60 degrees from A and at 45 degrees from Z, which A can only
+// use in the second pass.  An empty pair more makes Z the station with more sights.
+TEST(ApproximateCoordinates, ByIntersectionWithAPointPlacedLater) {
+  for (const bool hasMoreSights : {false, true}) {
+    Baseline job;
+    job.Add("Z");
+    job.ObserveAll({{"A", "B", Direction(0)},
+                    {"A", "Z", Direction(90, 100)},
+                    {"A", "P", Direction(60)},
+                    {"Z", "A", Direction(270)},
+                    {"Z", "P", Direction(45)}});
+    if (hasMoreSights) job.ObserveAll({{"Z", "B", {0, -1, 0, -1}}, {"B", "Z", {0, -1, 0, -1}}});
+    ASSERT_TRUE(ApproxCalc(job));
+    const double ray = 200 / (std::sqrt(3.0) - 1);
+    ExpectAt(job, "P", ray * 0.5, ray * std::sqrt(0.75));
+  }
+}
+
+// From A over Z, Y and P to C, each 100 m further north by the lengths of the legs; Z's sight to P
+// says 50 m less and comes first.
+TEST(ApproximateCoordinates, PassByPassTheFirstStationInWalkOrderPlacesAPoint) {
+  Baseline job;
+  for (const char* name : {"C", "Y", "Z"}) job.Add(name);
+  job.ObserveAll({{"A", "B", Direction(0)},
+                  {"A", "Z", Direction(0, 100)},
+                  {"Z", "A", Direction(180)},
+                  {"Z", "Y", Direction(0, 100)},
+                  {"Z", "P", Direction(0, 150)},
+                  {"Y", "Z", Direction(180)},
+                  {"Y", "P", Direction(0, 100)},
+                  {"P", "Y", Direction(180)},
+                  {"P", "C", Direction(0, 100)}});
+  ASSERT_TRUE(ApproxCalc(job));
+  ExpectAt(job, "Y", 200, 0);
+  ExpectAt(job, "P", 250, 0);
+  ExpectAt(job, "C", 350, 0);
+}
+
 TEST(ApproximateCoordinates, NeedAStationButNoNewPoint) {
   Baseline job;
   job.Change("P", 10, 307, 408);

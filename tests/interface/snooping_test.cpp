@@ -88,15 +88,19 @@ TEST(LevelSnooping, OfPartsOfOneLineTheFirstInWalkOrderGoes) {
 
 // The example has 20 directions and 10 distances, 5 orientations and 2 new points.  Without the two
 // blunders its redundancy is 28 - 9 = 19, but snooping counts each of them twice: 30 - 9 - 4 = 17.
-TEST(PlaneSnooping, TakesTheBlundersOutAndCountsThemTwice) {
-  const PlaneExample job;
-  const PlaneExample without;
-  ASSERT_EQ(DataSnooping(job, 2, 0.001, 0.001), 1);  // no blunders yet
+TEST(CombinedSnooping, TakesTheBlundersOutAndCountsThoseOfThePlaneTwice) {
+  PlaneExample job(11);
+  const PlaneExample without(11);
+  ASSERT_EQ(DataSnooping(job, 3, 0.001, 0.001), 1);  // no blunders yet
   ASSERT_TRUE(LeastSquareAdj(without));  // one pass: the approximate values are good to 10 mm
   EXPECT_EQ(Export(ExportResultFile, job).text, Export(ExportResultFile, without).text);
 
   job.PlantBlunders();
-  ASSERT_EQ(DataSnooping(job, 2, 0.001, 0.001), 1);
+  ObsData spoiled = Stored(job, "A", "P");
+  spoiled.heightDiff += 0.05;
+  job.Change("A", "P", spoiled);
+  ASSERT_EQ(DataSnooping(job, 3, 0.001, 0.001), 1);
+  EXPECT_EQ(GrossErrors(job, "[HEIGHT]"), Strings{"A P"});
   EXPECT_EQ(GrossErrors(job, "[DIRANGLE]"), Strings{"B Q"});
   EXPECT_EQ(GrossErrors(job, "[LENGTH]"), Strings{"C P"});
   // What was taken out keeps a residual, here about the negative of the blunder.
@@ -111,6 +115,12 @@ TEST(PlaneSnooping, TakesTheBlundersOutAndCountsThemTwice) {
     EXPECT_TRUE(Near({a.x, a.y}, {b.x, b.y}, 1e-6));
     EXPECT_TRUE(Near({a.mx / b.mx, a.my / b.my}, {ratio, ratio}, 1e-3));
   }
+
+  job.Add("R");
+  job.Observe("A", "R", Levelled(300, 1.0));  // R has no place,
+  EXPECT_EQ(DataSnooping(job, 3, 0.001, 0.001), 0);
+  job.Change("A", "R", Direction(10.0, 300));  // and now no height
+  EXPECT_EQ(DataSnooping(job, 3, 0.001, 0.001), 0);
 }
 
 // A round of directions to three control points, the first 9" off: the residuals are 6", -3", -3",
@@ -126,23 +136,6 @@ TEST(PlaneSnooping, ComparesTheStandardisedResidual) {
   EXPECT_EQ(GrossErrors(job, "[DIRANGLE]"), Strings{});
   ASSERT_EQ(DataSnooping(job, 2, 0.001, 0.004), 1);
   EXPECT_EQ(GrossErrors(job, "[DIRANGLE]"), Strings{"A B"});
-}
-
-TEST(CombinedSnooping, CleansBothNetworksAndNeedsThem) {
-  PlaneExample job(11);
-  job.PlantBlunders();
-  ObsData spoiled = Stored(job, "A", "P");
-  spoiled.heightDiff += 0.05;
-  job.Change("A", "P", spoiled);
-  ASSERT_EQ(DataSnooping(job, 3, 0.001, 0.001), 1);
-  EXPECT_EQ(GrossErrors(job, "[HEIGHT]"), Strings{"A P"});
-  EXPECT_EQ(GrossErrors(job, "[DIRANGLE]"), Strings{"B Q"});
-  EXPECT_EQ(GrossErrors(job, "[LENGTH]"), Strings{"C P"});
-  job.Add("R");
-  job.Observe("A", "R", Levelled(300, 1.0));  // R has no place,
-  EXPECT_EQ(DataSnooping(job, 3, 0.001, 0.001), 0);
-  job.Change("A", "R", Direction(10.0, 300));  // and now no height
-  EXPECT_EQ(DataSnooping(job, 3, 0.001, 0.001), 0);
 }
 
 TEST(Snooping, KindMustBeTheNetworkType) {
