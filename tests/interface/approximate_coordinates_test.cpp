@@ -59,7 +59,7 @@ TEST(ApproximateCoordinates, AnObservedAzimuthOrientsTheStation) {
 TEST(ApproximateCoordinates, ByIntersection) {
   Baseline job;
   job.ObserveAll(
-      {{"A", "B", Direction(100)}, {"A", "P", Direction(160)}, {"B", "A", Direction(0)}});
+      {{"A", {{"B", Direction(100)}, {"P", Direction(160)}}}, {"B", {{"A", Direction(0)}}}});
   EXPECT_FALSE(ApproxCalc(job));  // no ray from B
   job.Observe("B", "P", Direction(330));
   ASSERT_TRUE(ApproxCalc(job));
@@ -83,12 +83,9 @@ TEST(ApproximateCoordinates, ByIntersectionWithAPointPlacedLater) {
   for (const bool hasMoreSights : {false, true}) {
     Baseline job;
     job.Add("Z");
-    job.ObserveAll({{"A", "B", Direction(0)},
-                    {"A", "Z", Direction(90, 100)},
-                    {"A", "P", Direction(60)},
-                    {"Z", "A", Direction(270)},
-                    {"Z", "P", Direction(45)}});
-    if (hasMoreSights) job.ObserveAll({{"Z", "B", {0, -1, 0, -1}}, {"B", "Z", {0, -1, 0, -1}}});
+    job.ObserveAll({{"A", {{"B", Direction(0)}, {"Z", Direction(90, 100)}, {"P", Direction(60)}}},
+                    {"Z", {{"A", Direction(270)}, {"P", Direction(45)}}}});
+    if (hasMoreSights) job.ObserveAll({{"Z", {{"B", kNothing}}}, {"B", {{"Z", kNothing}}}});
     ASSERT_TRUE(ApproxCalc(job));
     const double ray = 200 / (std::sqrt(3.0) - 1);
     ExpectAt(job, "P", ray * 0.5, ray * std::sqrt(0.75));
@@ -100,15 +97,11 @@ TEST(ApproximateCoordinates, ByIntersectionWithAPointPlacedLater) {
 TEST(ApproximateCoordinates, PassByPassTheFirstStationInWalkOrderPlacesAPoint) {
   Baseline job;
   for (const char* name : {"C", "Y", "Z"}) job.Add(name);
-  job.ObserveAll({{"A", "B", Direction(0)},
-                  {"A", "Z", Direction(0, 100)},
-                  {"Z", "A", Direction(180)},
-                  {"Z", "Y", Direction(0, 100)},
-                  {"Z", "P", Direction(0, 150)},
-                  {"Y", "Z", Direction(180)},
-                  {"Y", "P", Direction(0, 100)},
-                  {"P", "Y", Direction(180)},
-                  {"P", "C", Direction(0, 100)}});
+  job.ObserveAll(
+      {{"A", {{"B", Direction(0)}, {"Z", Direction(0, 100)}}},
+       {"Z", {{"A", Direction(180)}, {"Y", Direction(0, 100)}, {"P", Direction(0, 150)}}},
+       {"Y", {{"Z", Direction(180)}, {"P", Direction(0, 100)}}},
+       {"P", {{"Y", Direction(180)}, {"C", Direction(0, 100)}}}});
   ASSERT_TRUE(ApproxCalc(job));
   ExpectAt(job, "Y", 200, 0);
   ExpectAt(job, "P", 250, 0);
@@ -127,7 +120,7 @@ TEST(ApproximateCoordinates, NeedAStationButNoNewPoint) {
 TEST(ApproximateCoordinates, OfBothNetworksComeAfterTheHeights) {
   Baseline job;
   job.Change("A", 11, 300, 400, 100);
-  job.ObserveAll({{"A", "B", {1000, 0, 2, -1}}, {"A", "P", {500, 0, 0, -1}}});
+  job.ObserveAll({{"A", {{"B", {1000, 0, 2, -1}}, {"P", {500, 0, 0, -1}}}}});
   EXPECT_FALSE(ApproxCalc(job));  // no height for P
   ExpectAt(job, "P", 7, 8);
   job.Change("A", "P", {500, 0, 3, -1});

@@ -13,7 +13,7 @@ namespace {
 struct LineJob : Job {
   LineJob()
       : Job({{"A", 1, 0, 0, 10.0}, {"B", 1, 0, 0, 11.5}, {"N"}},
-            {{"A", "N", Levelled(400, 1.0)}, {"B", "N", Levelled(500, -0.51)}}) {}
+            {{"A", {{"N", Levelled(400, 1.0)}}}, {"B", {{"N", Levelled(500, -0.51)}}}}) {}
 };
 
 // Two bench marks are called M in the end: neither end of a line may count twice.
@@ -32,9 +32,9 @@ TEST(Closures, BenchMarksOfOneNameGiveALineOnce) {
 
 // A triangle of 1 km with the bench mark A, which closes with 1 + 2 - `back` metres reversed.
 TEST(Closures, LoopAtOneBenchMarkAndMisclosuresAtTheLimit) {
-  const Job job({{"A", 1, 0, 0, 10.0}, {"B"}, {"C"}}, {{"A", "B", Levelled(250, 1.0)},
-                                                       {"B", "C", Levelled(250, 2.0)},
-                                                       {"A", "C", Levelled(500, 3.012)}});
+  const Job job({{"A", 1, 0, 0, 10.0}, {"B"}, {"C"}},
+                {{"A", {{"B", Levelled(250, 1.0)}, {"C", Levelled(500, 3.012)}}},
+                 {"B", {{"C", Levelled(250, 2.0)}}}});
   const auto records = Closures(job);
   ASSERT_EQ(Routes(records), Strings{"A - C - B - A"});
   const CloseError& r = records.front();
@@ -90,13 +90,12 @@ TEST(Closures, RecordsOutOfRange) {
 // A new point by directions from two control points: no sides, so no traverse either.  With both
 // networks, levelling without lines and loops is a failure where it is none alone.
 TEST(Closures, CombinedNetworkNeedsALineOrALoop) {
-  Job job({{"S", 10, 1000, 1000}, {"T", 10, 1000, 2000}, {"P"}}, {{"S", "T", Direction(90.0)},
-                                                                  {"S", "P", Direction(60.0)},
-                                                                  {"T", "S", Direction(270.0)},
-                                                                  {"T", "P", Direction(315.0)}});
+  Job job({{"S", 10, 1000, 1000}, {"T", 10, 1000, 2000}, {"P"}},
+          {{"S", {{"T", Direction(90.0)}, {"P", Direction(60.0)}}},
+           {"T", {{"S", Direction(270.0)}, {"P", Direction(315.0)}}}});
   EXPECT_EQ(Routes(Closures(job)), Strings{});
   job.Change("S", 11, 1000, 1000, 50.0);
-  job.ObserveAll({{"P", "S", Levelled(1400, -2.0)}, {"P", "T", Levelled(1400, 1.0)}});
+  job.ObserveAll({{"P", {{"S", Levelled(1400, -2.0)}, {"T", Levelled(1400, 1.0)}}}});
   EXPECT_FALSE(CalculateCloseError(job));
   EXPECT_EQ(GetCloseErrorCount(job), 0);
 

@@ -41,12 +41,9 @@ void ExpectRefusesNull(std::type_identity_t<Result> failure, Result (*call)(Args
 
 TEST(NullPointers, AreRefusedByEveryFunction) {
   const Job job({{"A", 11, 100, 100, 10}, {"B", 11, 100, 200, 11}, {"P"}},
-                {{"A", "B", {100, 130, 1, -1}},
-                 {"A", "P", {111.803, 66.3354, 2, 26.3354}},
-                 {"B", "A", Direction(310)},
-                 {"B", "P", {111.803, 13.2606, 1, -1}},
-                 {"P", "A", Direction(246.3354)},
-                 {"P", "B", Direction(193.2606)}});
+                {{"A", {{"B", {100, 130, 1, -1}}, {"P", {111.803, 66.3354, 2, 26.3354}}}},
+                 {"B", {{"A", Direction(310)}, {"P", {111.803, 13.2606, 1, -1}}}},
+                 {"P", {{"A", Direction(246.3354)}, {"B", Direction(193.2606)}}}});
   PointData point = MakePoint("new");
   ObsData obs = Distance(1);
   double d = 0;

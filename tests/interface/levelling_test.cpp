@@ -10,12 +10,12 @@ namespace {
 
 TEST(ApproximateHeights, RunForwardAndBackwardAlongTheObservations) {
   Job job({{"A"}, {"B"}, {"C"}, {"D"}, {"Z", 1, 0, 0, 100}});
-  EXPECT_FALSE(LeastSquareAdj(job));                // no observation
-  job.ObserveAll({{"A", "C", Levelled(100, 1)},     // backward, in the second pass: A = 89
-                  {"B", "C", Levelled(100, -2)},    // B is known in the second pass only, too late
-                  {"B", "Z", Levelled(100, 5)},     // backward: B = 95
-                  {"C", "Z", Levelled(100, 10)},    // backward: C = 90
-                  {"C", "D", Levelled(100, -2)}});  // forward, in the second pass: D = 88
+  EXPECT_FALSE(LeastSquareAdj(job));  // no observation
+  // Backward B = 95 and C = 90; in the second pass backward A = 89 and forward D = 88.  B, known in
+  // the second pass only, comes too late for C.
+  job.ObserveAll({{"A", {{"C", Levelled(100, 1)}}},
+                  {"B", {{"C", Levelled(100, -2)}, {"Z", Levelled(100, 5)}}},
+                  {"C", {{"Z", Levelled(100, 10)}, {"D", Levelled(100, -2)}}}});
   ASSERT_TRUE(ApproxCalc(job));
   const auto h = [&](const char* name) { return ReadApproximate(job, name).h; };
   EXPECT_TRUE(Near({h("A"), h("B"), h("C"), h("D")}, {89, 95, 90, 88}, 0));
@@ -31,9 +31,9 @@ TEST(ApproximateHeights, RunForwardAndBackwardAlongTheObservations) {
 // mm^2, over two new heights (not over the redundancy of one): sigma0 = sqrt(4.5) mm.  A line of
 // a km beside a detour of b km has the cofactor a b / (a + b).
 TEST(Levelling, ALoopByHand) {
-  const Job job({{"A", 1, 0, 0, 100}, {"B"}, {"C"}}, {{"A", "B", Levelled(1000, 1.0)},
-                                                      {"B", "C", Levelled(1000, 2.0)},
-                                                      {"C", "A", Levelled(2000, -2.994)}});
+  const Job job({{"A", 1, 0, 0, 100}, {"B"}, {"C"}}, {{"A", {{"B", Levelled(1000, 1.0)}}},
+                                                      {"B", {{"C", Levelled(1000, 2.0)}}},
+                                                      {"C", {{"A", Levelled(2000, -2.994)}}}});
   ASSERT_TRUE(LeastSquareAdj(job));
   const double sigma0 = std::sqrt(4.5) / 1000;
   const auto expectPoint = [&](const char* name, double correction, double height, double sigma) {
@@ -56,7 +56,7 @@ TEST(Levelling, ALoopByHand) {
 
 TEST(Levelling, WithoutNewHeightsThereIsNoStandardErrorOfUnitWeight) {
   const Job job({{"A", 1, 0, 0, 10}, {"B", 1, 0, 0, 11.5}},
-                {{"A", "B", Levelled(500, 1.0)}, {"B", "A", Levelled(1000, -1.003)}});
+                {{"A", {{"B", Levelled(500, 1.0)}}}, {"B", {{"A", Levelled(1000, -1.003)}}}});
   ASSERT_TRUE(LeastSquareAdj(job));
   EXPECT_NEAR(ReadHeightObs(job, "A", "B")->residual, 0.5, 1e-12);
   EXPECT_NEAR(ReadHeightObs(job, "B", "A")->residual, -0.497, 1e-12);
@@ -65,16 +65,16 @@ TEST(Levelling, WithoutNewHeightsThereIsNoStandardErrorOfUnitWeight) {
 
 TEST(Levelling, FailsWhenWeightsCancelAndForANameWithoutPoint) {
   const Job cancelling({{"A", 1, 0, 0, 10}, {"P"}},
-                       {{"A", "P", Levelled(1000, 1)}, {"P", "A", Levelled(-1000, -1)}});
+                       {{"A", {{"P", Levelled(1000, 1)}}}, {"P", {{"A", Levelled(-1000, -1)}}}});
   EXPECT_FALSE(LeastSquareAdj(cancelling));
   const Job renamed({{"A", 1, 0, 0, 10}, {"B", 1, 0, 0, 12}, {"P"}},
-                    {{"A", "P", Levelled(1000, 1)}, {"B", "P", Levelled(1000, -1)}});
+                    {{"A", {{"P", Levelled(1000, 1)}}}, {"B", {{"P", Levelled(1000, -1)}}}});
   EXPECT_EQ(SetPoint(renamed, 1, MakePoint("A", 1, 0, 0, 12)), -1);
   EXPECT_FALSE(LeastSquareAdj(renamed));
 }
 
 TEST(LevellingResults, AskingForAnIndexWithoutPointAddsAnEmptyOne) {
-  const Job job({{"A", 1, 0, 0, 10}, {"B"}}, {{"A", "B", Levelled(500, 1.5)}});
+  const Job job({{"A", 1, 0, 0, 10}, {"B"}}, {{"A", {{"B", Levelled(500, 1.5)}}}});
   ASSERT_TRUE(LeastSquareAdj(job));
   VerticalResult height{};
   double d = 0;

@@ -29,7 +29,7 @@ TEST(NetworkType, FollowsFromTheTypesOfThePoints) {
 }
 
 TEST(NetworkType, WithoutControlNothingIsComputed) {
-  const Job job({{"A"}, {"B", 5}}, {{"A", "B", {100, 0, 1, 0}}});
+  const Job job({{"A"}, {"B", 5}}, {{"A", {{"B", {100, 0, 1, 0}}}}});
   EXPECT_FALSE(ApproxCalc(job));
   EXPECT_FALSE(LeastSquareAdj(job));
   EXPECT_EQ(ApproxName(job, 0), "none");
@@ -42,9 +42,8 @@ TEST(NetworkNumbers, PutKnownPointsFirstAndAreStoreIndicesInLevelling) {
   // A is new (its type is none of the list), B plane control, C control of both kinds.
   const double a = 250 * std::sqrt(2.0);
   const Job both({{"A", 5, 77, 77, 77}, {"B", 10, 0, 0}, {"C", 11, 1000, 0, 50}},
-                 {{"B", "C", {1000, 10, 4, -1}},
-                  {"B", "A", {500, 55, 0, -1}},
-                  {"C", "A", Levelled(std::hypot(1000 - a, a), 3)}});
+                 {{"B", {{"C", {1000, 10, 4, -1}}, {"A", {500, 55, 0, -1}}}},
+                  {"C", {{"A", Levelled(std::hypot(1000 - a, a), 3)}}}});
   ASSERT_TRUE(ApproxCalc(both));
   const std::string names[] = {"none", "B", "C", "A", "none"};
   for (int32_t i = -1; i < 4; ++i) EXPECT_EQ(ApproxName(both, i), names[i + 1]);

@@ -16,7 +16,7 @@ constexpr double kRho = 206264.80624709636;
 TEST(PlaneAdjustment, WeightsOfDistancesGrowWithTheirLength) {
   const Job job(
       {{"A", 10, 0, 0}, {"B", 10, 0, 300}, {"P"}},
-      {{"A", "B", Direction(30)}, {"A", "P", Direction(30, 100)}, {"B", "P", Distance(200.03)}},
+      {{"A", {{"B", Direction(30)}, {"P", Direction(30, 100)}}}, {"B", {{"P", Distance(200.03)}}}},
       Errors(2.0, 0.001, 1e-5));
   ASSERT_TRUE(LeastSquareAdj(job));
   const double s1 = 0.001 + 1e-5 * 100;
@@ -60,10 +60,10 @@ TEST(PlaneAdjustment, WeightsOfDistancesGrowWithTheirLength) {
 // by `push`.  Linearised, that leaves P at y = 1; on the true circle around A it is at
 // sqrt(1 - push^2).
 PlaneResult PushedPoint(double push) {
-  const Job job(
-      {{"A", 10, 0, 0}, {"B", 10, 1000, 0}, {"C", 10, -10, 1}, {"P"}},
-      {{"A", "B", Direction(30)}, {"A", "P", Direction(120, 1)}, {"C", "P", Distance(10 + push)}},
-      Errors(1e6, 0.001));
+  const Job job({{"A", 10, 0, 0}, {"B", 10, 1000, 0}, {"C", 10, -10, 1}, {"P"}},
+                {{"A", {{"B", Direction(30)}, {"P", Direction(120, 1)}}},
+                 {"C", {{"P", Distance(10 + push)}}}},
+                Errors(1e6, 0.001));
   EXPECT_TRUE(LeastSquareAdj(job));
   return ReadPlane(job, "P");
 }
@@ -82,7 +82,7 @@ TEST(PlaneAdjustment, StopsWhenNoCoordinateMovedByMoreThanACentimetre) {
 struct OrientationJob : Job {
   OrientationJob(double readingA, double readingB)
       : Job({{"A", 10, 1000, 0}, {"B", 10, 0, 1000}, {"S", 10, 0, 0}},
-            {{"S", "A", Direction(readingA)}, {"S", "B", Direction(readingB)}}) {
+            {{"S", {{"A", Direction(readingA)}, {"B", Direction(readingB)}}}}) {
     EXPECT_TRUE(LeastSquareAdj(*this));
   }
   ObsResult Of(const char* target) const { return Read(GetDirAngleResult, *this, "S", target); }
@@ -110,8 +110,7 @@ TEST(PlaneAdjustment, AnOrientationAtTheFullCircleIsNotReduced) {
 // -z, -c dX - z, -c dX + l with c = rho / 1000 the sum of squares is least for dX = 2 l / (3 c).
 TEST(PlaneAdjustment, AzimuthMisclosuresEnterInRadians) {
   const Job job({{"A", 10, 0, 0}, {"B", 10, 1000, 0}, {"P"}},
-                {{"A", "B", Direction(20)}, {"A", "P", {1000, 110, 0, 90.0010}}},
-                Errors(2.5, 0.01));
+                {{"A", {{"B", Direction(20)}, {"P", {1000, 110, 0, 90.0010}}}}}, Errors(2.5, 0.01));
   ASSERT_TRUE(LeastSquareAdj(job));
   const double c = kRho / 1000;
   const PlaneResult p = ReadPlane(job, "P");

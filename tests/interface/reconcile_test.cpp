@@ -73,7 +73,7 @@ TEST_F(Reconcile, WithoutReferenceOnlyADistanceIsAdded) {
 
 // Any result of the addition but 0 counts as success: hosts rely on it.
 TEST_F(Reconcile, ResultsOfRefusalAndOfStationZero) {
-  job.ObserveAll({{"S", "A", Direction(10.0)}, {"S", "B", Direction(50.0)}});
+  job.ObserveAll({{"S", {{"A", Direction(10.0)}, {"B", Direction(50.0)}}}});
   EXPECT_EQ(AddPair("A", "B", Direction(11.0), Direction(51.0)), 1);
   EXPECT_EQ(At("B").direction, 50.0);
   EXPECT_EQ(AddPair("A", "no point", Direction(11.0), Direction(51.0)), 1);

@@ -24,7 +24,7 @@ const std::string kPerKilometre = "\xc3\xbf\xb9\xab\xc0\xef\xd6\xd0\xce\xf3\xb2\
 
 TEST(ClosureReport, SixLinesForALine) {
   const Job job({{"A", 1, 0, 0, 10.0}, {"B", 1, 0, 0, 11.5}, {"N"}},
-                {{"A", "N", Levelled(400, 1.0)}, {"B", "N", Levelled(500, -0.51)}});
+                {{"A", {{"N", Levelled(400, 1.0)}}}, {"B", {{"N", Levelled(500, -0.51)}}}});
   EXPECT_FALSE(Export(ExportCloseErrorFile, job).complete);  // an empty list
   ASSERT_TRUE(CalculateCloseError(job));
   const ReportText report = Export(ExportCloseErrorFile, job);
@@ -53,7 +53,7 @@ TEST(ClosureReport, SixLinesForALine) {
 struct TwoLines : Job {
   explicit TwoLines(double second)
       : Job({{"P"}, {"A", 1, 0, 0, 100.0}},
-            {{"A", "P", Levelled(1000, 5.0)}, {"P", "A", Levelled(1000, -second)}}) {}
+            {{"A", {{"P", Levelled(1000, 5.0)}}}, {"P", {{"A", Levelled(1000, -second)}}}}) {}
 };
 
 // The mean of both is 105.001 m with the residuals +1 mm, [pvv] = 2 mm^2 over one new height, so

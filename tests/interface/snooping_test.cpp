@@ -30,10 +30,9 @@ Strings GrossErrors(const Job& job, const std::string& keyword) {
 struct LevelJob : Job {
   explicit LevelJob(double last = 5.0)
       : Job({{"A", 1, 0, 0, 10.0}, {"B", 1, 0, 0, 20.0}, {"P"}},
-            {{"A", "P", Levelled(1000, 5.000)},
-             {"P", "A", Levelled(1000, -5.001)},
-             {"B", "P", Levelled(1000, -4.998)},
-             {"P", "B", Levelled(1000, last)}}) {}
+            {{"A", {{"P", Levelled(1000, 5.000)}}},
+             {"P", {{"A", Levelled(1000, -5.001)}, {"B", Levelled(1000, last)}}},
+             {"B", {{"P", Levelled(1000, -4.998)}}}}) {}
 };
 
 // In the first round P is at 14.98825 m and w = 38.25 mm / sqrt(1 - 1/4) = 44; in the second w is
@@ -65,7 +64,7 @@ TEST(LevelSnooping, TakesTheBlunderOut) {
 // sqrt(1/2) = 2.762.  The critical values are 2.807 for 0.005 and 2.748 for 0.006.
 TEST(LevelSnooping, OfEqualTestValuesTheFirstInWalkOrderGoes) {
   const Job job({{"P"}, {"B", 1, 0, 0, 20.0}, {"A", 1, 0, 0, 10.0}},
-                {{"B", "P", Levelled(1000, -4.99609375)}, {"A", "P", Levelled(1000, 5.0)}});
+                {{"B", {{"P", Levelled(1000, -4.99609375)}}}, {"A", {{"P", Levelled(1000, 5.0)}}}});
   ASSERT_EQ(DataSnooping(job, 1, 0.005, 0.001), 1);
   EXPECT_EQ(GrossErrors(job, "[HEIGHT]"), Strings{});
   ASSERT_EQ(DataSnooping(job, 1, 0.006, 0.001), 1);
@@ -78,9 +77,9 @@ TEST(LevelSnooping, OfEqualTestValuesTheFirstInWalkOrderGoes) {
 TEST(LevelSnooping, OfPartsOfOneLineTheFirstInWalkOrderGoes) {
   for (int length = 300; length < 320; ++length) {
     const Job job({{"A", 1, 0, 0, 10.0}, {"B", 1, 0, 0, 20.0}, {"P"}, {"Q"}},
-                  {{"A", "P", Levelled(700, 3.1)},
-                   {"P", "Q", Levelled(length, 3.2)},
-                   {"Q", "B", Levelled(900, 3.9)}});
+                  {{"A", {{"P", Levelled(700, 3.1)}}},
+                   {"P", {{"Q", Levelled(length, 3.2)}}},
+                   {"Q", {{"B", Levelled(900, 3.9)}}}});
     ASSERT_EQ(DataSnooping(job, 1, 0.001, 0.001), 1);
     EXPECT_EQ(GrossErrors(job, "[HEIGHT]"), Strings{"A P"}) << length;
   }
@@ -129,9 +128,7 @@ TEST(CombinedSnooping, TakesTheBlundersOutAndCountsThoseOfThePlaneTwice) {
 TEST(PlaneSnooping, ComparesTheStandardisedResidual) {
   const Job job(
       {{"A", 10, 1000, 1000}, {"B", 10, 2000, 1000}, {"C", 10, 1000, 2000}, {"D", 10, 500, 1000}},
-      {{"A", "B", Direction(39.5954)},
-       {"A", "C", Direction(130.0003)},
-       {"A", "D", Direction(220.0003)}});
+      {{"A", {{"B", Direction(39.5954)}, {"C", Direction(130.0003)}, {"D", Direction(220.0003)}}}});
   ASSERT_EQ(DataSnooping(job, 2, 0.001, 0.003), 1);
   EXPECT_EQ(GrossErrors(job, "[DIRANGLE]"), Strings{});
   ASSERT_EQ(DataSnooping(job, 2, 0.001, 0.004), 1);

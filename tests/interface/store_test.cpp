@@ -114,7 +114,7 @@ TEST(SetPoint, OverwritesEvenWhenItRefusesTheNewName) {
 }
 
 TEST(SetPoint, AcceptsTheNameOfAPointThatIsNoStation) {
-  Job job({{"A"}, {"B"}, {"C"}}, {{"A", "B", Distance(12)}, {"A", "C", Distance(13)}});
+  Job job({{"A"}, {"B"}, {"C"}}, {{"A", {{"B", Distance(12)}, {"C", Distance(13)}}}});
   EXPECT_EQ(SetPoint(job, 2, MakePoint("B")), 2);
   EXPECT_EQ(job.Index("B"), 1);
   EXPECT_EQ(GetObsDataCount(job, 0), 1);

@@ -54,9 +54,7 @@ const std::string kFile =
 TEST(ProjectFile, IsWrittenByteForByteAndReadBack) {
   const Job job(
       {{"B", 11, 3512345.1234, -2000, 50}, {"A", 1, 0, 0, 0.000001}, {"P1"}, {"X", -5, 1}},
-      {{"B", "P1", {0, -1, 0, -1}},
-       {"B", "A", {0, -1, -1.5, 0}},
-       {"A", "P1", Direction(0, 123.456)}},
+      {{"B", {{"P1", kNothing}, {"A", {0, -1, -1.5, 0}}}}, {"A", {{"P1", Direction(0, 123.456)}}}},
       AdjParam{2.5, 0.00123456789, 5e-6, 3, 7, 4, 5, 3, 1});
   EXPECT_EQ(Saved(job), kFile);
 
@@ -66,7 +64,7 @@ TEST(ProjectFile, IsWrittenByteForByteAndReadBack) {
     ASSERT_TRUE(Open(back, WithLineEnds(kFile, end)));
     EXPECT_EQ(Saved(back), kFile);
     EXPECT_EQ(back.Index("X"), 3);
-    EXPECT_EQ(Bytes(Stored(back, "B", "P1")), Bytes(ObsData{0, -1, 0, -1}));
+    EXPECT_EQ(Bytes(Stored(back, "B", "P1")), Bytes(kNothing));
     EXPECT_EQ(Stored(back, "A", "P1").direction, 0);  // a reading of zero is a reading
     EXPECT_EQ(Stored(back, "B", "A").azimuth, 0);
   }
@@ -84,9 +82,9 @@ TEST(ProjectFile, IsWrittenByteForByteAndReadBack) {
 // Without point lines the observations keep six significant digits.  Observations outlive all
 // points when both their names were lost in refused renamings.
 TEST(ProjectFile, OnlyAPointLineBringsTheDecimals) {
-  const Job job(
-      {{"A"}, {"B"}, {"C"}, {"D"}},
-      {{"A", "C", Distance(1234.56789)}, {"B", "D", Distance(1)}, {"D", "B", Distance(1)}});
+  const Job job({{"A"}, {"B"}, {"C"}, {"D"}}, {{"A", {{"C", Distance(1234.56789)}}},
+                                               {"B", {{"D", Distance(1)}}},
+                                               {"D", {{"B", Distance(1)}}}});
   EXPECT_EQ(SetPoint(job, 0, MakePoint("B")), -1);
   EXPECT_EQ(SetPoint(job, 2, MakePoint("D")), -1);
   EXPECT_NE(Saved(job).find("\nA,C,,1234.567890,,\n"), std::string::npos);
@@ -96,29 +94,23 @@ TEST(ProjectFile, OnlyAPointLineBringsTheDecimals) {
 }
 
 TEST(ProjectFile, AGradeSetsItsLimitUntilALimitFollows) {
-  const struct {
-    const char* lines;
-    int32_t limit1, limit2;
-  } cases[] = {
-      {"Lvl1:2\nLvl2:2\n", 4, 1},
-      {"Lvl1:3\nLvl2:3\n", 12, 3},
-      {"Lvl1:5\nLvl2:5\n", 40, 10},
-      {"Lvl1:6\nLvl2:6\n", 35, 16},
-      {"Lvl1:4\nLvl2:7\n", 20, 24},
-      {"Lvl1:7\nLvl2:8\n", 40, 40},
-      {"Lvl1:0\nLvl2:9\n", 40, 24},
-      {"Lvl1:3\nLvl1Limit:99\n", 99, 5},
-      {"Lvl1Limit:99\nLvl1:3\n", 12, 5},
-      {"Lvl2:8\nLvl2Limit:-1\n", 20, -1},
-      {"lvl1:3\nLvl1 :3\n MO:9\nMO\nMO:\nOther:1\n[PT]\n", 20, 5},  // none of these is a key
-  };
-  for (const auto& c : cases) {
+  const auto expectLimits = [](const std::string& lines, int32_t limit1, int32_t limit2) {
     const Job job;
-    EXPECT_TRUE(Open(job, std::string("[PARAM]\n") + c.lines)) << c.lines;
-    EXPECT_EQ(GetAdjParam(job).Lvl1Limit, c.limit1) << c.lines;
-    EXPECT_EQ(GetAdjParam(job).Lvl2Limit, c.limit2) << c.lines;
-    EXPECT_EQ(GetAdjParam(job).MO, 2.5) << c.lines;
+    EXPECT_TRUE(Open(job, "[PARAM]\n" + lines)) << lines;
+    EXPECT_EQ(GetAdjParam(job).Lvl1Limit, limit1) << lines;
+    EXPECT_EQ(GetAdjParam(job).Lvl2Limit, limit2) << lines;
+    EXPECT_EQ(GetAdjParam(job).MO, 2.5) << lines;
+  };
+  const int32_t limits1[] = {40, 40, 4, 12, 20, 40, 35, 40, 40, 40};
+  const int32_t limits2[] = {24, 24, 1, 3, 5, 10, 16, 24, 40, 24};
+  for (int grade = 0; grade < 10; ++grade) {
+    const std::string text = std::to_string(grade) + "\n";
+    expectLimits("Lvl1:" + text + "Lvl2:" + text, limits1[grade], limits2[grade]);
   }
+  expectLimits("Lvl1:3\nLvl1Limit:99\n", 99, 5);
+  expectLimits("Lvl1Limit:99\nLvl1:3\n", 12, 5);
+  expectLimits("Lvl2:8\nLvl2Limit:-1\n", 20, -1);
+  expectLimits("lvl1:3\nLvl1 :3\n MO:9\nMO\nMO:\nOther:1\n[PT]\n", 20, 5);  // no keys
   const Job job;
   EXPECT_TRUE(Open(job, "[PARAM]\nMS:3:4\nMR: 2e-6ppm\nformat:3x\nLimit:-2\n"));
   EXPECT_EQ(Bytes(GetAdjParam(job)), Bytes(AdjParam{2.5, 3, 2e-6, 4, 20, 4, 5, -2, 3}));

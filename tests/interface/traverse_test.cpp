@@ -43,19 +43,15 @@ class Connecting : public ::testing::Test {
   }
   Job job = Job({{"S", 10, 1000, 1000},
                  {"E", 10, 1200, 1200},
-                 {"BS", 10, 1000, 900},
-                 {"FS", 10, 1200, 1300},
                  {"P"},
-                 {"Q"}},
-                {{"S", "BS", Direction(10.0)},
-                 {"S", "P", Direction(100.0010, 100.03)},
-                 {"P", "S", Direction(350.0, 100.01)},  // 100.02 in the mean
-                 {"P", "Q", Direction(260.0010)},
-                 {"Q", "P", Direction(0.0, 200.04)},
-                 {"Q", "E", Direction(90.0010)},
-                 {"E", "Q", Direction(0.0, 100.0)},
-                 {"E", "BS", {0, -1, 0, -1}},  // no reading that could orient E
-                 {"E", "FS", Direction(270.0010)}});
+                 {"Q"},
+                 {"BS", 10, 1000, 900},
+                 {"FS", 10, 1200, 1300}},
+                {{"S", {{"BS", Direction(10.0)}, {"P", Direction(100.0010, 100.03)}}},
+                 {"P", {{"S", Direction(350.0, 100.01)}, {"Q", Direction(260.0010)}}},  // 100.02 m
+                 {"Q", {{"P", Direction(0.0, 200.04)}, {"E", Direction(90.0010)}}},
+                 {"E", {{"Q", Direction(0.0, 100.0)}, {"FS", Direction(270.0010)}}},
+                 {"E", {{"BS", kNothing}}}});  // no reading that could orient E
 };
 
 TEST_F(Connecting, RecordAndTable) {
@@ -153,7 +149,7 @@ TEST_F(Connecting, OrientedAtOneEndOnly) {
 
 TEST_F(Connecting, WhichChainsAreTraverses) {
   const Strings chain{"S - P - Q - E"};
-  job.Change("P", "Q", {0.0, -1.0, 0.0, -1.0});  // no angle at P
+  job.Change("P", "Q", kNothing);  // no angle at P
   EXPECT_EQ(Routes(Closures(job)), Strings{});
   job.Change("P", "Q", Direction(260.0010));
   job.Change("Q", "P", Direction(0.0));  // a side less
@@ -164,10 +160,9 @@ TEST_F(Connecting, WhichChainsAreTraverses) {
   EXPECT_EQ(Routes(Closures(job)), chain);
   // Over R the way is 10 mm longer.
   job.Add("R");
-  job.ObserveAll({{"R", "S", Direction(0.0, 300.0)},
-                  {"R", "E", Direction(100.0, 100.07)},
-                  {"S", "R", {0.0, -1.0, 0.0, -1.0}},
-                  {"E", "R", Direction(180.0)}});
+  job.ObserveAll({{"R", {{"S", Direction(0.0, 300.0)}, {"E", Direction(100.0, 100.07)}}},
+                  {"S", {{"R", kNothing}}},
+                  {"E", {{"R", Direction(180.0)}}}});
   EXPECT_EQ(Routes(Closures(job)), chain);
   EXPECT_FALSE(FindRow(job, "R"));
   EXPECT_FALSE(FindRow(job, "no point"));
@@ -214,15 +209,13 @@ TEST_F(Connecting, WithoutOrientationEveryPointWithSidesMustBeReached) {
 // from A to the east 30 mm too long.  `east` and `north` are the neighbours of A.
 Job Square(const std::string& east, const std::string& north) {
   return Job({{"A", 10, 1000, 1000}, {"X", 10, 900, 1000}, {north}, {east}, {"C"}},
-             {{"A", north, Direction(10.0, 100.0)},
-              {"A", east, Direction(100.0005, 100.03)},
-              {north, "C", Direction(20.0, 100.0)},
-              {north, "A", Direction(110.0005)},
-              {"C", east, Direction(30.0, 100.0)},
-              {"C", north, Direction(120.0005)},
-              {east, "A", Direction(40.0)},
-              {east, "C", Direction(130.0005)},
-              {"A", "X", Direction(190.0)}});
+             {{"A",
+               {{north, Direction(10.0, 100.0)},
+                {east, Direction(100.0005, 100.03)},
+                {"X", Direction(190.0)}}},
+              {north, {{"C", Direction(20.0, 100.0)}, {"A", Direction(110.0005)}}},
+              {"C", {{east, Direction(30.0, 100.0)}, {north, Direction(120.0005)}}},
+              {east, {{"A", Direction(40.0)}, {"C", Direction(130.0005)}}}});
 }
 
 TEST(ClosedTraverse, SumOfInnerAnglesWhicheverWayRound) {
@@ -243,7 +236,7 @@ TEST(ClosedTraverse, SumOfInnerAnglesWhicheverWayRound) {
     if (!clockwise) {
       // An observed azimuth in place of the sight to X: the approximate places orient the loop.
       job.Change("A", "B", {100, 10, 0, 0});
-      job.Change("A", "X", {0, -1, 0, -1});
+      job.Change("A", "X", kNothing);
       ASSERT_TRUE(CalculateCloseError(job));
       EXPECT_NEAR(RowOf(job, "A").azimuth, a.azimuth, 1e-6);
       continue;
@@ -258,11 +251,11 @@ TEST(ClosedTraverse, SumOfInnerAnglesWhicheverWayRound) {
 
 TEST(ClosedTraverse, EachSideStartsOneLoopAtMostAndAllAnglesAreNeeded) {
   Job job = Square("D", "B");
-  job.ObserveAll({{"A", "C", Direction(55.0, 141.42)}, {"C", "A", Direction(75.0)}});
+  job.ObserveAll({{"A", {{"C", Direction(55.0, 141.42)}}}, {"C", {{"A", Direction(75.0)}}}});
   // A - B, then A - D; all other sides lie on these loops.
   EXPECT_EQ(Routes(Closures(job)), (Strings{"A - C - B - A", "A - C - D - A"}));
-  job.Change("B", "C", {0.0, -1.0, 0.0, -1.0});
-  job.Change("D", "C", {0.0, -1.0, 0.0, -1.0});
+  job.Change("B", "C", kNothing);
+  job.Change("D", "C", kNothing);
   EXPECT_EQ(Routes(Closures(job)), Strings{});
 }
 

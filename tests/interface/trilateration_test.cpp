@@ -60,10 +60,9 @@ void Begin(const Job& job) {
 TEST(DistanceAdjustment, HasOnlyTheNewPointsAsUnknownsAndTakesTheNetworkAsItStands) {
   const double c = 100 / std::sqrt(2.0);
   const Job job({{"NE", 10, c, c}, {"SW", 10, -c, -c}, {"NW", 10, c, -c}, {"P"}},
-                {{"NE", "SW", Direction(10)},
-                 {"NE", "P", Direction(10, 100.03)},
-                 {"SW", "P", Distance(100.03)},
-                 {"NW", "P", Distance(100)}},
+                {{"NE", {{"SW", Direction(10)}, {"P", Direction(10, 100.03)}}},
+                 {"SW", {{"P", Distance(100.03)}}},
+                 {"NW", {{"P", Distance(100)}}}},
                 kDistancesOnly);
   EXPECT_FALSE(LeastSquareAdj(job));  // nothing set up
   ASSERT_TRUE(ApproxCalc(job));
@@ -98,10 +97,10 @@ class TwoCentres : public ::testing::Test {
   CircleRecord B(double radius) const { return {"B", x, 1060, radius}; }
   double x = 1000.0;
   Job job = Job({{"A", 10, x, 1000}, {"B", 10, x, 1060}, {"P"}, {"Q"}},
-                {{"A", "P", Distance(50.0)},
-                 {"B", "P", Distance(50.0)},
-                 {"Q", "A", Distance(70.0)},  // measured at the new point
-                 {"Q", "B", Distance(70.0)}});
+                {{"A", {{"P", Distance(50.0)}}},
+                 {"B", {{"P", Distance(50.0)}}},
+                 // Measured at the new point:
+                 {"Q", {{"A", Distance(70.0)}, {"B", Distance(70.0)}}}});
 };
 
 // Half the base is 30 m, so P is 40 m off the line.  R hangs on P and Q.  Pairs without a distance
@@ -110,11 +109,10 @@ class TwoCentres : public ::testing::Test {
 TEST_F(TwoCentres, FromTheDistancesToTheAdjustedNetwork) {
   job.Change("A", 11, 1000, 1000, 50);
   job.Add("R");
-  job.ObserveAll({{"P", "R", Distance(80)},
-                  {"Q", "R", Distance(80)},
-                  {"A", "Q", Distance(70.02)},
-                  {"P", "Q", Direction(10.0)},
-                  {"P", "A", {0.0, -1.0, 1.5, -1.0}}});
+  job.ObserveAll(
+      {{"P", {{"R", Distance(80)}, {"Q", Direction(10.0)}, {"A", {0.0, -1.0, 1.5, -1.0}}}},
+       {"Q", {{"R", Distance(80)}}},
+       {"A", {{"Q", Distance(70.02)}}}});
   Begin(job);
   EXPECT_EQ(Next(job).Name(), "P");
   EXPECT_EQ(Next(job, "R").found, 0);  // nothing to place it with

@@ -23,12 +23,11 @@ std::string RunJobs() {
   const PlaneExample job(11);
   const Job large, read;
   Enter(GridNetwork(4, 6, PointOrder::kShuffled).Plane(), large);
-  const bool done = LeastSquareAdj(job) && ExportResultFile(job, report.Path()) &&
-                    CalculateCloseError(job) && ExportCloseErrorFile(job, closures.Path()) &&
-                    SaveBrenuAdjustFile(job, saved.Path()) == 1 && LeastSquareAdj(large) &&
-                    ExportResultFile(large, largeReport.Path()) &&
-                    OpenBrenuAdjustFile(read, input.Path()) &&
-                    SaveBrenuAdjustFile(read, savedAgain.Path()) == 1;
+  const bool done =
+      LeastSquareAdj(job) && ExportResultFile(job, report.Path()) && CalculateCloseError(job) &&
+      ExportCloseErrorFile(job, closures.Path()) && SaveBrenuAdjustFile(job, saved.Path()) == 1 &&
+      LeastSquareAdj(large) && ExportResultFile(large, largeReport.Path()) &&
+      OpenBrenuAdjustFile(read, input.Path()) && SaveBrenuAdjustFile(read, savedAgain.Path()) == 1;
   if (!done) return "failed";
   std::string all;
   for (const TempFile* file : {&saved, &report, &closures, &largeReport, &savedAgain}) {

@@ -75,7 +75,7 @@ class Files : public ::testing::Test {
 
   const fs::path m_folder =
       fs::path(::testing::TempDir()) / ("files." + std::to_string(::getpid()));
-  const Job m_job = Job({{"A", 1, 1, 2, 3}, {"B"}}, {{"A", "B", Levelled(1000, 1)}});
+  const Job m_job = Job({{"A", 1, 1, 2, 3}, {"B"}}, {{"A", {{"B", Levelled(1000, 1)}}}});
 };
 
 // Rights are not checked for the administrator.

@@ -40,6 +40,7 @@ inline ObsData Levelled(double length, double heightDiff) {
 }
 inline ObsData Direction(double dms, double distance = 0.0) { return {distance, dms, 0.0, -1.0}; }
 inline ObsData Distance(double metres) { return {metres, -1.0, 0.0, -1.0}; }
+inline constexpr ObsData kNothing = {0.0, -1.0, 0.0, -1.0};
 inline ObsData Azimuth(double dms) { return {0.0, -1.0, 0.0, dms}; }
 
 // Parameters with the standard errors given (arc-seconds, metres, metres a metre).
@@ -62,17 +63,21 @@ class Job {
     std::int32_t type = 0;
     double x = 0.0, y = 0.0, h = 0.0;
   };
-  struct NewObs {
-    std::string station, target;
+  struct NewSight {
+    std::string target;
     ObsData obs;
   };
+  // A page of a field book: what was observed at one station.
+  struct Page {
+    std::string station;
+    std::vector<NewSight> sights;
+  };
 
-  explicit Job(const std::vector<NewPoint>& points = {},
-               const std::vector<NewObs>& observations = {},
+  explicit Job(const std::vector<NewPoint>& points = {}, const std::vector<Page>& pages = {},
                const std::optional<AdjParam>& param = {})
       : m_context(StartAdjustment(), &EndAdjustment) {
     for (const NewPoint& p : points) Add(p.name, p.type, p.x, p.y, p.h);
-    ObserveAll(observations);
+    ObserveAll(pages);
     if (param) SetAdjParam(*this, *param);
   }
   operator AdjustmentContext*() const { return m_context.get(); }
@@ -86,8 +91,10 @@ class Job {
   std::int32_t Observe(const std::string& station, const std::string& target, ObsData obs) {
     return AddObsData(*this, Index(station), target.c_str(), obs);
   }
-  void ObserveAll(const std::vector<NewObs>& observations) {
-    for (const NewObs& o : observations) Observe(o.station, o.target, o.obs);
+  void ObserveAll(const std::vector<Page>& pages) {
+    for (const auto& [station, sights] : pages) {
+      for (const auto& [target, obs] : sights) Observe(station, target, obs);
+    }
   }
   // Puts other values into a point or an observation that is stored.
   void Change(const std::string& name, std::int32_t type, double x = 0.0, double y = 0.0,
