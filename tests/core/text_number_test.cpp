@@ -13,18 +13,6 @@ namespace {
 
 constexpr double kInfinity = std::numeric_limits<double>::infinity();
 
-std::string Fixed(double value) {
-  std::string text;
-  AppendFixed(text, value, 6);
-  return text;
-}
-
-std::string General(double value) {
-  std::string text;
-  AppendGeneral(text, value);
-  return text;
-}
-
 // By value, the texts that are read as it.
 template <typename Number>
 using Readings = std::vector<std::pair<Number, std::vector<std::string>>>;
@@ -66,23 +54,29 @@ TEST(TextNumber, WholeNumbersStopAtTheirLimits) {
 }
 
 TEST(TextNumber, FixedNotationRoundsTheExactBinaryValue) {
-  EXPECT_EQ(Fixed(3512345.1234), "3512345.123400");
-  EXPECT_EQ(Fixed(-0.5), "-0.500000");
-  EXPECT_EQ(Fixed(0.0000005), "0.000000");  // stored just below the half
-  EXPECT_EQ(Fixed(0.0000015), "0.000002");  // stored just above it: 1.50000000000000003e-06
-  EXPECT_EQ(Fixed(0.5e-7 + 1.0), "1.000000");
-  EXPECT_EQ(Fixed(1e22), "10000000000000000000000.000000");
-  EXPECT_EQ(Fixed(-std::numeric_limits<double>::max()).size(), 1 + 309 + 7U);
+  const std::pair<double, const char*> texts[] = {
+      {3512345.1234, "3512345.123400"}, {-0.5, "-0.500000"},
+      {0.0000005, "0.000000"},  // stored just below the half
+      {0.0000015, "0.000002"},  // stored just above it: 1.50000000000000003e-06
+      {0.5e-7 + 1.0, "1.000000"},       {1e22, "10000000000000000000000.000000"}};
+  for (const auto& [value, expected] : texts) {
+    std::string text = "=";
+    AppendFixed(text, value, 6);
+    EXPECT_EQ(text, std::string("=") + expected);
+  }
+  std::string largest;
+  AppendFixed(largest, -std::numeric_limits<double>::max(), 6);
+  EXPECT_EQ(largest.size(), 1 + 309 + 7U);
 }
 
 TEST(TextNumber, GeneralNotationHasSixDigits) {
-  EXPECT_EQ(General(2.5), "2.5");
-  EXPECT_EQ(General(5.0), "5");
-  EXPECT_EQ(General(0.00123456789), "0.00123457");
-  EXPECT_EQ(General(5e-6), "5e-06");
-  EXPECT_EQ(General(123456.5), "123456");  // a tie goes to the even digit
-  EXPECT_EQ(General(1234567.0), "1.23457e+06");
-  EXPECT_EQ(General(-1e100), "-1e+100");
+  std::string text;
+  for (const double value : {2.5, 5.0, 0.00123456789, 5e-6, 123456.5, 1234567.0, -1e100}) {
+    AppendGeneral(text, value);
+    text += ' ';
+  }
+  // A tie goes to the even digit.
+  EXPECT_EQ(text, "2.5 5 0.00123457 5e-06 123456 1.23457e+06 -1e+100 ");
 }
 
 }  // namespace
