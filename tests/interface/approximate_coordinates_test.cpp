@@ -93,7 +93,7 @@ TEST(ApproximateCoordinates, ByIntersectionWithAPointPlacedLater) {
 }
 
 // From A over Z, Y and P to C, each 100 m further north by the lengths of the legs; Z's sight to P
-// says 50 m less and comes first.
+// says 50 m less and comes first.  P's azimuth is of no use before P has a place.
 TEST(ApproximateCoordinates, PassByPassTheFirstStationInWalkOrderPlacesAPoint) {
   Baseline job;
   for (const char* name : {"C", "Y", "Z"}) job.Add(name);
@@ -101,7 +101,7 @@ TEST(ApproximateCoordinates, PassByPassTheFirstStationInWalkOrderPlacesAPoint) {
       {{"A", {{"B", Direction(0)}, {"Z", Direction(0, 100)}}},
        {"Z", {{"A", Direction(180)}, {"Y", Direction(0, 100)}, {"P", Direction(0, 150)}}},
        {"Y", {{"Z", Direction(180)}, {"P", Direction(0, 100)}}},
-       {"P", {{"Y", Direction(180)}, {"C", Direction(0, 100)}}}});
+       {"P", {{"Y", Direction(180)}, {"C", {100, 0, 0, 0}}}}});
   ASSERT_TRUE(ApproxCalc(job));
   ExpectAt(job, "Y", 200, 0);
   ExpectAt(job, "P", 250, 0);
