@@ -2,6 +2,7 @@
 
 #include "core/sparse/elimination_tree.h"
 #include "core/sparse/ordering.h"
+#include "core/sparse/separator.h"
 #include "core/sparse/symbolic_factor.h"
 #include "support/patterns.h"
 
@@ -45,6 +46,22 @@ TEST(Ordering, FillIsBounded) {
   EXPECT_LT(elements(GridPattern(60, 60, 3)), 937'000);
   EXPECT_LT(elements(GridPattern(8, 300, 2)), 190'000);
   EXPECT_LT(elements(RandomPattern(1000, 2500, 5)), 243'000);
+}
+
+TEST(Separator, PartsAreBalancedAndNotConnected) {
+  for (const auto& [name, pattern] : PatternsOfManyShapes()) {
+    const Graph graph = GroupGraph(pattern);
+    if (graph.Count() < 2) continue;
+    const Separation cut = FindSeparator(graph);
+    for (std::int32_t v = 0; v < graph.Count(); ++v) {
+      for (const std::int32_t u : graph.Neighbours(v)) {
+        const int both =
+            cut.part[static_cast<std::size_t>(v)] + cut.part[static_cast<std::size_t>(u)];
+        EXPECT_NE(both, 1) << name;  // part 0 and part 1; the separator is 2
+      }
+    }
+    EXPECT_LE(std::max(cut.weights[0], cut.weights[1]), cut.HeaviestAllowed()) << name;
+  }
 }
 
 }  // namespace

@@ -77,18 +77,25 @@ TEST(ApproximateCoordinates, ByIntersection) {
   EXPECT_FALSE(ApproxCalc(job));
 }
 
-// Z lies 100 m east of A; P is seen at 60 degrees from A and at 45 degrees from Z, which A can only
-// use in the second pass.  An empty pair more makes Z the station with more sights.
+// Z is at (500, 500), oriented on by an azimuth at A; P is seen at 60 degrees from A and at 180
+// from Z, which A can only use when Z has a place.  An empty pair more makes Z the station with
+// more sights.
 TEST(ApproximateCoordinates, ByIntersectionWithAPointPlacedLater) {
+  const double toZ = 500 * kRoot2;
   for (const bool hasMoreSights : {false, true}) {
     Baseline job;
     job.Add("Z");
-    job.ObserveAll({{"A", {{"B", Direction(0)}, {"Z", Direction(90, 100)}, {"P", Direction(60)}}},
-                    {"Z", {{"A", Direction(270)}, {"P", Direction(45)}}}});
-    if (hasMoreSights) job.ObserveAll({{"Z", {{"B", kNothing}}}, {"B", {{"Z", kNothing}}}});
+    job.ObserveAll({{"A", {{"B", kNothing}, {"Z", {0, 45, 0, 45}}, {"P", Direction(60)}}},
+                    {"B", {{"A", Direction(180)}, {"Z", Direction(135, toZ)}}},
+                    {"Z", {{"A", Direction(225)}, {"P", Direction(180)}}}});
+    if (hasMoreSights) job.Observe("Z", "B", kNothing);
     ASSERT_TRUE(ApproxCalc(job));
-    const double ray = 200 / (std::sqrt(3.0) - 1);
-    ExpectAt(job, "P", ray * 0.5, ray * std::sqrt(0.75));
+    ExpectAt(job, "P", 500 / std::sqrt(3.0), 500);
+    // With a distance A places Z at once; yet the next look comes in the next pass, after B's.
+    job.Change("A", "Z", {toZ, 45, 0, 45});
+    job.Observe("B", "P", Direction(90, 100));
+    ASSERT_TRUE(ApproxCalc(job));
+    ExpectAt(job, "P", 1000, 100);
   }
 }
 

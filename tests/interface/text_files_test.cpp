@@ -203,20 +203,6 @@ TEST(ProjectFile, NeedsAPathThatExistsAndFreeIndices) {
   EXPECT_TRUE(Open(job, kFile));
 }
 
-// Longer than any buffer of the reader, with lines across its ends.
-TEST(ProjectFile, ManyPointsRoundTrip) {
-  const Job job;
-  for (int i = 0; i < 5000; ++i) {  // indices are not written
-    AddPoint(job, 2 * i + 3, MakePoint("Point " + std::to_string(i), 11, i + 0.5, -i, 1));
-  }
-  const std::string text = Saved(job);
-  EXPECT_GT(text.size(), 3 * 65536U);
-  const Job back;
-  ASSERT_TRUE(Open(back, text));
-  EXPECT_EQ(Saved(back), text);
-  EXPECT_EQ(back.NameAt(1), "Point 1");
-}
-
 TEST(StationFile, IsReadIntoParametersPointsAndObservations) {
   const Job job;
   ASSERT_TRUE(Load(job,

@@ -110,8 +110,8 @@ TEST_F(TwoCentres, FromTheDistancesToTheAdjustedNetwork) {
   job.Change("A", 11, 1000, 1000, 50);
   job.Add("R");
   job.ObserveAll(
-      {{"P", {{"R", Distance(80)}, {"Q", Direction(10.0)}, {"A", {0.0, -1.0, 1.5, -1.0}}}},
-       {"Q", {{"R", Distance(80)}}},
+      {{"P", {{"R", Distance(60)}, {"Q", Direction(10.0)}, {"A", {0.0, -1.0, 1.5, -1.0}}}},
+       {"Q", {{"R", Distance(60)}}},
        {"A", {{"Q", Distance(70.02)}}}});
   Begin(job);
   EXPECT_EQ(Next(job).Name(), "P");
@@ -120,7 +120,7 @@ TEST_F(TwoCentres, FromTheDistancesToTheAdjustedNetwork) {
   EXPECT_EQ(Position(job, 2), std::pair(960.0, 1030.0));
   EXPECT_EQ(Place(job, false, A(70), B(70), "Q"), 1U);
   EXPECT_FALSE(TrilaterationDirection(job));  // a point is left
-  const Step r = Next(job);
+  const Step r = Next(job);                   // P and Q would have better angles
   EXPECT_EQ(r.text, "R: P -> Q, left or right");
   EXPECT_EQ(Place(job, true, r.first, r.second, "R"), 0U);
   EXPECT_EQ(Next(job).found, 0);
@@ -131,8 +131,8 @@ TEST_F(TwoCentres, FromTheDistancesToTheAdjustedNetwork) {
   const double east = (70.01 * 70.01 - 70.0 * 70.0) / 120.0;
   const double north = 40.0 + std::sqrt(70.0 * 70.0 - (30.0 - east) * (30.0 - east));
   EXPECT_NEAR(Read(GetDirAngleResult, job, "P", "Q").adjusted, east / north * 20.6264806, 1e-6);
-  EXPECT_NEAR(ReadLine(job, "Q", "R")->length, 80, 1e-6);
-  EXPECT_GT(ReadPlane(job, "R").y, 1090);
+  EXPECT_NEAR(ReadLine(job, "Q", "R")->length, 60, 1e-6);
+  EXPECT_GT(ReadPlane(job, "R").y, 1060);
   const ReportText report = Export(ExportResultFile, job);
   EXPECT_TRUE(report.complete);
   EXPECT_NE(Section(report.text, "[CONTROLPOINT]"), "");
