@@ -110,6 +110,8 @@ TEST(NormalEquations, UnknownWithoutEquationIsSingularWhereverItStands) {
     // A failure leaves nothing behind.
     Fill(normal, pattern, 3);
     EXPECT_TRUE(normal.Solve());
+    normal.Reset();
+    EXPECT_FALSE(normal.IsSolved());
   }
 }
 
