@@ -22,7 +22,7 @@ struct SketchPoint {
   double x = 0.0, y = 0.0;  // north and east, metres
   bool isPlaced = false;    // without coordinates a place is found that shows who is connected
   bool isFlagged = false;
-  std::optional<SketchEllipse> ellipse;
+  std::optional<SketchEllipse> ellipse = {};
 };
 
 // From which ends of a line something was observed.
@@ -35,11 +35,11 @@ struct SketchSight {
 
 // Everything observed between two points.
 struct SketchLine {
-  std::int32_t a, b;       // positions in the list of points
-  SketchSight distance;    // horizontal distances
-  SketchSight direction;   // directions and azimuths
-  SketchSight levelled;    // height differences
-  bool isFlagged = false;  // an observation was found in error
+  std::int32_t a, b;           // positions in the list of points
+  SketchSight distance = {};   // horizontal distances
+  SketchSight direction = {};  // directions and azimuths
+  SketchSight levelled = {};   // height differences
+  bool isFlagged = false;      // an observation was found in error
   bool isNotChecked = false;
 };
 

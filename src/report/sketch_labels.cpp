@@ -83,7 +83,7 @@ LabelField::LabelField(double width, double height)
       m_rows(std::max(1, Square(height))),
       m_cover(static_cast<std::size_t>(m_columns) * static_cast<std::size_t>(m_rows), 0) {}
 
-void LabelField::AddLine(const PagePoint& a, const PagePoint& b) {
+void LabelField::AddLine(const PagePoint& a, const PagePoint& b, int weight) {
   const double length = std::max(std::abs(b.x - a.x), std::abs(b.y - a.y));
   const int steps = static_cast<int>(length / kSquare) + 1;
   for (int i = 0; i <= steps; ++i) {
@@ -91,7 +91,7 @@ void LabelField::AddLine(const PagePoint& a, const PagePoint& b) {
     const std::int32_t column = Square(a.x + t * (b.x - a.x)), row = Square(a.y + t * (b.y - a.y));
     if (column < 0 || row < 0 || column >= m_columns || row >= m_rows) continue;
     std::uint8_t& cover = m_cover[At(column, row)];
-    if (cover < kSymbol - 1) ++cover;
+    if (cover < kSymbol) cover = static_cast<std::uint8_t>(std::min(cover + weight, kSymbol - 1));
   }
 }
 

@@ -27,7 +27,8 @@ class LabelField {
  public:
   LabelField(double width, double height);
 
-  void AddLine(const PagePoint& a, const PagePoint& b);
+  // A line of more weight keeps labels farther away.
+  void AddLine(const PagePoint& a, const PagePoint& b, int weight);
   // Nothing may cover the symbol of a marked point.
   void AddSymbol(const PagePoint& middle, double radius, bool isMarked);
 

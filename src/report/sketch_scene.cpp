@@ -17,7 +17,7 @@ constexpr double kNarrowest = 500.0, kWidest = 1120.0;
 constexpr double kTallest = 1.3, kFlattest = 0.3;  // height by width
 // Among many points a name may cover few lines only.
 constexpr std::size_t kManyPoints = 300;
-constexpr double kMostCover = 2.5;
+constexpr double kMostCover = 2.0;
 constexpr double kSmallestEllipse = 0.4;  // semi-axis, units of the page
 
 // Few points in large letters for a telephone, many on a page that paper still shows readably.
@@ -82,7 +82,7 @@ void AddLabels(const Sketch& sketch, SketchScene& scene) {
   for (const SketchLine& line : sketch.lines) {
     if (!IsDrawn(sketch, line)) continue;
     field.AddLine(scene.points[static_cast<std::size_t>(line.a)],
-                  scene.points[static_cast<std::size_t>(line.b)]);
+                  scene.points[static_cast<std::size_t>(line.b)], line.isFlagged ? 8 : 1);
   }
   std::vector<std::string_view> names;
   std::vector<bool> isMarked;

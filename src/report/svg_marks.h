@@ -7,21 +7,10 @@
 #include <string_view>
 
 #include "report/sketch.h"
+#include "report/sketch_lines.h"
 #include "report/svg_writer.h"
 
 namespace brenu {
-
-// What of a line its style shows.
-enum class LineKind : std::uint8_t { kLevelled, kDirection, kDistance, kBoth };
-inline constexpr std::array kLineKinds = {LineKind::kLevelled, LineKind::kDirection,
-                                          LineKind::kDistance, LineKind::kBoth};
-LineKind KindOf(const SketchLine& line);
-
-// A line of the plane that was levelled, too.
-bool IsLevelledToo(const SketchLine& line);
-
-// 1 when the line was observed from a to b only, -1 from b to a only, 0 both ways.
-int OneWay(const SketchLine& line);
 
 // A class of the picture with a colour that a page may replace by the variable of that name.
 struct SvgPaint {

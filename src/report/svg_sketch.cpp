@@ -44,12 +44,13 @@ void AppendStyle(std::string& out) {
   AppendRule(out, "text,.sketch .north,.sketch .control,.sketch .bench", "fill", kInk);
   AppendRule(out, ".points g,.sketch .legend g,.sketch .bar", "stroke", kInk);
   for (const LineKind kind : kLineKinds) {
-    const std::string selector = "." + std::string(NameOf(kind));
-    AppendRule(out, "g" + selector + ",.sketch .legend g" + selector, "stroke", PaintOf(kind));
+    std::string selector = ".lines g.";
+    selector.append(NameOf(kind)).append(",.sketch .legend g.").append(NameOf(kind));
+    AppendRule(out, selector, "stroke", PaintOf(kind));
   }
   AppendRule(out, ".ellipses", "stroke", kEllipse);
   AppendRule(out, ".ellipses", "fill", kEllipse);
-  AppendRule(out, "g.flagged,.sketch .legend g.flagged,.sketch .points g.flagged", "stroke", kFlag);
+  AppendRule(out, ".lines g.flagged,.sketch .legend g.flagged,.sketch .points g.flagged", "stroke", kFlag);
   AppendRule(out, "text.flagged,.sketch .control.flagged,.sketch .bench.flagged", "fill", kFlag);
   AppendRule(out, ".labels", "stroke", kPaper);
   AppendRule(out, "path.selected,.sketch circle.selected,.sketch ellipse.selected", "stroke",
