@@ -9,9 +9,10 @@ namespace brenu {
 
 namespace {
 
-constexpr std::size_t kMostTerms = 300'000;  // vertices times pivots
+constexpr std::size_t kMostTerms = 200'000;  // vertices times pivots
 constexpr std::size_t kFewestPivots = 24;
-constexpr int kRounds = 60;
+constexpr int kMostRounds = 50;
+constexpr double kStill = 0.005;  // a round that moves no vertex farther is the last one
 constexpr std::size_t kMostSiblings = 8;
 
 // A small shift that takes vertices of the same place apart, the same on every machine.
@@ -32,8 +33,10 @@ class StressModel {
 
   std::vector<SketchPlace> Solve() {
     StartPlaces();
-    for (int round = 0; round < kRounds; ++round) {
-      for (std::size_t i = 0; i < m_graph.Count(); ++i) Improve(i);
+    for (int round = 0; round < kMostRounds; ++round) {
+      double farthest = 0.0;
+      for (std::size_t i = 0; i < m_graph.Count(); ++i) farthest = std::max(farthest, Improve(i));
+      if (farthest < kStill) break;
     }
     return std::move(m_places);
   }
@@ -88,7 +91,7 @@ class StressModel {
     }
     std::array<std::vector<double>, 2> axis, coordinate;
     for (std::size_t a = 0; a < 2; ++a) {
-      axis[a] = Eigenvector(c, a == 0 ? nullptr : &axis[0], static_cast<std::uint32_t>(a));
+      axis[a] = Eigenvector(c, a == 0 ? nullptr : axis.data(), static_cast<std::uint32_t>(a));
       coordinate[a] = Project(c, axis[a]);
     }
     // Singular values of C are k-th parts of distances: the lines get their mean length back.
@@ -155,7 +158,8 @@ class StressModel {
     pull.weight += weight;
   }
 
-  void Improve(std::size_t i) {
+  // Moves one vertex to where its pulls balance; gives how far.
+  double Improve(std::size_t i) {
     Pull pull;
     const bool hasAllPairs = m_pivotCount == m_graph.Count();
     const double share = static_cast<double>(m_graph.Count()) / static_cast<double>(m_pivotCount);
@@ -167,7 +171,10 @@ class StressModel {
       Add(pull, i, m_pivots[p], d, weight);
     }
     if (!hasAllPairs) AddClose(pull, i);
-    if (pull.weight > 0.0) m_places[i] = {pull.x / pull.weight, pull.y / pull.weight};
+    if (!(pull.weight > 0.0)) return 0.0;
+    const SketchPlace old = m_places[i];
+    m_places[i] = {pull.x / pull.weight, pull.y / pull.weight};
+    return std::max(std::abs(m_places[i].x - old.x), std::abs(m_places[i].y - old.y));
   }
 
   // Neighbours, and their neighbours where those are few.

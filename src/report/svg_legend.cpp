@@ -113,7 +113,7 @@ class Flow {
       AppendText(m_out, {x, at.y + 4.0}, text);
       x += words + 8.0;
     }
-    m_out += "<path class=\"bar\" fill=\"none\" stroke=\"#1f2933\" stroke-width=\"1.3\" d=\"M";
+    m_out += R"(<path class="bar" fill="none" stroke="#1f2933" stroke-width="1.3" d="M)";
     AppendPoint(m_out, {x, at.y - 4.0});
     m_out += "v8m0 -4h";
     AppendUnits(m_out, length);
@@ -151,10 +151,10 @@ void AddScales(Flow& flow, const Sketch& sketch, const SketchScene& scene, bool 
 void AppendSvgHeader(std::string& out, const Sketch& sketch, const SketchScene& scene) {
   const double room = scene.width - 2.0 * kMargin - 50.0;
   AppendText(out, {kMargin, 28.0}, Shortened(sketch.title, room / (1.1 * kTitleSize)),
-             " class=\"title\" font-size=\"15\" font-weight=\"bold\"");
+             R"( class="title" font-size="15" font-weight="bold")");
   if (scene.layout.isSchematic) return;
   const double x = scene.width - 26.0;
-  out += "<path class=\"north\" fill=\"#1f2933\" d=\"M";
+  out += R"(<path class="north" fill="#1f2933" d="M)";
   AppendPoint(out, {x, 20.0});
   out += "l5 24l-5 -6l-5 6Z\"/>\n";
   AppendText(out, {x, 16.0}, sketch.texts.north, " text-anchor=\"middle\"");

