@@ -4,6 +4,7 @@
 #include <cmath>
 #include <string_view>
 
+#include "report/markup.h"
 #include "report/sketch_scale.h"
 #include "report/svg_marks.h"
 

@@ -4,6 +4,7 @@
 #include <numbers>
 
 #include "core/text_number.h"
+#include "report/markup.h"
 #include "report/sketch_scene.h"
 #include "report/svg_legend.h"
 #include "report/svg_marks.h"

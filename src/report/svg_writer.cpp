@@ -3,29 +3,8 @@
 #include <cmath>
 
 #include "core/text_number.h"
-#include "report/utf8.h"
 
 namespace brenu {
-
-void AppendEscaped(std::string& out, std::string_view text) {
-  while (!text.empty()) {
-    const Utf8Character character = FirstCharacter(text);
-    if (character.code == '&') {
-      out += "&amp;";
-    } else if (character.code == '<') {
-      out += "&lt;";
-    } else if (character.code == '>') {
-      out += "&gt;";
-    } else if (character.code == '"') {
-      out += "&quot;";
-    } else if (character.code == kReplacementCharacter) {
-      out += "\xef\xbf\xbd";
-    } else {
-      out += text.substr(0, character.length);
-    }
-    text.remove_prefix(character.length);
-  }
-}
 
 void AppendUnits(std::string& out, double value) {
   const double rounded = std::round(value * 10.0) / 10.0;

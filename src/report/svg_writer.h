@@ -1,4 +1,4 @@
-// Text and numbers of an SVG file.
+// Numbers of an SVG file.
 #pragma once
 
 #include <string>
@@ -7,10 +7,6 @@
 #include "report/sketch_labels.h"
 
 namespace brenu {
-
-// Text safe between tags and in attributes.  What is no UTF-8, and characters that XML has no place
-// for, become U+FFFD.
-void AppendEscaped(std::string& out, std::string_view text);
 
 // Coordinates with one decimal at most.
 void AppendUnits(std::string& out, double value);
