@@ -8,12 +8,14 @@
 
 #include "adjust_command.h"
 #include "arguments.h"
+#include "check_command.h"
 #include "closures_command.h"
 #include "review/text.h"
 
 namespace {
 
 using brenu::tool::AdjustOptions;
+using brenu::tool::CheckOptions;
 using brenu::tool::ClosureOptions;
 using brenu::tool::ExitStatus;
 
@@ -124,6 +126,17 @@ void AddClosures(CLI::App& app, ClosureOptions& options) {
   closures.footer(std::string(kUnitsHelp) + kStatusHelp);
 }
 
+CLI::App& AddCheck(CLI::App& app, CheckOptions& options) {
+  CLI::App& check = *app.add_subcommand(
+      "check",
+      "Says what can be said before an adjustment: doubts about the file, the type of the network, "
+      "what is not determined, differences of what was observed in both ways, observed minus "
+      "computed from approximate values by size, closures beyond their limits.");
+  AddFile(check, options);
+  check.footer(std::string(kUnitsHelp) + kStatusHelp);
+  return check;
+}
+
 // A word in the place of the command that is none; says so.
 bool HasWrongCommand(const CLI::App& app, const std::vector<std::string>& arguments) {
   if (arguments.empty() || arguments.front().starts_with('-')) return false;
@@ -145,7 +158,9 @@ ExitStatus Run(std::vector<std::string> arguments) {
   app.footer(kStatusHelp);
   AdjustOptions adjustOptions;
   ClosureOptions closureOptions;
+  CheckOptions checkOptions;
   const CLI::App& adjust = AddAdjust(app, adjustOptions);
+  const CLI::App& check = AddCheck(app, checkOptions);
   AddClosures(app, closureOptions);
   if (HasWrongCommand(app, arguments)) return brenu::tool::kFileOrUsage;
   try {
@@ -154,6 +169,7 @@ ExitStatus Run(std::vector<std::string> arguments) {
   } catch (const CLI::ParseError& end) {  // also how help and version come out
     return app.exit(end) == 0 ? brenu::tool::kDone : brenu::tool::kFileOrUsage;
   }
+  if (check.parsed()) return brenu::tool::RunCheck(checkOptions);
   return adjust.parsed() ? brenu::tool::RunAdjust(adjustOptions)
                          : brenu::tool::RunClosures(closureOptions);
 }

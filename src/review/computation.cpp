@@ -64,4 +64,14 @@ Outcome ComputeClosures(AdjustmentContext& context) {
   return outcome;
 }
 
+Outcome PlaceAndClose(AdjustmentContext& context) {
+  Outcome outcome =
+      IsOrdinary(context) ? CalculateTextbookClosures(context) : RunTextbookApprox(context);
+  // That nothing closes is no failure of the approximate values.
+  std::erase_if(outcome.findings,
+                [](const Finding& finding) { return finding.code == BRENU_NO_CLOSURES; });
+  outcome.ok = outcome.ok || outcome.findings.empty();
+  return outcome;
+}
+
 }  // namespace brenu

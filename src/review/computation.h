@@ -16,4 +16,8 @@ Outcome Compute(AdjustmentContext& context, std::optional<double> snoopingAlpha 
 // The closure list of format 0; others have none, which is a warning.
 Outcome ComputeClosures(AdjustmentContext& context);
 
+// Approximate values by the rules of textbooks and, for ordinary networks, the closure errors: what
+// can be said before an adjustment.  Findings name what the observations do not determine.
+Outcome PlaceAndClose(AdjustmentContext& context);
+
 }  // namespace brenu

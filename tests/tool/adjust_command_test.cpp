@@ -72,7 +72,7 @@ TEST_F(AdjustCommand, UsageAndVersion) {
   EXPECT_EQ(Execute("adjust \"" + Out("missing") + '"').status, 2);
   const Outcome wrong = Execute("level x");
   EXPECT_EQ(wrong.status, 2);
-  EXPECT_THAT(wrong.err, HasSubstr("no command level; the commands are adjust, closures"));
+  EXPECT_THAT(wrong.err, HasSubstr("no command level; the commands are adjust, check, closures"));
   EXPECT_THAT(Execute("--version").out, ContainsRegex("^brenu 0\\."));
   EXPECT_THAT(Execute("adjust --help").out, HasSubstr("Exit status: 0 done"));
 }
