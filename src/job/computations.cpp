@@ -173,17 +173,17 @@ Outcome RunEach(AdjustmentContext& context, Level level, Plane plane) {
 
 }  // namespace
 
-Outcome RunTextbook(AdjustmentContext& context, std::optional<double> snoopingAlpha,
+Outcome RunTextbook(AdjustmentContext& context, const std::optional<OutlierTest>& snooping,
                     const AnnounceRound& announceRound) {
   return RunEach(
       context,
       [&](LevelAdjustment& level) {
-        return snoopingAlpha ? level.SnoopAsTextbook(*snoopingAlpha, announceRound)
-                             : level.AdjustAsTextbook();
+        return snooping ? level.SnoopAsTextbook(*snooping, announceRound)
+                        : level.AdjustAsTextbook();
       },
       [&](PlaneAdjustment& plane) {
-        return snoopingAlpha ? plane.SnoopAsTextbook(*snoopingAlpha, announceRound)
-                             : plane.AdjustAsTextbook();
+        return snooping ? plane.SnoopAsTextbook(*snooping, announceRound)
+                        : plane.AdjustAsTextbook();
       });
 }
 

@@ -49,6 +49,7 @@ void PlaneAdjustment::FinishAsTextbook() {
   m_redundancy = CountOnce();
   m_sigma0 = std::sqrt(CalcExactResiduals() / m_redundancy);
   CalcPointPrecision();
+  m_controlFits = FitControl();
 }
 
 // Approximate coordinates; points without are left out.

@@ -35,6 +35,8 @@ constexpr SentenceEntry kSentences[] = {
      "neither {1} nor {2} has a stored direction to turn the new readings onto; nothing was added"},
     {BRENU_KIND_IS_NOT_NETWORK_TYPE, "kind-is-not-network-type",
      "the kind {v1} is not that of the network, {v2}; give the type of the network"},
+    {BRENU_OPTION_REFUSED, "option-refused",
+     "the option {1} cannot be {v1.g} here; survey.h says what it may be"},
 
     {BRENU_FILE_MISSING, "file-missing", "there is no such file; check its name"},
     {BRENU_FILE_IS_FOLDER, "file-is-folder", "this is a directory; name a file in it"},
