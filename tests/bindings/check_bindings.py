@@ -175,6 +175,10 @@ def main():
         *differences("Python", sizes, {n: places(getattr(layouts, n)) for n in sizes}),
         *differences("Python", fields_c, fields),
     ]
+    codes = re.findall(r"BRENU_(\w+) = ([1-9]\d*)", (ROOT / "include/brenu/findings.h").read_text())
+    codes = {number: name.lower().replace("_", "-") for name, number in codes if name != "ERROR"}
+    table = dict(re.findall(r"^\| (\d+) \| ([\w-]+) \|", (ROOT / "docs/findings.md").read_text(), re.M))
+    faults += differences("docs/findings.md", codes, table)
     print(f"{len(wanted)} functions and {len(sizes)} records compared")
     return "\n".join(faults) or None
 

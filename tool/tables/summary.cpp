@@ -79,8 +79,9 @@ std::string Summary(const AdjustmentContext& context, Network network,
     AddCount(table, kind.plural, r.count,
              r.takenOut == 0 ? "" : std::to_string(r.takenOut) + " of them taken out");
   }
-  // As the library counts it in the plane.
-  const bool countsTwice = takenOut > 0 && network == Network::kPlane;
+  // As the classic rules count it in the plane.
+  const bool countsTwice =
+      takenOut > 0 && network == Network::kPlane && !context.rules.AreTextbook();
   AddCount(table, "redundancy", figures.redundancy,
            countsTwice ? "each observation taken out is subtracted twice" : "");
   AddUnitWeight(table, figures, network, context.plane.results.Param().MO);
