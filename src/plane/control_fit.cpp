@@ -38,4 +38,30 @@ std::vector<ControlFit> PlaneAdjustment::FitControl() const {
   return fits;
 }
 
+// The same without linear equations, which are only near the truth when the error is gross: the
+// coordinate becomes an unknown that starts with the correction found.
+double PlaneAdjustment::FreeCorrection(PointNo point, bool isX, double correction) const {
+  PlaneAdjustment free(m_net, m_rules);
+  free.m_coords = m_coords;
+  free.m_obs = m_obs;
+  free.m_isLeftOut = m_isLeftOut;
+  free.m_freed = 2 * point.Number() + (isX ? 0 : 1);
+  PlaneResult& place = free.m_coords[m_net->layout.SlotOf(point)];
+  double& coordinate = isX ? place.x : place.y;
+  const double held = coordinate;
+  coordinate += correction;
+  return free.Converge().ok ? coordinate - held : correction;
+}
+
+void PlaneAdjustment::RefineControlMisfit(Finding& misfit) {
+  const PointNo point = m_net->layout.IndexOfPoint(misfit.names[0]);
+  const bool isX = misfit.names[1] == "X";
+  for (ControlFit& fit : m_controlFits) {
+    if (fit.point != point) continue;
+    double& correction = isX ? fit.ownDx : fit.ownDy;
+    correction = FreeCorrection(point, isX, correction);
+    misfit.values[0] = correction;
+  }
+}
+
 }  // namespace brenu

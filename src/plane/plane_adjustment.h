@@ -166,6 +166,9 @@ class PlaneAdjustment {
   double OrientationOf(const DirectionSet& set) const;
   std::int32_t CountOnce() const;
   std::vector<ControlFit> FitControl() const;
+  double FreeCorrection(PointNo point, bool isX, double correction) const;
+  void RefineControlMisfit(Finding& misfit);
+  bool IsFreed(std::int32_t unknown) const { return unknown == m_freed; }
   void FinishAsTextbook();
   class GrossErrors;
   class Snooped;
@@ -185,7 +188,8 @@ class PlaneAdjustment {
   std::vector<TakenOut> m_takenOut;
   std::size_t m_untested = 0;  // observations that data snooping could not test
   std::vector<ControlFit> m_controlFits;
-  Coordinates m_coords;  // working coordinates, then with precision
+  std::int32_t m_freed = -1;  // a coordinate of a control point that is an unknown for once
+  Coordinates m_coords;       // working coordinates, then with precision
   Table<PointNo, Position> m_approximate;
   ObservationTables m_obs;  // with use flags and residuals
   NormalEquations m_normal;

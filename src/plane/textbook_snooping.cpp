@@ -220,6 +220,9 @@ Outcome PlaneAdjustment::SnoopAsTextbook(const OutlierTest& test,
     m_takenOut.push_back(std::move(record));
   }
   FinishAsTextbook();
+  for (Finding& finding : outcome.findings) {
+    if (finding.code == BRENU_CONTROL_DOES_NOT_FIT) RefineControlMisfit(finding);
+  }
   return outcome;
 }
 
