@@ -1,5 +1,6 @@
 #include "core/outlier_test.h"
 
+#include <algorithm>
 #include <cmath>
 #include <limits>
 
@@ -9,7 +10,8 @@ namespace brenu {
 
 double OutlierTest::Critical(double redundancy) const {
   if (critical > 0.0) return critical;
-  const double p = 1.0 - alpha * 0.5;
+  constexpr double kLeastAlpha = 1e-12;  // a probability still differs from 1 there
+  const double p = 1.0 - std::max(alpha, kLeastAlpha) * 0.5;
   return kind == Kind::kPope ? TauQuantile(p, redundancy) : StandardNormalQuantile(p);
 }
 

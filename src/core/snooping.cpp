@@ -9,6 +9,7 @@ namespace brenu {
 namespace {
 
 constexpr double kLeastRedundancy = 0.05;  // below this others hardly check an observation
+constexpr double kLeastSeen = 0.001;       // and below this rounding blurs what they say
 constexpr std::size_t kMostChanges = 40;   // before everything is adjusted anew
 constexpr int kMostBatches = 2000;
 
@@ -88,8 +89,9 @@ class Snooping {
     double ResidualVariance() const { return variance - cofactor; }
     bool IsChecked() const { return ResidualVariance() > kLeastRedundancy * variance; }
     // With the a-priori sigma0.  Of an observation in use that others check; 0 for any other.
-    double TestValue() const {
-      if (!isInUse || !IsChecked()) return 0.0;
+    double TestValue() const { return IsChecked() ? Standardised() : 0.0; }
+    double Standardised() const {
+      if (!isInUse || !(ResidualVariance() > kLeastSeen * variance)) return 0.0;
       return std::fabs(residual) / std::sqrt(ResidualVariance());
     }
     // Of one that is out, as if it were in.
@@ -152,7 +154,7 @@ class Snooping {
     constexpr double kClearly = 1.2;
     const UnitWeight unit = EstimateUnitWeight();
     double largest = unit.sigma0 * m_test.Critical(unit.redundancy);
-    for (const Item& item : m_items) largest = std::max(largest, item.TestValue());
+    for (const Item& item : m_items) largest = std::max(largest, item.Standardised());
     return kClearly * largest;
   }
 
@@ -169,6 +171,12 @@ class Snooping {
         worst = i;
       }
       if (worst == m_items.size()) break;
+      // An error that hardly shows in its own residual shows all the more in those of others.
+      for (std::size_t i = 0; i < m_items.size(); ++i) {
+        if (!(m_items[i].Standardised() > largest)) continue;
+        largest = m_items[i].Standardised();
+        worst = i;
+      }
       if (announceRound) announceRound(++m_round);
       TakeOut(worst, unit.sigma0);
     }
@@ -177,7 +185,8 @@ class Snooping {
 
   void TakeOut(std::size_t i, double sigma0) {
     std::vector<double> g = Effect(i);
-    m_result.takenOut.push_back({i, m_items[i].TestValue() / sigma0, IndistinguishableFrom(i, g)});
+    m_result.takenOut.push_back(
+        {i, m_items[i].Standardised() / sigma0, IndistinguishableFrom(i, g)});
     SetInUse(i, false);
     Apply(i, std::move(g), m_items[i].ResidualVariance());
   }

@@ -59,10 +59,11 @@ struct SnoopingResult {
 // networks) on a network that has converged; what is out already is tried, too.
 //
 // As long as the largest standardised residual |v| / (sigma0 sqrt(q_vv)) of observations whose
-// redundancy number exceeds 0.05 exceeds the critical value, its observation is taken out.  The
-// effect of that on all residuals and cofactors comes from one solution; after some rounds
-// everything is adjusted anew. At the end each observation taken out is tried again.  A control
-// point that explains the misfit better than any observation ends it, with a warning.
+// redundancy number exceeds 0.05 exceeds the critical value, an observation is taken out: that one,
+// or another with a smaller redundancy number that explains the misfit even better.  The effect of
+// that on all residuals and cofactors comes from one solution; after some rounds everything is
+// adjusted anew.  At the end each observation taken out is tried again.  A control point that
+// explains the misfit better than any observation ends it, with a warning.
 SnoopingResult Snoop(SnoopedNetwork& network, const OutlierTest& test,
                      const std::function<void(int)>& announceRound);
 

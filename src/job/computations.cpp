@@ -1,9 +1,11 @@
 #include "job/computations.h"
 
+#include <algorithm>
 #include <string>
 #include <utility>
 
 #include "job/network_build.h"
+#include "job/wrong_control.h"
 #include "plane/unoriented_traverses.h"
 
 namespace brenu {
@@ -167,6 +169,14 @@ Outcome RunEach(AdjustmentContext& context, Level level, Plane plane) {
     context.plane.results = PlaneAdjustment(context.plane.net, RuleSet::kTextbook);
     take(Noted(plane(context.plane.results), context.adjusted.plane));
     context.plane.points.SetPositions(context.plane.results.ApproximateCoordinates());
+  }
+  const bool isAstray =
+      std::any_of(outcome.findings.begin(), outcome.findings.end(),
+                  [](const Finding& f) { return f.code == BRENU_PLANE_NOT_CONVERGED; });
+  if (isAstray) {
+    for (Finding& finding : FindWrongControl(context)) {
+      outcome.findings.push_back(std::move(finding));
+    }
   }
   return outcome;
 }
