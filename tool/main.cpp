@@ -20,8 +20,8 @@ using brenu::tool::ClosureOptions;
 using brenu::tool::ExitStatus;
 
 const char* const kStatusHelp =
-    "Exit status: 0 done, 1 the network cannot be computed or a closure error is beyond its limit, "
-    "2 a file or the command line is at fault.";
+    "Exit status: 0 done, 1 the network or a part of it cannot be computed or a closure error is "
+    "beyond its limit, 2 a file or the command line is at fault.";
 
 const char* const kUnitsHelp =
     "Lengths are metres, angles dd.mmss (30.15205 is 30 degrees 15' 20.5\").  MO is in "
@@ -76,8 +76,8 @@ CLI::App& AddAdjust(CLI::App& app, AdjustOptions& options) {
       "adjust",
       "Adjusts the network of a file and prints a summary and the adjusted points with their "
       "precision.  By its format: 0 directions, distances, azimuths and height differences; 1 "
-      "traverses without orientation; 3 distances only, the points being placed by trilateration "
-      "first.");
+      "traverses without orientation; 3 distances only.  Points that the observations do not "
+      "determine are left out by name.");
   AddFile(adjust, options);
   adjust
       .add_option("--result", options.resultFile,

@@ -35,6 +35,8 @@ constexpr SentenceEntry kSentences[] = {
      "neither {1} nor {2} has a stored direction to turn the new readings onto; nothing was added"},
     {BRENU_KIND_IS_NOT_NETWORK_TYPE, "kind-is-not-network-type",
      "the kind {v1} is not that of the network, {v2}; give the type of the network"},
+    {BRENU_OPTION_REFUSED, "option-refused",
+     "the option {1} cannot be {v1.g} here; survey.h says what it may be"},
 
     {BRENU_FILE_MISSING, "file-missing", "there is no such file; check its name"},
     {BRENU_FILE_IS_FOLDER, "file-is-folder", "this is a directory; name a file in it"},
@@ -138,9 +140,9 @@ constexpr SentenceEntry kSentences[] = {
     {BRENU_FORMAT_LEAVES_HEIGHTS, "format-leaves-heights",
      "formats 1 and 3 compute the plane only; adjust the heights as a job of their own"},
     {BRENU_FORMAT_COUNTS_DIRECTIONS, "format-counts-directions",
-     "directions and azimuths take no part with format 3, but count in the redundancy, so that "
-     "m0 and the standard errors come out too small; every line of a station file has a "
-     "direction"},
+     "directions and azimuths take no part with format 3; by the classic rules they count in the "
+     "redundancy all the same, so that m0 and the standard errors come out too small; every line "
+     "of a station file has a direction"},
     {BRENU_FORMAT_NEEDS_PLANE, "format-needs-plane",
      "formats 1 (traverses without orientation) and 3 (distances only) need points with known X "
      "and Y; correct the format or the types of the points"},
@@ -227,8 +229,7 @@ constexpr SentenceEntry kSentences[] = {
      "that failed"},
     {BRENU_POINT_LEFT_OUT, "point-left-out",
      "the point {1} is left out: it has {&direction|distance}; observe it from another known "
-     "point, "
-     "or measure one more distance"},
+     "point, or measure one more distance"},
     {BRENU_POINTS_UNDETERMINED, "points-undetermined",
      "left out: {points}; what hangs together there can still move against the control points; tie "
      "it by a further direction or distance"},
@@ -237,19 +238,16 @@ constexpr SentenceEntry kSentences[] = {
      "known points from a new one"},
     {BRENU_PLANE_NOT_CONVERGED, "plane-not-converged",
      "the adjustment of the plane network does not converge; look for gross errors by data "
-     "snooping, "
-     "and for points placed with too little"},
+     "snooping, and for points placed with too little"},
     {BRENU_CONTROL_DOES_NOT_FIT, "control-does-not-fit",
      "the control point {1} does not fit the others: they agree on {2} {=1.2 m} (test value "
-     "{v2.1}); "
-     "check its coordinates, and that it was the point sighted"},
+     "{v2.1}); check its coordinates, and that it was the point sighted"},
     {BRENU_HEIGHTS_LEFT_OUT, "heights-left-out",
      "the heights of {points} are left out: no chain of height differences with line lengths leads "
      "there from a bench mark; level it from a known point"},
     {BRENU_RULES_DIFFER, "rules-differ",
      "the classic rules put {1} elsewhere, by {v1.4} m, {v2.1} standard errors; compute by them to "
-     "see "
-     "all"},
+     "see all"},
     {BRENU_CLASSIC_RULES_REFUSE, "classic-rules-refuse",
      "the classic rules cannot compute this network; compute by them to see why"},
     {BRENU_LEVEL_SIGMA_CONTRADICTED, "level-sigma-contradicted",
