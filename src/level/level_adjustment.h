@@ -113,7 +113,7 @@ class LevelAdjustment {
   double CofactorOfDifference(const Sight& sight) const;
 
   // Rules of textbooks.
-  void FinishAsTextbook();
+  Outcome FinishAsTextbook();
   Outcome Solve();
   class Snooped;
 

@@ -161,7 +161,7 @@ class PlaneAdjustment {
   // Of the observations in use, or of all when none is.
   double OrientationOf(const DirectionSet& set) const;
   std::int32_t CountOnce() const;
-  void FinishAsTextbook();
+  Outcome FinishAsTextbook();
   class GrossErrors;
   class Snooped;
 

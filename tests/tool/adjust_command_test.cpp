@@ -43,7 +43,14 @@ TEST_F(AdjustCommand, StatusAndSentenceOfAFailure) {
   ExpectFailure(With(kFourLines, "0.5", "1e300"), 1, "too large to compute with");
   std::string many = "[PARAM]\nMS:0.005\nMR:0\n\n[PT]\nA,10,1000,1000,\n";
   for (char name = 'B'; name <= 'M'; ++name) many += std::string(1, name) + ",00,,,\n";
-  ExpectFailure(many + "\n[OBS]\nA,B,0,10,,\n", 1, "B, C, D, E, F, G, H, I, J, K and 2 more;");
+  many += "\n[OBS]\nA,B,0,10,,\n";
+  ExpectFailure(many, 1, "B, C, D, E, F, G, H, I, J, K and 2 more;", "adjust --classic");
+  const Outcome run = On(many, "adjust");
+  EXPECT_EQ(run.status, 1);
+  EXPECT_THAT(run.err, HasSubstr("the point K is left out: it has no observation;"));
+  EXPECT_THAT(run.err, Not(HasSubstr("the point L")));
+  EXPECT_THAT(run.err, HasSubstr("and 2 more like this: "));
+  EXPECT_THAT(run.err, HasSubstr("no new point can be placed"));
 }
 
 TEST_F(AdjustCommand, DoubtsAreWarningsOrWithStrictFaults) {
