@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <vector>
 
+#include "core/large_vector.h"
 #include "core/parallel.h"
 #include "core/sparse/dense_factor.h"
 #include "core/sparse/subtrees.h"
@@ -35,7 +36,7 @@ class Inversion {
 
  private:
   struct Worker {
-    std::vector<double> stack;     // squares for supernodes still to come, the next one on top
+    LargeVector<double> stack;     // squares for supernodes still to come, the next one on top
     std::vector<double> inverseD;  // of the current supernode, like the rest
     std::vector<double> x;         // X, by columns
     std::vector<double> y;         // Y, by columns
@@ -47,7 +48,7 @@ class Inversion {
   // A supernode above the subtrees.
   void InvertAbove(std::int32_t k) {
     const Supernode& s = SupernodeOf(k);
-    std::vector<double>& square = m_squares[At(k)];
+    LargeVector<double>& square = m_squares[At(k)];
     Invert(s, square.data(), m_workers[0]);
     for (const std::int32_t c : m_symbolic.Children(At(k))) {
       m_squares[At(c)].resize(SquareSize(SupernodeOf(c)));
@@ -58,8 +59,8 @@ class Inversion {
 
   // A subtree, with squares on a stack.
   void Invert(const Subtrees::Range& range, Worker& worker) {
-    std::vector<double>& stack = worker.stack;
-    std::vector<double>& square = m_squares[At(range.end - 1)];
+    LargeVector<double>& stack = worker.stack;
+    LargeVector<double>& square = m_squares[At(range.end - 1)];
     stack.clear();
     stack.reserve(MostStacked(range));
     stack.insert(stack.end(), square.begin(), square.end());
@@ -118,7 +119,7 @@ class Inversion {
 
   // Puts the squares that the children need in the place of the supernode's own one.
   void ServeChildren(const Supernode& s, std::span<const std::int32_t> children,
-                     std::vector<double>& stack) const {
+                     LargeVector<double>& stack) const {
     const std::size_t ownAt = stack.size() - SquareSize(s);
     std::size_t childAt = stack.size();
     std::size_t needed = 0;
@@ -170,7 +171,7 @@ class Inversion {
 
   const SymbolicFactor& m_symbolic;
   std::span<double> m_elements;
-  std::vector<std::vector<double>> m_squares;  // by supernode: of and above subtree roots
+  std::vector<LargeVector<double>> m_squares;  // by supernode: of and above subtree roots
   std::vector<Worker> m_workers;
 };
 

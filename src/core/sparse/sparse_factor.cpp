@@ -4,6 +4,7 @@
 #include <atomic>
 #include <vector>
 
+#include "core/large_vector.h"
 #include "core/parallel.h"
 #include "core/sparse/dense_factor.h"
 #include "core/sparse/subtrees.h"
@@ -48,7 +49,7 @@ class Factorisation {
         : rowOf(At(symbolic.UnknownCount())),
           check(original == nullptr ? PivotCheck({}) : PivotCheck(*original)) {}
 
-    std::vector<double> stack;  // updates that wait, those of the children of one parent together
+    LargeVector<double> stack;  // updates that wait, those of the children of one parent together
     std::vector<double> d;      // D of the current supernode
     std::vector<std::int32_t> rowOf;
     PivotCheck check;
@@ -57,7 +58,7 @@ class Factorisation {
 
   // A subtree.  Updates wait on a stack; that of the root is then kept for its parent.
   bool Eliminate(const Subtrees::Range& range, Worker& worker) {
-    std::vector<double>& stack = worker.stack;
+    LargeVector<double>& stack = worker.stack;
     stack.clear();
     stack.reserve(MostStacked(range));
     for (std::int32_t k = range.first; k < range.end; ++k) {
@@ -67,7 +68,7 @@ class Factorisation {
       for (const std::int32_t c : children) waiting -= UpdateSize(SupernodeOf(c));
 
       const std::size_t updateAt = stack.size();
-      stack.resize(updateAt + UpdateSize(s));  // of zeros
+      stack.resize(updateAt + UpdateSize(s), 0.0);
       double* const panel = m_elements.data() + s.firstElement;
       double* const update = stack.data() + updateAt;
       m_matrix.Fill(m_symbolic, At(k), panel, worker.rowOf);
@@ -152,7 +153,7 @@ class Factorisation {
   const StoredEquations& m_matrix;
   std::span<double> m_elements;
   PivotCheck* m_check;
-  std::vector<std::vector<double>> m_waiting;  // by supernode: updates of and above subtree roots
+  std::vector<LargeVector<double>> m_waiting;  // by supernode: updates of and above subtree roots
   std::vector<Worker> m_workers;
 };
 

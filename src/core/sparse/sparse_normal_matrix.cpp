@@ -6,6 +6,7 @@
 #include <utility>
 #include <vector>
 
+#include "core/large_vector.h"
 #include "core/normal_matrix.h"
 #include "core/sparse/selected_inverse.h"
 #include "core/sparse/sparse_factor.h"
@@ -52,10 +53,10 @@ class SparseNormalMatrix : public NormalMatrix {
     return moving;
   }
 
-  void KeepFactors() override { m_factor.assign(Elements().begin(), Elements().end()); }
+  void KeepFactors() override { m_factor = m_elements; }
 
   void SolveAgain(std::span<const double> b, std::span<double> x) override {
-    const std::span<const double> factor = m_factor.empty() ? Elements() : std::span(m_factor);
+    const LargeVector<double>& factor = m_factor.empty() ? m_elements : m_factor;
     assert(!m_factor.empty() || m_isFactor);
     std::vector<double> byPlace(b.size());
     for (std::size_t i = 0; i < b.size(); ++i) byPlace[Place(i)] = b[i];
@@ -104,15 +105,12 @@ class SparseNormalMatrix : public NormalMatrix {
   std::int32_t PlaceOf(std::int32_t unknown) const override { return m_symbolic.PlaceOf(unknown); }
 
  private:
-  std::span<double> Elements() const { return {m_elements.get(), At(m_symbolic.ElementCount())}; }
   // Without setting them: memory is first touched where it is needed, by the thread that needs it.
-  void TakeElements() {
-    if (!m_elements) m_elements = std::make_unique_for_overwrite<double[]>(Elements().size());
-  }
+  void TakeElements() { m_elements.resize(At(m_symbolic.ElementCount())); }
   bool Factor(PivotCheck* check) {
     TakeElements();
     m_equations.GroupBySupernodes(m_symbolic);
-    m_isFactor = FactorSparse(m_symbolic, m_equations, Elements(), check);
+    m_isFactor = FactorSparse(m_symbolic, m_equations, m_elements, check);
     return m_isFactor;
   }
 
@@ -120,10 +118,10 @@ class SparseNormalMatrix : public NormalMatrix {
     if (m_isInverse) return;
     // Half a factor has no inverse, and half an inverse is left should memory end on the way.
     if (std::exchange(m_isFactor, false)) {
-      InvertSelected(m_symbolic, Elements());
+      InvertSelected(m_symbolic, m_elements);
     } else {
       TakeElements();
-      std::fill_n(m_elements.get(), Elements().size(), std::numeric_limits<double>::quiet_NaN());
+      std::fill(m_elements.begin(), m_elements.end(), std::numeric_limits<double>::quiet_NaN());
     }
     m_isInverse = true;
   }
@@ -137,7 +135,7 @@ class SparseNormalMatrix : public NormalMatrix {
     for (const std::int32_t weak : weakPlaces) {
       n.assign(moves.size(), 0.0);
       n[At(weak)] = m_elements[At(m_symbolic.FindElement(weak, weak))];
-      SolveBackward(m_symbolic, Elements(), n);
+      SolveBackward(m_symbolic, m_elements, n);
       for (std::size_t place = 0; place < n.size(); ++place) {
         if (std::fabs(n[place]) > kMoving) moves[place] = 1;
       }
@@ -169,7 +167,7 @@ class SparseNormalMatrix : public NormalMatrix {
       if (&s != located) LocateRows(s, terms.size(), at);
       located = &s;
       visit(c,
-            m_elements.get() + s.firstElement + std::int64_t{at.places[c] - s.first} * s.Height());
+            m_elements.data() + s.firstElement + std::int64_t{at.places[c] - s.first} * s.Height());
     }
   }
 
@@ -189,9 +187,9 @@ class SparseNormalMatrix : public NormalMatrix {
   }
 
   SymbolicFactor m_symbolic;
-  StoredEquations m_equations;           // N
-  std::unique_ptr<double[]> m_elements;  // after Solve L and D, after the first Cofactor N^-1
-  std::vector<double> m_factor;          // L and D, when they are kept beside the inverse
+  StoredEquations m_equations;     // N
+  LargeVector<double> m_elements;  // after Solve L and D, after the first Cofactor N^-1
+  LargeVector<double> m_factor;    // L and D, when they are kept beside the inverse
   bool m_isFactor = false;
   bool m_isInverse = false;
 };
