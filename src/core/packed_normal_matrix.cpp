@@ -60,6 +60,8 @@ class PackedNormalMatrix : public NormalMatrix {
   void KeepFactors() override { assert(false); }
   void SolveAgain(std::span<const double>, std::span<double>) override { assert(false); }
 
+  void MakeCofactors() override {}  // Solve has
+
   double Cofactor(std::int32_t i, std::int32_t j) override {
     return m_elements[PackedIndex(At(i), At(j))];
   }
@@ -79,7 +81,8 @@ class PackedNormalMatrix : public NormalMatrix {
     for (std::size_t k = 0; k < function.size(); ++k) {
       product[k] = 0.0;
       for (const Term& m : function) {
-        product[k] += m_elements[PackedIndex(At(function[k].unknown), At(m.unknown))] * m.coefficient;
+        product[k] +=
+            m_elements[PackedIndex(At(function[k].unknown), At(m.unknown))] * m.coefficient;
       }
     }
   }

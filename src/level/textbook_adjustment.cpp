@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "core/normal_quantile.h"
+#include "core/parallel.h"
 #include "core/snooping.h"
 #include "level/level_adjustment.h"
 
@@ -16,6 +17,7 @@ LevelAdjustment::LevelAdjustment(std::shared_ptr<const LevelNet> net, double apr
     : m_net(std::move(net)), m_normal(kAlwaysSparse), m_apriori(apriori) {}
 
 Outcome LevelAdjustment::AdjustAsTextbook() {
+  const ThreadTeam team;
   Outcome outcome = ApproximateAsTextbook();
   if (outcome.ok) outcome += Solve();
   if (outcome.ok) outcome += FinishAsTextbook();
@@ -157,6 +159,7 @@ class LevelAdjustment::Snooped : public SnoopedNetwork {
 
 Outcome LevelAdjustment::SnoopAsTextbook(double alpha,
                                          const std::function<void(int)>& announceRound) {
+  const ThreadTeam team;
   Outcome outcome = ApproximateAsTextbook();
   if (outcome.ok) outcome += Solve();
   if (!outcome.ok) return outcome;

@@ -63,9 +63,9 @@ class PlaneAdjustment {
   Outcome AdjustAsTextbook();
   // Approximate coordinates alone.
   Outcome ApproximateAsTextbook();
-  // The same with data snooping (Baarda): as long as the largest standardised residual of those that
-  // others check exceeds the critical value, its observation is taken out; at the end each is tried
-  // again.  A control point that explains the misfit better than any observation ends it.
+  // The same with data snooping (Baarda): as long as the largest standardised residual of those
+  // that others check exceeds the critical value, its observation is taken out; at the end each is
+  // tried again.  A control point that explains the misfit better than any observation ends it.
   Outcome SnoopAsTextbook(double alpha, const std::function<void(int)>& announceRound = {});
 
   // Adjusts distances alone, with these parameters, on the coordinates as they are: known points
@@ -108,7 +108,8 @@ class PlaneAdjustment {
   // Whether the computation held the point as a control point.
   bool IsControl(std::string_view name) const;
   // Of the observations of the last adjustment, by kinds in the order of the enumeration, each in
-  // walk order; those that a point left out makes useless are missing.  Empty without an adjustment.
+  // walk order; those that a point left out makes useless are missing.  Empty without an
+  // adjustment.
   std::vector<PlaneObsCheck> ObservationChecks() const;
   // The a-posteriori standard error of unit weight.
   double Sigma0() const { return m_sigma0; }
@@ -130,15 +131,18 @@ class PlaneAdjustment {
   UnknownPattern MakePattern() const;
   void AnalysePattern();
   void NumberOrientations();
-  void AddDirectionSet(const DirectionSet& set);
-  void AddDistance(const PlaneObs& o);
+  void AddDirections();
+  SightNo AddDirectionSet(const DirectionSet& set, EquationList& equations);
+  void AddDistance(const PlaneObs& o, EquationList& equations) const;
   void HoldKnownPoints();
   double SolveAndUpdate();
   double CalcResiduals();
   double CalcDistanceResiduals();
+  double SumOfDirections() const;
   std::int32_t OrientationCount() const;
   void CountRedundancy(std::int32_t orientations);
   void CalcPointPrecision();
+  std::vector<double> TestValues() const;
   PlaneObs* FindWorst(double critical);
   Outcome ExplainResult() const;
   Finding ExplainNotFinite() const;
@@ -179,7 +183,7 @@ class PlaneAdjustment {
   Table<PointNo, std::pair<double, double>> m_holding;  // weights that hold X and Y of control
   std::vector<TakenOut> m_takenOut;
   std::size_t m_untested = 0;  // observations that data snooping could not test
-  Coordinates m_coords;  // working coordinates, then with precision
+  Coordinates m_coords;        // working coordinates, then with precision
   Table<PointNo, Position> m_approximate;
   ObservationTables m_obs;  // with use flags and residuals
   NormalEquations m_normal;

@@ -1,6 +1,7 @@
 #include <cmath>
 
 #include "core/angles.h"
+#include "core/parallel.h"
 #include "plane/plane_adjustment.h"
 
 namespace brenu {
@@ -30,14 +31,18 @@ void SetPrecision(PlaneResult& point, double sxx, double syy, double sxy) {
 }  // namespace
 
 void PlaneAdjustment::CalcPointPrecision() {
+  constexpr std::size_t kNames = 1024;  // computed by one thread
   const double variance = m_sigma0 * m_sigma0;
-  for (const Slot slot : m_net->layout.Slots()) {
-    const std::int32_t x = UnknownOf(slot);
-    if (x < 0) continue;  // held, or a name without a point
-    SetPrecision(m_coords[slot], variance * m_normal.Cofactor(x, x),
-                 variance * m_normal.Cofactor(x + 1, x + 1),
-                 variance * m_normal.Cofactor(x, x + 1));
-  }
+  m_normal.MakeCofactors();
+  ForEachPart(m_net->layout.Slots().Size(), kNames, [&](std::size_t begin, std::size_t end) {
+    for (std::size_t k = begin; k < end; ++k) {
+      const std::int32_t x = UnknownOf(Slot(k));
+      if (x < 0) continue;  // held, or a name without a point
+      SetPrecision(m_coords[Slot(k)], variance * m_normal.Cofactor(x, x),
+                   variance * m_normal.Cofactor(x + 1, x + 1),
+                   variance * m_normal.Cofactor(x, x + 1));
+    }
+  });
 }
 
 }  // namespace brenu

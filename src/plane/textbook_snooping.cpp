@@ -5,6 +5,7 @@
 
 #include "core/angles.h"
 #include "core/normal_quantile.h"
+#include "core/parallel.h"
 #include "core/snooping.h"
 #include "plane/approximate/candidates.h"
 #include "plane/plane_adjustment.h"
@@ -202,6 +203,7 @@ bool LosesPoints(const Outcome& outcome) {
 
 Outcome PlaneAdjustment::SnoopAsTextbook(double alpha,
                                          const std::function<void(int)>& announceRound) {
+  const ThreadTeam team;
   Outcome outcome = PlaceAndConverge(true);
   if (!outcome.ok || LosesPoints(outcome)) {
     *this = PlaneAdjustment(m_net, m_rules);

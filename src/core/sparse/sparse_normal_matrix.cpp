@@ -64,15 +64,27 @@ class SparseNormalMatrix : public NormalMatrix {
     for (std::size_t i = 0; i < b.size(); ++i) x[i] = byPlace[Place(i)];
   }
 
+  void MakeCofactors() override {
+    if (m_isInverse) return;
+    // Half a factor has no inverse, and half an inverse is left should memory end on the way.
+    if (std::exchange(m_isFactor, false)) {
+      InvertSelected(m_symbolic, m_elements);
+    } else {
+      TakeElements();
+      std::fill(m_elements.begin(), m_elements.end(), std::numeric_limits<double>::quiet_NaN());
+    }
+    m_isInverse = true;
+  }
+
   double Cofactor(std::int32_t i, std::int32_t j) override {
-    Invert();
+    MakeCofactors();
     const auto [column, row] = std::minmax({m_symbolic.PlaceOf(i), m_symbolic.PlaceOf(j)});
     const std::int64_t element = m_symbolic.FindElement(row, column);
     return element < 0 ? std::numeric_limits<double>::quiet_NaN() : m_elements[At(element)];
   }
 
   double QuadraticForm(std::span<const Term> function) override {
-    Invert();
+    MakeCofactors();
     double sum = 0.0;
     Located at;
     ForEachColumn(function, at, [&](std::size_t c, const double* column) {
@@ -89,7 +101,7 @@ class SparseNormalMatrix : public NormalMatrix {
   }
 
   void Multiply(std::span<const Term> function, std::span<double> product) override {
-    Invert();
+    MakeCofactors();
     std::fill_n(product.begin(), function.size(), 0.0);
     Located at;
     ForEachColumn(function, at, [&](std::size_t c, const double* column) {
@@ -112,18 +124,6 @@ class SparseNormalMatrix : public NormalMatrix {
     m_equations.GroupBySupernodes(m_symbolic);
     m_isFactor = FactorSparse(m_symbolic, m_equations, m_elements, check);
     return m_isFactor;
-  }
-
-  void Invert() {
-    if (m_isInverse) return;
-    // Half a factor has no inverse, and half an inverse is left should memory end on the way.
-    if (std::exchange(m_isFactor, false)) {
-      InvertSelected(m_symbolic, m_elements);
-    } else {
-      TakeElements();
-      std::fill(m_elements.begin(), m_elements.end(), std::numeric_limits<double>::quiet_NaN());
-    }
-    m_isInverse = true;
   }
 
   // A pivot that vanishes leaves a direction of the unknowns in which the equations change nothing:
