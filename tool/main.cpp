@@ -9,6 +9,7 @@
 #include "adjust_command.h"
 #include "arguments.h"
 #include "closures_command.h"
+#include "core/parallel.h"
 #include "review/text.h"
 
 namespace {
@@ -43,6 +44,15 @@ void AddRules(CLI::App& command, brenu::Rules& rules) {
       "textbooks");
 }
 
+void AddThreads(CLI::App& command) {
+  command
+      .add_option_function<std::size_t>(
+          "--threads", [](const std::size_t& count) { brenu::SetThreadCount(count); },
+          "how many threads compute (all that the machine has); results do not depend on it")
+      ->check(CLI::PositiveNumber)
+      ->type_name("N");
+}
+
 CLI::App& AddAdjust(CLI::App& app, AdjustOptions& options) {
   CLI::App& adjust = *app.add_subcommand(
       "adjust",
@@ -66,10 +76,13 @@ CLI::App& AddAdjust(CLI::App& app, AdjustOptions& options) {
       ->type_name("ALPHA");
   adjust.add_flag("--summary", options.summaryOnly, "print no tables of points");
   AddRules(adjust, options.rules);
+  AddThreads(adjust);
   adjust
       .add_option_function<double>(
           "--level-sigma",
-          [&options](const double& millimetres) { options.rules.levelSigma = millimetres / 1000.0; },
+          [&options](const double& millimetres) {
+            options.rules.levelSigma = millimetres / 1000.0;
+          },
           "a-priori standard error of 1 km of levelling in mm (1.0)")
       ->check(CLI::PositiveNumber)
       ->type_name("MM");
@@ -89,6 +102,7 @@ void AddClosures(CLI::App& app, ClosureOptions& options) {
       "for format 1 the linear misclosures of the traverses.");
   AddFile(closures, options);
   AddRules(closures, options.rules);
+  AddThreads(closures);
   closures.add_flag("--failed", options.failedOnly, "list only what is beyond its limit");
   closures.footer(std::string(kUnitsHelp) + kStatusHelp);
 }

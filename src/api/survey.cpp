@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "api/barrier.h"
+#include "core/parallel.h"
 #include "review/data_check.h"
 #include "review/load.h"
 #include "review/network_view.h"
@@ -83,6 +84,10 @@ void Put(std::string_view text, char (&field)[N]) {
 extern "C" {
 
 const char* brenu_version(void) { return BRENU_VERSION; }
+
+void brenu_set_threads(int32_t count) {
+  brenu::SetThreadCount(count > 0 ? static_cast<std::size_t>(count) : 0);
+}
 
 // ---- Findings ----
 
