@@ -1,8 +1,8 @@
 #include "measure.h"
 
 #include <algorithm>
+#include <chrono>
 #include <cstddef>
-#include <ctime>
 #include <fstream>
 #include <string>
 #include <vector>
@@ -23,9 +23,9 @@ double MeasureUnit() {
   for (int repeat = 0; repeat < 5; ++repeat) {
     std::vector<double> matrix(PackedSize(kOrder), 1.0);
     for (std::size_t i = 0; i < kOrder; ++i) matrix[PackedIndex(i, i)] = 1000.0;
-    const double start = CpuSeconds();
+    const double start = WallSeconds();
     benchmark::DoNotOptimize(InvertPacked(matrix, kOrder));
-    best = std::min(best, CpuSeconds() - start);
+    best = std::min(best, WallSeconds() - start);
   }
   return best;
 }
@@ -50,7 +50,10 @@ void ForgetPeak() {
 
 }  // namespace
 
-double CpuSeconds() { return static_cast<double>(std::clock()) / CLOCKS_PER_SEC; }
+double WallSeconds() {
+  const auto now = std::chrono::steady_clock::now().time_since_epoch();
+  return std::chrono::duration<double>(now).count();
+}
 
 Meter::Meter(benchmark::State& state) : m_state(state), m_unit(MeasureUnit()) {
   ForgetPeak();
@@ -67,7 +70,7 @@ Meter::~Meter() {
 }
 
 void Meter::Count(const char* part) {
-  const double now = CpuSeconds();
+  const double now = WallSeconds();
   m_seconds[part] += now - m_last;
   m_seconds["P"] += now - m_last;
   m_last = now;

@@ -2,7 +2,7 @@
 //
 // Figures are compared within one run only.  Their unit P is the inversion of a packed matrix of
 // 600 unknowns, measured right before and after the job, since the speed of a shared machine
-// changes; times are those of the processor, so that other work on the machine does not count.
+// changes.  Times are those of the clock on the wall: several threads share the work.
 #pragma once
 
 #include <benchmark/benchmark.h>
@@ -12,8 +12,8 @@
 
 namespace brenu::bench {
 
-// Processor time of this process.
-double CpuSeconds();
+// Time on the wall since some beginning.
+double WallSeconds();
 
 // Adds the parts of a job to the counters of a benchmark, each in P: one for every named part, and
 // their sum "P".  The counter "unit" tells the seconds of a P, and "MB" the most memory that the
@@ -26,7 +26,7 @@ class Meter {
   Meter& operator=(const Meter&) = delete;
 
   // What follows belongs to the next part.
-  void Start() { m_last = CpuSeconds(); }
+  void Start() { m_last = WallSeconds(); }
   // Ends a part.
   void Count(const char* part);
 

@@ -10,6 +10,7 @@
 #include "arguments.h"
 #include "check_command.h"
 #include "closures_command.h"
+#include "core/parallel.h"
 #include "review/text.h"
 
 namespace {
@@ -71,6 +72,15 @@ void AddRules(CLI::App& command, brenu::Rules& rules) {
       "textbooks");
 }
 
+void AddThreads(CLI::App& command) {
+  command
+      .add_option_function<std::size_t>(
+          "--threads", [](const std::size_t& count) { brenu::SetThreadCount(count); },
+          "how many threads compute (all that the machine has); results do not depend on it")
+      ->check(CLI::PositiveNumber)
+      ->type_name("N");
+}
+
 CLI::App& AddAdjust(CLI::App& app, AdjustOptions& options) {
   CLI::App& adjust = *app.add_subcommand(
       "adjust",
@@ -97,6 +107,7 @@ CLI::App& AddAdjust(CLI::App& app, AdjustOptions& options) {
   adjust.add_flag("--no-verdict", options.noVerdict,
                   "end with status 0 where the network is adjusted, passed or not");
   AddRules(adjust, options.rules);
+  AddThreads(adjust);
   adjust
       .add_option_function<double>(
           "--level-sigma",
@@ -122,6 +133,7 @@ void AddClosures(CLI::App& app, ClosureOptions& options) {
       "for format 1 the linear misclosures of the traverses.");
   AddFile(closures, options);
   AddRules(closures, options.rules);
+  AddThreads(closures);
   closures.add_flag("--failed", options.failedOnly, "list only what is beyond its limit");
   closures.footer(std::string(kUnitsHelp) + kStatusHelp);
 }

@@ -31,6 +31,9 @@ inline namespace host {  // apart from the library's own names, for programs tha
 
 inline std::string_view Version() { return brenu_version(); }
 
+// How many threads computations use; 0 for as many as there are.
+inline void SetThreads(int32_t count) { brenu_set_threads(count); }
+
 // The name or route in a record.
 template <std::size_t N>
 std::string Text(const char (&field)[N]) {

@@ -24,6 +24,11 @@ extern "C" {
 /* The version of the library, "1.2.3"; a constant, never null. */
 BRENU_API const char* brenu_version(void);
 
+/* How many threads the computations that begin from now on use, in all contexts together; 0: as many
+ * as the environment variable BRENU_THREADS says, or else the hardware has.  Results do not depend
+ * on it.  No thread is left when a call returns. */
+BRENU_API void brenu_set_threads(int32_t count);
+
 /* ---- Findings: of the last call on the context that changes, computes, reads or writes; pure
  * getters and the functions of this section leave them alone.  A failure has its cause among them,
  * as an error.  So has a success that means nothing: AddObsData2, the adjustments and

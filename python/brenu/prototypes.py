@@ -107,6 +107,7 @@ PROTOTYPES = {
     "GetRm": (c_double, _doubles(4)),
     "GetRn": (c_double, _doubles(5)),
     "brenu_version": (_TEXT, []),
+    "brenu_set_threads": (None, [c_int32]),
     "brenu_finding_count": (c_int32, [_CONTEXT]),
     "brenu_get_finding": (c_bool, [_CONTEXT, _Index, POINTER(rec.brenu_finding)]),
     "brenu_finding_text": _TEXT_COPIER,

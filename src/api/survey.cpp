@@ -9,6 +9,7 @@
 
 #include "api/barrier.h"
 #include "api/text_field.h"
+#include "core/parallel.h"
 #include "review/data_check.h"
 #include "review/load.h"
 #include "review/network_view.h"
@@ -72,6 +73,10 @@ std::int32_t Read(Context* context, const char* given, Source source) {
 extern "C" {
 
 const char* brenu_version(void) { return BRENU_VERSION; }
+
+void brenu_set_threads(int32_t count) {
+  brenu::SetThreadCount(count > 0 ? static_cast<std::size_t>(count) : 0);
+}
 
 // ---- Findings ----
 

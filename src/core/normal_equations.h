@@ -1,6 +1,7 @@
 #pragma once
 
 #include <algorithm>
+#include <cassert>
 #include <cstddef>
 #include <cstdint>
 #include <memory>
@@ -9,6 +10,7 @@
 #include <vector>
 
 #include "core/normal_matrix.h"
+#include "core/parallel.h"
 #include "core/unknown_pattern.h"
 
 namespace brenu {
@@ -16,6 +18,32 @@ namespace brenu {
 // Up to this many unknowns the normal matrix is stored packed, above it sparse: the measured place
 // where both take the same time.
 inline constexpr std::int32_t kMostPackedUnknowns = 60;
+
+// Observation equations to be added, in their order.
+class EquationList {
+ public:
+  static constexpr std::size_t kMostTerms = 5;
+  struct Equation {
+    Term terms[kMostTerms];
+    std::size_t count;
+    double weight, reduced;
+    std::span<const Term> Terms() const { return {terms, count}; }
+  };
+
+  void Add(std::span<const Term> terms, double weight, double reduced) {
+    assert(terms.size() <= kMostTerms);
+    Equation& equation = m_equations.emplace_back();
+    std::copy(terms.begin(), terms.end(), equation.terms);
+    equation.count = terms.size();
+    equation.weight = weight;
+    equation.reduced = reduced;
+  }
+  void Clear() { m_equations.clear(); }
+  const std::vector<Equation>& All() const { return m_equations; }
+
+ private:
+  std::vector<Equation> m_equations;
+};
 
 // Normal equations N x = b of an adjustment by indirect observations, and after the solution the
 // cofactor matrix Q = N^-1.
@@ -44,6 +72,10 @@ class NormalEquations {
 
   // The unknowns of an equation must meet in the pattern.
   void Add(std::span<const Term> equation, double weight, double reduced);
+  // Adds what make(k, list) puts on the list for k = 0..count-1, in this order; the lists are made
+  // side by side.
+  template <typename Make>
+  void AddAll(std::size_t count, Make make);
   // Holds an unknown near zero: adds a large weight to its diagonal element...
   void Hold(std::int32_t unknown, double weight) { m_matrix->Diagonal(unknown) += weight; }
   // ...or puts it in the place of that element.
@@ -69,6 +101,8 @@ class NormalEquations {
   // Of the last successful Solve; zero before the first.
   std::span<const double> Solution() const { return m_solution; }
   // Valid after a successful Solve, until the next Reset.
+  // Several threads may ask for them after MakeCofactors, which the first call does otherwise.
+  void MakeCofactors() const { m_matrix->MakeCofactors(); }
   // Of two unknowns that meet in the pattern.
   double Cofactor(std::int32_t i, std::int32_t j) const { return m_matrix->Cofactor(i, j); }
   // The cofactor of a linear function of the unknowns: sum over all k, m of a_k Q(k, m) a_m.
@@ -99,6 +133,24 @@ std::vector<std::size_t> NormalEquations::FastestOrder(std::size_t count,
   order.reserve(count);
   for (const auto& [place, k] : byPlace) order.push_back(k);
   return order;
+}
+
+template <typename Make>
+void NormalEquations::AddAll(std::size_t count, Make make) {
+  constexpr std::size_t kPart = 256;
+  constexpr std::size_t kPartsOfWave = 64;  // what waits to be added stays small
+  std::vector<EquationList> lists(std::min(kPartsOfWave, (count + kPart - 1) / kPart));
+  for (std::size_t begin = 0; begin < count; begin += kPartsOfWave * kPart) {
+    const std::size_t wave = std::min(count - begin, kPartsOfWave * kPart);
+    ForEachPart(wave, kPart, [&](std::size_t first, std::size_t end) {
+      EquationList& list = lists[first / kPart];
+      list.Clear();
+      for (std::size_t k = first; k < end; ++k) make(begin + k, list);
+    });
+    for (std::size_t part = 0; part * kPart < wave; ++part) {
+      for (const auto& e : lists[part].All()) Add(e.Terms(), e.weight, e.reduced);
+    }
+  }
 }
 
 }  // namespace brenu

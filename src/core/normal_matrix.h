@@ -39,6 +39,9 @@ class NormalMatrix {
   // factors kept.
   virtual void KeepFactors() = 0;
   virtual void SolveAgain(std::span<const double> b, std::span<double> x) = 0;
+  // Computes what the three functions below need, which they otherwise do at the first call:
+  // several threads may call them after it.
+  virtual void MakeCofactors() = 0;
   // Element (i, j) of N^-1, after a successful Solve.  Not a number where the matrix keeps none.
   // After a failed one it means nothing.
   virtual double Cofactor(std::int32_t i, std::int32_t j) = 0;

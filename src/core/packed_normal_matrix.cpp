@@ -60,6 +60,8 @@ class PackedNormalMatrix : public NormalMatrix {
   void KeepFactors() override { assert(false); }
   void SolveAgain(std::span<const double>, std::span<double>) override { assert(false); }
 
+  void MakeCofactors() override {}  // Solve has
+
   double Cofactor(std::int32_t i, std::int32_t j) override {
     return m_elements[PackedIndex(At(i), At(j))];
   }

@@ -1,10 +1,12 @@
 #include "io/result_report.h"
 
+#include <algorithm>
 #include <cmath>
 #include <span>
 #include <string>
 #include <utility>
 
+#include "core/parallel.h"
 #include "core/text_number.h"
 #include "io/gbk_labels.h"
 #include "io/replace_file.h"
@@ -61,9 +63,26 @@ class ReportWriter {
              const std::vector<Row>& rows, WriteCells writeCells) {
     const bool stops = m_tables.failedIn == table;
     m_out.Begin(keyword, columns);
-    for (const Row& row : rows) writeCells(row);
+    WriteRows(rows, writeCells);
     if (!stops) m_out.End();
     return !stops;
+  }
+
+  // Parts of the table are written side by side, some at a time: their texts wait to be appended.
+  template <typename Row, typename WriteCells>
+  void WriteRows(const std::vector<Row>& rows, WriteCells writeCells) {
+    constexpr std::size_t kRows = 1024;
+    constexpr std::size_t kPartsAtATime = 32;
+    std::vector<std::string> texts(kPartsAtATime);
+    for (std::size_t from = 0; from < rows.size(); from += kPartsAtATime * kRows) {
+      const std::size_t count = std::min(rows.size() - from, kPartsAtATime * kRows);
+      ForEachPart(count, kRows, [&](std::size_t begin, std::size_t end) {
+        TableText out = m_out.ForRows();
+        for (std::size_t k = begin; k < end; ++k) writeCells(out, rows[from + k]);
+        texts[begin / kRows] = std::move(out.Text());
+      });
+      for (std::size_t part = 0; part * kRows < count; ++part) m_out.Text() += texts[part];
+    }
   }
 
   // Tables of observations are left out when they have no rows.
@@ -86,71 +105,73 @@ class ReportWriter {
 
   bool WriteApproximate() {
     return Table(ResultTable::kApproximate, "[APPROXIMATE]", kApproximateColumns,
-                 m_tables.approximate, [this](const PointRow& r) {
-                   m_out.Cell(r.name);
-                   for (const double v : {r.x, r.y, r.h}) m_out.Cell(v);
-                   m_out.EndRow();
+                 m_tables.approximate, [](TableText& out, const PointRow& r) {
+                   out.Cell(r.name);
+                   for (const double v : {r.x, r.y, r.h}) out.Cell(v);
+                   out.EndRow();
                  });
   }
 
   bool WritePlane() {
     return Table(ResultTable::kPlane, "[PLANE]", kPlaneColumns, m_tables.plane,
-                 [this](const PlaneRow& r) {
-                   m_out.Cell(r.name);
+                 [](TableText& out, const PlaneRow& r) {
+                   out.Cell(r.name);
                    const PlaneResult& p = r.result;
-                   for (const double v : {p.x, p.y}) m_out.Cell(v);
+                   for (const double v : {p.x, p.y}) out.Cell(v);
                    for (const double v : {p.mx, p.my, p.mp, p.e, p.f}) {
-                     m_out.Cell(v * kMillimetres);
+                     out.Cell(v * kMillimetres);
                    }
-                   m_out.Cell(p.t);
-                   m_out.EndRow();
+                   out.Cell(p.t);
+                   out.EndRow();
                  });
   }
 
   bool WriteVertical() {
     return Table(ResultTable::kVertical, "[VERTICAL]", kVerticalColumns, m_tables.vertical,
-                 [this](const VerticalRow& r) {
-                   m_out.Cell(r.name);
-                   m_out.Cell(r.result.height);
+                 [](TableText& out, const VerticalRow& r) {
+                   out.Cell(r.name);
+                   out.Cell(r.result.height);
                    // Compared in metres: corrections that would print as -0.00 or 0.00.
                    if (std::fabs(r.result.correction) < 5e-06) {
-                     m_out.Cell("0.00");
+                     out.Cell("0.00");
                    } else {
-                     m_out.Cell(r.result.correction * kMillimetres);
+                     out.Cell(r.result.correction * kMillimetres);
                    }
-                   m_out.Cell(r.result.sigma * kMillimetres);
-                   m_out.EndRow();
+                   out.Cell(r.result.sigma * kMillimetres);
+                   out.EndRow();
                  });
   }
 
   bool WriteHeights() {
     return ObsTable(ResultTable::kHeight, "[HEIGHT]", kHeightColumns, m_tables.heights,
-                    [this](const HeightRow& r) {
-                      m_out.Cell(r.from);
-                      m_out.Cell(r.to);
-                      m_out.Cell(r.result.observed);
-                      m_out.Cell(r.result.weight);
-                      m_out.Cell(r.result.residual * kMillimetres);
-                      m_out.Cell(r.result.adjusted);
-                      m_out.Cell(r.result.sigma * kMillimetres);
-                      m_out.EndRow(Remark(r.result.removed));
+                    [](TableText& out, const HeightRow& r) {
+                      out.Cell(r.from);
+                      out.Cell(r.to);
+                      out.Cell(r.result.observed);
+                      out.Cell(r.result.weight);
+                      out.Cell(r.result.residual * kMillimetres);
+                      out.Cell(r.result.adjusted);
+                      out.Cell(r.result.sigma * kMillimetres);
+                      out.EndRow(Remark(r.result.removed));
                     });
   }
 
   // `scale` brings errors and residuals to the unit of their columns.
-  void WriteObsRow(const PlaneObsRow& r, double scale) {
-    m_out.Cell(r.from);
-    m_out.Cell(r.to);
-    m_out.Cell(r.result.observed);
-    m_out.Cell(r.result.apriori * scale);
-    m_out.Cell(r.result.residual * scale);
-    m_out.Cell(r.result.adjusted);
-    m_out.EndRow(Remark(r.result.removed));
+  static void WriteObsRow(TableText& out, const PlaneObsRow& r, double scale) {
+    out.Cell(r.from);
+    out.Cell(r.to);
+    out.Cell(r.result.observed);
+    out.Cell(r.result.apriori * scale);
+    out.Cell(r.result.residual * scale);
+    out.Cell(r.result.adjusted);
+    out.EndRow(Remark(r.result.removed));
   }
 
   bool WriteObservations() {
-    const auto angle = [this](const PlaneObsRow& r) { WriteObsRow(r, 1.0); };
-    const auto length = [this](const PlaneObsRow& r) { WriteObsRow(r, kMillimetres); };
+    const auto angle = [](TableText& out, const PlaneObsRow& r) { WriteObsRow(out, r, 1.0); };
+    const auto length = [](TableText& out, const PlaneObsRow& r) {
+      WriteObsRow(out, r, kMillimetres);
+    };
     return ObsTable(ResultTable::kDirection, "[DIRANGLE]", kAngleColumns, m_tables.directions,
                     angle) &&
            ObsTable(ResultTable::kLength, "[LENGTH]", kLengthColumns, m_tables.lengths, length) &&
@@ -159,24 +180,24 @@ class ReportWriter {
 
   bool WritePrecision() {
     return ObsTable(ResultTable::kPrecision, "[PRECISION]", kPrecisionColumns, m_tables.precision,
-                    [this](const PrecisionRow& r) {
-                      m_out.Cell(r.from);
-                      m_out.Cell(r.to);
-                      m_out.Cell(r.result.azimuth);
-                      m_out.Cell(r.result.azimuthError);
-                      m_out.Cell(r.result.length);
-                      m_out.Cell(r.result.lengthError * kMillimetres);
-                      m_out.Cell(r.result.relativePrecision);
-                      m_out.EndRow();
+                    [](TableText& out, const PrecisionRow& r) {
+                      out.Cell(r.from);
+                      out.Cell(r.to);
+                      out.Cell(r.result.azimuth);
+                      out.Cell(r.result.azimuthError);
+                      out.Cell(r.result.length);
+                      out.Cell(r.result.lengthError * kMillimetres);
+                      out.Cell(r.result.relativePrecision);
+                      out.EndRow();
                     });
   }
 
   bool WritePoints(ResultTable table, const char* keyword, const std::vector<PointRow>& rows) {
-    return Table(table, keyword, kPointColumns, rows, [this](const PointRow& r) {
-      m_out.Cell(r.name);
-      for (const double v : {r.x, r.y, r.h}) m_out.Cell(v);
-      m_out.Cell(r.type);
-      m_out.EndRow();
+    return Table(table, keyword, kPointColumns, rows, [](TableText& out, const PointRow& r) {
+      out.Cell(r.name);
+      for (const double v : {r.x, r.y, r.h}) out.Cell(v);
+      out.Cell(r.type);
+      out.EndRow();
     });
   }
 
@@ -211,6 +232,7 @@ class ReportWriter {
 }  // namespace
 
 Outcome WriteResultReport(const AdjustmentContext& context, const FilePath& path) {
+  const ThreadTeam team;
   ReportWriter writer(context);
   if (ReplaceFile(path, writer.Write()) != Replaced::kDone) return Error(BRENU_FILE_NOT_WRITTEN);
   if (!writer.IsComplete()) return Error(BRENU_REPORT_STOPS_SHORT);

@@ -2,6 +2,8 @@
 
 #include <utility>
 
+#include "core/parallel.h"
+
 namespace brenu {
 
 namespace {
@@ -9,7 +11,12 @@ namespace {
 // Builds the tables one after the other until a row fails.
 class TableBuilder {
  public:
-  explicit TableBuilder(const AdjustmentContext& context) : m_context(context) {}
+  explicit TableBuilder(const AdjustmentContext& context) : m_context(context) {
+    for (const auto& [index, point] : context.store.Points()) m_points.push_back(&point);
+    for (const auto& [from, targets] : context.store.Observations()) {
+      for (const auto& [to, obs] : targets) m_lines.push_back({from, to, &obs});
+    }
+  }
 
   ResultTables Build() {
     const bool plane = HasPlane(m_context.netType);
@@ -55,55 +62,68 @@ class TableBuilder {
     return Row{NameOf(p), *result};
   }
 
+  // A stored pair.
+  struct Line {
+    std::string_view from, to;
+    const ObsData* obs;
+  };
+
+  // Looks the rows of a table up, some at a time side by side, until one fails: makeRow(item, rows)
+  // adds the row of an item if it has one, and is false when that row cannot be had.
+  template <typename Item, typename Row, typename MakeRow>
+  void Collect(ResultTable table, const std::vector<Item>& items, std::vector<Row>& rows,
+               MakeRow makeRow) {
+    constexpr std::size_t kRows = 1024;  // by one thread
+    if (m_tables.failedIn) return;
+    struct Part {
+      std::vector<Row> rows;
+      bool isComplete = true;
+    };
+    std::vector<Part> parts((items.size() + kRows - 1) / kRows);
+    ForEachPart(items.size(), kRows, [&](std::size_t begin, std::size_t end) {
+      Part& part = parts[begin / kRows];
+      for (std::size_t k = begin; k < end && part.isComplete; ++k) {
+        part.isComplete = makeRow(items[k], part.rows);
+      }
+    });
+    for (Part& part : parts) {
+      rows.insert(rows.end(), part.rows.begin(), part.rows.end());
+      part.rows = {};
+      if (part.isComplete) continue;
+      m_tables.failedIn = table;
+      return;
+    }
+  }
+
   template <typename Row, typename MakeRow>
   void Points(ResultTable table, std::vector<Row>& rows, MakeRow makeRow) {
-    if (m_tables.failedIn) return;
-    rows.reserve(m_context.store.Points().size());
-    for (const auto& [index, point] : m_context.store.Points()) {
-      std::optional<Row> row = makeRow(point);
-      if (row) {
-        rows.push_back(*row);
-      } else if (!IsLeftOut(NameOf(point))) {
-        m_tables.failedIn = table;
-        return;
-      }
-    }
+    Collect(table, m_points, rows, [&](const PointData* point, std::vector<Row>& to) {
+      const std::optional<Row> row = makeRow(*point);
+      if (row) to.push_back(*row);
+      return row || IsLeftOut(NameOf(*point));
+    });
   }
 
   template <typename Row, typename LookUp>
   void Lines(ResultTable table, std::vector<Row>& rows, bool (*has)(const ObsData&),
              LookUp lookUp) {
-    if (m_tables.failedIn) return;
-    for (const auto& [from, targets] : m_context.store.Observations()) {
-      for (const auto& [to, obs] : targets) {
-        if (!has(obs)) continue;
-        const auto result = lookUp(std::string_view(from), std::string_view(to));
-        if (result) {
-          rows.push_back({from, to, *result});
-        } else if (!IsLeftOut(from) && !IsLeftOut(to)) {
-          m_tables.failedIn = table;
-          return;
-        }
-      }
-    }
+    Collect(table, m_lines, rows, [&](const Line& line, std::vector<Row>& to) {
+      if (!has(*line.obs)) return true;
+      const auto result = lookUp(line.from, line.to);
+      if (result) to.push_back({line.from, line.to, *result});
+      return result || IsLeftOut(line.from) || IsLeftOut(line.to);
+    });
   }
 
   void Precision() {
     const PlaneAdjustment& net = m_context.plane.results;
-    if (m_tables.failedIn) return;
-    for (const auto& [from, targets] : m_context.store.Observations()) {
-      for (const auto& entry : targets) {
-        const std::string& to = entry.first;
-        if (net.IsControl(from) && net.IsControl(to)) continue;
-        const auto result = net.PrecisionOfLine(from, to);
-        if (result) {
-          m_tables.precision.push_back({from, to, *result});
-        } else if (!IsLeftOut(from) && !IsLeftOut(to)) {
-          m_tables.failedIn = ResultTable::kPrecision;
-          return;
-        }
-      }
-    }
+    Collect(ResultTable::kPrecision, m_lines, m_tables.precision,
+            [&](const Line& line, std::vector<PrecisionRow>& to) {
+              if (net.IsControl(line.from) && net.IsControl(line.to)) return true;
+              const auto result = net.PrecisionOfLine(line.from, line.to);
+              if (result) to.push_back({line.from, line.to, *result});
+              return result || IsLeftOut(line.from) || IsLeftOut(line.to);
+            });
   }
 
   // Whether one of the networks left the point out: it has no rows then.
@@ -149,6 +169,8 @@ class TableBuilder {
   }
 
   const AdjustmentContext& m_context;
+  std::vector<const PointData*> m_points;  // ascending by index
+  std::vector<Line> m_lines;               // in the order of the store
   ResultTables m_tables;
 };
 

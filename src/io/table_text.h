@@ -28,6 +28,13 @@ class TableText {
   void EndRow(std::string_view remark = {});
   void End();
 
+  // A writer of rows of the same table, whose text is to be appended to this one.
+  TableText ForRows() const {
+    TableText rows;
+    rows.m_columns = m_columns;
+    return rows;
+  }
+
   // What has been written; lines may be added to it between tables.
   std::string& Text() { return m_text; }
 

@@ -3,6 +3,8 @@
 #include <cmath>
 #include <utility>
 
+#include "core/parallel.h"
+
 namespace brenu {
 
 namespace {
@@ -32,6 +34,7 @@ bool LevelAdjustment::PrepareLevel() {
 }
 
 Outcome LevelAdjustment::LevelAdjust() {
+  const ThreadTeam team;
   if (Outcome reached = CalcApproxHeight(); !reached.ok) return reached;
   if (Outcome formed = FormNormalEquation(); !formed.ok) return formed;
   HoldKnownHeights();

@@ -10,6 +10,7 @@
 
 #include "core/closure_record.h"
 #include "core/loops.h"
+#include "core/route_sources.h"
 
 namespace brenu {
 
@@ -55,19 +56,20 @@ bool CalcLineCloseError(const LevelNet& net, const Table<Slot, double>& heights,
   if (layout.ControlCount() < 2) return false;
   const std::optional<RouteGraph> graph = MakeGraph(layout);
   if (!graph) return false;
-  RouteSearch search(*graph);
-  for (PointNo s(0); s.Number() < layout.ControlCount(); ++s) {
+  const auto count = static_cast<std::size_t>(layout.ControlCount());
+  ForEachSource(*graph, count, records, [&](std::size_t number, RouteSearch& search, auto& found) {
+    const PointNo s(number);
     const Slot source = layout.SlotOf(s);
-    if (layout.PointOf(source) != s) continue;  // a second bench mark of the name
+    if (layout.PointOf(source) != s) return;  // a second bench mark of the name
     search.Run(source);
     for (PointNo t(s.Number() + 1); t.Number() < layout.ControlCount(); ++t) {
       const Slot end = layout.SlotOf(t);
       if (layout.PointOf(end) != t || !search.IsReached(end) || !search.HasTwoLines(end)) continue;
       const double known = heights[end] - heights[source];
-      records.push_back(MakeRecord(RouteText(layout, search, end), known - search.Rise(end),
-                                   search.Length(end), net.param.Lvl1Limit));
+      found.push_back(MakeRecord(RouteText(layout, search, end), known - search.Rise(end),
+                                 search.Length(end), net.param.Lvl1Limit));
     }
-  }
+  });
   return true;
 }
 

@@ -1,6 +1,7 @@
 #include <cmath>
 
 #include "core/normal_quantile.h"
+#include "core/parallel.h"
 #include "core/test_value.h"
 #include "level/level_adjustment.h"
 
@@ -35,6 +36,7 @@ LevelAdjustment::WorstObs LevelAdjustment::FindWorst() const {
 
 Outcome LevelAdjustment::LevelDataSnooping(double alpha,
                                            const std::function<void(int)>& announceRound) {
+  const ThreadTeam team;
   const double critical = NormalQuantile(1.0 - alpha * 0.5);
   if (Outcome reached = CalcApproxHeight(); !reached.ok) return reached;
   // Each round takes one observation out, so there are no more rounds than observations.

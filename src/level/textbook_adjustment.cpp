@@ -2,6 +2,7 @@
 #include <cmath>
 #include <utility>
 
+#include "core/parallel.h"
 #include "core/snooping.h"
 #include "level/level_adjustment.h"
 
@@ -15,6 +16,7 @@ LevelAdjustment::LevelAdjustment(std::shared_ptr<const LevelNet> net, double apr
     : m_net(std::move(net)), m_normal(kAlwaysSparse), m_apriori(apriori) {}
 
 Outcome LevelAdjustment::AdjustAsTextbook() {
+  const ThreadTeam team;
   Outcome outcome = ApproximateAsTextbook();
   if (outcome.ok) outcome += Solve();
   if (outcome.ok) outcome += FinishAsTextbook();
@@ -156,6 +158,7 @@ class LevelAdjustment::Snooped : public SnoopedNetwork {
 
 Outcome LevelAdjustment::SnoopAsTextbook(const OutlierTest& test,
                                          const std::function<void(int)>& announceRound) {
+  const ThreadTeam team;
   Outcome outcome = ApproximateAsTextbook();
   if (outcome.ok) outcome += Solve();
   if (!outcome.ok) return outcome;

@@ -1,12 +1,14 @@
 // The adjustment of distances alone (format 3).
 #include <cmath>
 
+#include "core/parallel.h"
 #include "plane/iteration.h"
 #include "plane/plane_adjustment.h"
 
 namespace brenu {
 
 Outcome PlaneAdjustment::AdjustDistances(const AdjParam& param) {
+  const ThreadTeam team;
   const NetworkLayout& net = m_net->layout;
   if (m_coords.IsEmpty()) return Error(BRENU_NOT_PREPARED);
   for (const PointNo i : net.Points()) {
@@ -51,8 +53,10 @@ Outcome PlaneAdjustment::BuildDistanceNormals() {
       return Error(BRENU_NAME_WITHOUT_POINT,
                    {net.Names().NameAt(o.from), net.Names().NameAt(o.to)});
     }
-    AddDistance(o);
   }
+  m_normal.AddAll(m_obs.distances.size(), [this](std::size_t k, EquationList& equations) {
+    AddDistance(m_obs.distances[k], equations);
+  });
   return {};
 }
 

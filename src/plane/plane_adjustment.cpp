@@ -4,6 +4,7 @@
 #include <cmath>
 #include <utility>
 
+#include "core/parallel.h"
 #include "plane/approximate_coordinates.h"
 #include "plane/iteration.h"
 
@@ -45,6 +46,7 @@ void PlaneAdjustment::SetCoordinates(Slot slot, const Position& position) {
 }
 
 Outcome PlaneAdjustment::Adjust() {
+  const ThreadTeam team;
   if (Outcome reached = CalcApproxCoordinates(); !reached.ok) return reached;
   Outcome settled = IterateUntilSettled([this] { return BuildNormals(); },
                                         [this] {

@@ -1,6 +1,7 @@
 // The observation equations of a pass.
 #include <algorithm>
 #include <cmath>
+#include <mutex>
 
 #include "core/angles.h"
 #include "plane/plane_adjustment.h"
@@ -64,8 +65,10 @@ Outcome PlaneAdjustment::BuildNormals() {
   if (!m_normal.HasPattern()) AnalysePattern();
   m_normal.Reset();
   NumberOrientations();
-  for (const std::size_t k : m_setOrder) AddDirectionSet(m_obs.sets[k]);
-  for (const std::size_t k : m_distanceOrder) AddDistance(m_obs.distances[k]);
+  AddDirections();
+  m_normal.AddAll(m_distanceOrder.size(), [this](std::size_t k, EquationList& equations) {
+    AddDistance(m_obs.distances[m_distanceOrder[k]], equations);
+  });
   for (const PlaneObs& o : m_obs.azimuths) {
     if (!o.inUse) continue;
     const LineEquation line = DirectionCoefficients(o.from, o.to);
@@ -80,7 +83,24 @@ Outcome PlaneAdjustment::BuildNormals() {
   return {};
 }
 
-void PlaneAdjustment::AddDirectionSet(const DirectionSet& set) {
+void PlaneAdjustment::AddDirections() {
+  // The first set with a direction reduced a full circle off.
+  std::mutex mutex;
+  std::size_t first = m_setOrder.size();
+  SightNo turned;
+  m_normal.AddAll(m_setOrder.size(), [&](std::size_t k, EquationList& equations) {
+    const SightNo found = AddDirectionSet(m_obs.sets[m_setOrder[k]], equations);
+    if (found.IsNone()) return;
+    const std::lock_guard lock(mutex);
+    if (k >= first) return;
+    first = k;
+    turned = found;
+  });
+  if (m_turnedDirection.IsNone()) m_turnedDirection = turned;
+}
+
+// Gives the first direction that was reduced a full circle off, if there is one.
+SightNo PlaneAdjustment::AddDirectionSet(const DirectionSet& set, EquationList& equations) {
   const auto begin = m_obs.directions.begin() + set.first;
   const auto end = m_obs.directions.begin() + set.end;
   // The approximate orientation comes from the first direction in use (from the first of all in a
@@ -94,6 +114,7 @@ void PlaneAdjustment::AddDirectionSet(const DirectionSet& set) {
                 : OrientationOf(set);
 
   const double weight = 1.0 / (m_param.MO * m_param.MO);
+  SightNo turned;
   for (auto o = begin; o != end; ++o) {
     if (o->leftOut) continue;
     LineEquation line = DirectionCoefficients(o->from, o->to);
@@ -102,21 +123,20 @@ void PlaneAdjustment::AddDirectionSet(const DirectionSet& set) {
       // Not reduced any further (docs/computations.md, "Where to take care").
       turn = PositiveAngle(line.value - o->observed) - orientation;
       constexpr double kAlmostFullCircle = kTwoPi - kPi / 180.0;
-      if (std::fabs(turn) > kAlmostFullCircle && m_turnedDirection.IsNone()) {
-        m_turnedDirection = o->sight;
-      }
+      if (std::fabs(turn) > kAlmostFullCircle && turned.IsNone()) turned = o->sight;
     }
     o->residual = turn * kRho;
     if (!o->inUse) continue;
-    m_normal.Add(line.TermsWithOrientation(set.orientation), weight, o->residual);
+    equations.Add(line.TermsWithOrientation(set.orientation), weight, o->residual);
   }
+  return turned;
 }
 
-void PlaneAdjustment::AddDistance(const PlaneObs& o) {
+void PlaneAdjustment::AddDistance(const PlaneObs& o, EquationList& equations) const {
   if (!o.inUse) return;
   const LineEquation line = DistanceCoefficients(o.from, o.to);
   const double error = DistanceError(o.observed);
-  m_normal.Add(line.Terms(), 1.0 / (error * error), line.value - o.observed);
+  equations.Add(line.Terms(), 1.0 / (error * error), line.value - o.observed);
 }
 
 // All stored pairs belong to the pattern, whatever is observed between them: the precision of any

@@ -2,6 +2,7 @@
 #include <cmath>
 
 #include "core/angles.h"
+#include "core/parallel.h"
 #include "plane/plane_adjustment.h"
 
 namespace brenu {
@@ -48,19 +49,18 @@ double PlaneAdjustment::PrecisionScale() const {
 }
 
 void PlaneAdjustment::CalcPointPrecision() {
+  constexpr std::size_t kNames = 1024;  // computed by one thread
   const double variance = PrecisionScale() * PrecisionScale();
-  for (const Slot slot : m_net->layout.Slots()) {
-    const std::int32_t x = UnknownOf(slot);
-    if (x < 0) continue;  // held, or a name without a point
-    const double sxx = variance * m_normal.Cofactor(x, x);
-    const double syy = variance * m_normal.Cofactor(x + 1, x + 1);
-    const double sxy = variance * m_normal.Cofactor(x, x + 1);
-    if (m_rules == RuleSet::kTextbook) {
-      SetEllipse(m_coords[slot], sxx, syy, sxy);
-    } else {
-      SetPrecision(m_coords[slot], sxx, syy, sxy);
+  m_normal.MakeCofactors();
+  ForEachPart(m_net->layout.Slots().Size(), kNames, [&](std::size_t begin, std::size_t end) {
+    for (std::size_t k = begin; k < end; ++k) {
+      const std::int32_t x = UnknownOf(Slot(k));
+      if (x < 0) continue;  // held, or a name without a point
+      const auto set = m_rules == RuleSet::kTextbook ? SetEllipse : SetPrecision;
+      set(m_coords[Slot(k)], variance * m_normal.Cofactor(x, x),
+          variance * m_normal.Cofactor(x + 1, x + 1), variance * m_normal.Cofactor(x, x + 1));
     }
-  }
+  });
 }
 
 std::optional<PlaneResult> PlaneAdjustment::PrecisionBetween(SightNo sight) const {

@@ -2,33 +2,40 @@
 #include <cmath>
 
 #include "core/angles.h"
+#include "core/parallel.h"
 #include "plane/plane_adjustment.h"
 
 namespace brenu {
 
+namespace {
+constexpr std::size_t kSetsOfPart = 256;  // computed by one thread
+constexpr std::size_t kDistancesOfPart = 2048;
+}  // namespace
+
 // Residuals of all observations from the coordinates after the last pass, and [pvv] of those in
-// use.
+// use.  Sums are taken in walk order, whoever computed the residuals.
 double PlaneAdjustment::CalcResiduals() {
   const auto x = m_normal.Solution();
-  const double angleWeight = 1.0 / (m_param.MO * m_param.MO);
-  double sum = 0.0;
-
-  for (const DirectionSet& set : m_obs.sets) {
-    const double orientation =
-        set.orientation < 0 ? 0.0 : x[static_cast<std::size_t>(set.orientation)];
-    for (std::int32_t k = set.first; k < set.end; ++k) {
-      PlaneObs& o = m_obs.directions[static_cast<std::size_t>(k)];
-      // v = l + sum a x: l is that of the last pass, the coefficients are of the new coordinates.
-      double v = o.residual - orientation;
-      const LineEquation line = DirectionCoefficients(o.from, o.to);
-      for (const Term& t : line.Terms()) {
-        v += t.coefficient * x[static_cast<std::size_t>(t.unknown)];
+  ForEachPart(m_obs.sets.size(), kSetsOfPart, [&](std::size_t begin, std::size_t end) {
+    for (std::size_t i = begin; i < end; ++i) {
+      const DirectionSet& set = m_obs.sets[i];
+      const double orientation =
+          set.orientation < 0 ? 0.0 : x[static_cast<std::size_t>(set.orientation)];
+      for (std::int32_t k = set.first; k < set.end; ++k) {
+        PlaneObs& o = m_obs.directions[static_cast<std::size_t>(k)];
+        // v = l + sum a x: l is that of the last pass, the coefficients are of the new coordinates.
+        double v = o.residual - orientation;
+        const LineEquation line = DirectionCoefficients(o.from, o.to);
+        for (const Term& t : line.Terms()) {
+          v += t.coefficient * x[static_cast<std::size_t>(t.unknown)];
+        }
+        o.residual = v;
       }
-      o.residual = v;
-      if (o.inUse) sum += v * v * angleWeight;
     }
-  }
+  });
+  double sum = SumOfDirections();
   sum += CalcDistanceResiduals();
+  const double angleWeight = 1.0 / (m_param.MO * m_param.MO);
   for (PlaneObs& o : m_obs.azimuths) {
     o.residual = (DirectionCoefficients(o.from, o.to).value - o.observed) * kRho;
     if (o.inUse) sum += o.residual * o.residual * angleWeight;
@@ -36,15 +43,56 @@ double PlaneAdjustment::CalcResiduals() {
   return sum;
 }
 
-double PlaneAdjustment::CalcDistanceResiduals() {
+double PlaneAdjustment::SumOfDirections() const {
+  const double angleWeight = 1.0 / (m_param.MO * m_param.MO);
   double sum = 0.0;
-  for (PlaneObs& o : m_obs.distances) {
-    if (o.leftOut) continue;
-    o.residual = DistanceCoefficients(o.from, o.to).value - o.observed;
-    const double error = DistanceError(o.observed);
-    if (o.inUse) sum += o.residual * o.residual / (error * error);
+  for (const DirectionSet& set : m_obs.sets) {
+    for (std::int32_t k = set.first; k < set.end; ++k) {
+      const PlaneObs& o = m_obs.directions[static_cast<std::size_t>(k)];
+      if (o.inUse) sum += o.residual * o.residual * angleWeight;
+    }
   }
   return sum;
+}
+
+double PlaneAdjustment::CalcDistanceResiduals() {
+  ForEachPart(m_obs.distances.size(), kDistancesOfPart, [&](std::size_t begin, std::size_t end) {
+    for (std::size_t k = begin; k < end; ++k) {
+      PlaneObs& o = m_obs.distances[k];
+      if (!o.leftOut) o.residual = DistanceCoefficients(o.from, o.to).value - o.observed;
+    }
+  });
+  double sum = 0.0;
+  for (const PlaneObs& o : m_obs.distances) {
+    if (o.leftOut || !o.inUse) continue;
+    const double error = DistanceError(o.observed);
+    sum += o.residual * o.residual / (error * error);
+  }
+  return sum;
+}
+
+// Residuals of all observations from the coordinates as they are, and [pvv] of those in use.
+double PlaneAdjustment::CalcExactResiduals() {
+  ForEachPart(m_obs.sets.size(), kSetsOfPart, [&](std::size_t begin, std::size_t end) {
+    for (std::size_t i = begin; i < end; ++i) {
+      const DirectionSet& set = m_obs.sets[i];
+      const double orientation = OrientationOf(set);
+      for (std::int32_t k = set.first; k < set.end; ++k) {
+        PlaneObs& o = m_obs.directions[static_cast<std::size_t>(k)];
+        if (o.leftOut) continue;
+        const double turn = DirectionCoefficients(o.from, o.to).value - o.observed - orientation;
+        o.residual = HalfCircle(turn) * kRho;
+      }
+    }
+  });
+  double sum = SumOfDirections();
+  const double angleWeight = 1.0 / (m_param.MO * m_param.MO);
+  for (PlaneObs& o : m_obs.azimuths) {
+    if (o.leftOut) continue;
+    o.residual = HalfCircle(DirectionCoefficients(o.from, o.to).value - o.observed) * kRho;
+    if (o.inUse) sum += o.residual * o.residual * angleWeight;
+  }
+  return sum + CalcDistanceResiduals();
 }
 
 // The orientation unknowns of the last normal equations.

@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "core/angles.h"
+#include "core/parallel.h"
 #include "plane/approximate/approximate.h"
 #include "plane/plane_adjustment.h"
 
@@ -22,12 +23,14 @@ PlaneAdjustment::PlaneAdjustment(std::shared_ptr<const PlaneNet> net, RuleSet ru
       m_normal(kAlwaysSparse) {}
 
 Outcome PlaneAdjustment::AdjustAsTextbook() {
+  const ThreadTeam team;
   Outcome outcome = PlaceAndConverge(false);
   if (outcome.ok) outcome += FinishAsTextbook();
   return outcome;
 }
 
 Outcome PlaneAdjustment::ApproximateAsTextbook() {
+  const ThreadTeam team;
   Outcome outcome;
   outcome.findings = PlacePoints();
   if (!HasNewPoint() && m_net->layout.NewPointCount() > 0) {
@@ -230,28 +233,6 @@ double PlaneAdjustment::OrientationOf(const DirectionSet& set) const {
     ++count;
   }
   return count == 0.0 ? 0.0 : first + sum / count;
-}
-
-// Residuals of all observations from the coordinates as they are, and [pvv] of those in use.
-double PlaneAdjustment::CalcExactResiduals() {
-  const double angleWeight = 1.0 / (m_param.MO * m_param.MO);
-  double sum = 0.0;
-  for (const DirectionSet& set : m_obs.sets) {
-    const double orientation = OrientationOf(set);
-    for (std::int32_t k = set.first; k < set.end; ++k) {
-      PlaneObs& o = m_obs.directions[static_cast<std::size_t>(k)];
-      if (o.leftOut) continue;
-      const double turn = DirectionCoefficients(o.from, o.to).value - o.observed - orientation;
-      o.residual = HalfCircle(turn) * kRho;
-      if (o.inUse) sum += o.residual * o.residual * angleWeight;
-    }
-  }
-  for (PlaneObs& o : m_obs.azimuths) {
-    if (o.leftOut) continue;
-    o.residual = HalfCircle(DirectionCoefficients(o.from, o.to).value - o.observed) * kRho;
-    if (o.inUse) sum += o.residual * o.residual * angleWeight;
-  }
-  return sum + CalcDistanceResiduals();
 }
 
 // -A'Pl with the residuals of the coordinates as they are.

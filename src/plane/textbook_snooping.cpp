@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "core/angles.h"
+#include "core/parallel.h"
 #include "core/snooping.h"
 #include "plane/approximate/candidates.h"
 #include "plane/plane_adjustment.h"
@@ -201,6 +202,7 @@ bool LosesPoints(const Outcome& outcome) {
 
 Outcome PlaneAdjustment::SnoopAsTextbook(const OutlierTest& test,
                                          const std::function<void(int)>& announceRound) {
+  const ThreadTeam team;
   Outcome outcome = PlaceAndConverge(true);
   if (!outcome.ok || LosesPoints(outcome)) {
     *this = PlaneAdjustment(m_net, m_rules);

@@ -6,6 +6,7 @@
 
 #include "core/angles.h"
 #include "core/loops.h"
+#include "core/route_sources.h"
 
 namespace brenu {
 
@@ -108,8 +109,9 @@ std::vector<MeasuredTraverse> TraverseFinder::ConnectingTraverses() const {
   const RouteGraph graph(m_net.Names().Count(), std::move(lines), std::move(isEnd));
 
   std::vector<MeasuredTraverse> found;
-  RouteSearch search(graph);
-  for (PointNo s(0); s.Number() < m_net.ControlCount(); ++s) {
+  const auto count = static_cast<std::size_t>(m_net.ControlCount());
+  ForEachSource(graph, count, found, [&](std::size_t number, RouteSearch& search, auto& ofSource) {
+    const PointNo s(number);
     search.Run(m_net.SlotOf(s));
     for (PointNo t(s.Number() + 1); t.Number() < m_net.ControlCount(); ++t) {
       const Slot end = m_net.SlotOf(t);
@@ -122,9 +124,9 @@ std::vector<MeasuredTraverse> TraverseFinder::ConnectingTraverses() const {
       MeasuredTraverse m = Measure(chain);
       m.start = OrientationAt(chain.front(), chain[1], true);
       m.end = OrientationAt(chain.back(), chain[chain.size() - 2], false);
-      found.push_back(std::move(m));
+      ofSource.push_back(std::move(m));
     }
-  }
+  });
   return found;
 }
 

@@ -1,6 +1,9 @@
 #include "core/sparse/dense_product.h"
 
 #include <algorithm>
+#include <cmath>
+
+#include "core/parallel.h"
 
 namespace brenu {
 
@@ -48,21 +51,19 @@ void Enlarge(std::vector<double>& buffer, std::ptrdiff_t size) {
   }
 }
 
-}  // namespace
-
-void DenseProduct::PackA(const Operands& product, std::ptrdiff_t row, std::ptrdiff_t rows,
-                         std::ptrdiff_t p, std::ptrdiff_t depth) {
-  Enlarge(m_a, RoundUp(rows, kTileRows) * depth);
-  Pack<kTileRows>(Shifted(product.a, row, p), rows, depth, m_a.data());
+void PackA(const DenseProduct::Operands& product, std::ptrdiff_t row, std::ptrdiff_t rows,
+           std::ptrdiff_t p, std::ptrdiff_t depth, std::vector<double>& to) {
+  Enlarge(to, RoundUp(rows, kTileRows) * depth);
+  Pack<kTileRows>(Shifted(product.a, row, p), rows, depth, to.data());
 }
 
-void DenseProduct::PackB(const Operands& product, std::ptrdiff_t column, std::ptrdiff_t columns,
-                         std::ptrdiff_t p, std::ptrdiff_t depth) {
+void PackB(const DenseProduct::Operands& product, std::ptrdiff_t column, std::ptrdiff_t columns,
+           std::ptrdiff_t p, std::ptrdiff_t depth, std::vector<double>& to) {
   const std::ptrdiff_t padded = RoundUp(columns, kTileColumns);
-  Enlarge(m_b, padded * depth);
-  Pack<kTileColumns>(Shifted(product.b, column, p), columns, depth, m_b.data());
+  Enlarge(to, padded * depth);
+  Pack<kTileColumns>(Shifted(product.b, column, p), columns, depth, to.data());
   if (product.scale == nullptr && product.sign == 1.0) return;
-  double* element = m_b.data();
+  double* element = to.data();
   for (std::ptrdiff_t panel = 0; panel < padded; panel += kTileColumns) {
     for (std::ptrdiff_t k = 0; k < depth; ++k) {
       const double factor = product.sign * (product.scale == nullptr ? 1.0 : product.scale[p + k]);
@@ -71,22 +72,79 @@ void DenseProduct::PackB(const Operands& product, std::ptrdiff_t column, std::pt
   }
 }
 
+// Where strip k of `count` begins: columns with about the same number of elements, of a lower
+// triangle too.
+std::ptrdiff_t StripBegin(const DenseProduct::Operands& product, DenseProduct::Part part,
+                          std::size_t k, std::size_t count) {
+  if (k == count) return product.columns;
+  const double share = static_cast<double>(k) / static_cast<double>(count);
+  const auto rows = static_cast<double>(product.rows);
+  const auto columns = static_cast<double>(product.columns);
+  double begin = share * columns;
+  if (part == DenseProduct::Part::kLower) {
+    // Columns 0..x hold x (rows - x / 2) elements.
+    begin = rows - std::sqrt(rows * rows - share * columns * (2.0 * rows - columns));
+  }
+  return RoundUp(static_cast<std::ptrdiff_t>(begin), kTileColumns);
+}
+
+}  // namespace
+
 void DenseProduct::Add(const Operands& product, double* c, std::ptrdiff_t stride, Part part) {
+  constexpr double kLeastWork = 2e6;  // multiplications that are worth a thread
+  const double work = static_cast<double>(product.rows) * static_cast<double>(product.columns) *
+                      static_cast<double>(product.depth);
+  const std::size_t workers = work < 2.0 * kLeastWork ? 1 : WorkerCount();
+  if (workers == 1) {
+    AddStrip(m_buffers[0], product, c, stride, part);
+    return;
+  }
+  if (m_buffers.size() < workers) m_buffers.resize(workers);
+  const bool byRows = part == Part::kWhole && product.rows > product.columns;
+  const auto strips = std::min(2 * workers, static_cast<std::size_t>(work / kLeastWork));
+  ForEach(strips, [&](std::size_t k, std::size_t worker) {
+    Operands strip = product;
+    if (byRows) {
+      const auto begin = [&](std::size_t i) {
+        return RoundUp(
+            product.rows * static_cast<std::ptrdiff_t>(i) / static_cast<std::ptrdiff_t>(strips),
+            kTileRows);
+      };
+      const std::ptrdiff_t first = begin(k);
+      strip.a = Shifted(product.a, first, 0);
+      strip.rows = std::min(begin(k + 1), product.rows) - first;
+      AddStrip(m_buffers[worker], strip, c + first, stride, part);
+      return;
+    }
+    const std::ptrdiff_t first = StripBegin(product, part, k, strips);
+    const std::ptrdiff_t end = std::min(StripBegin(product, part, k + 1, strips), product.columns);
+    const std::ptrdiff_t firstRow = part == Part::kLower ? first : 0;
+    strip.a = Shifted(product.a, firstRow, 0);
+    strip.b = Shifted(product.b, first, 0);
+    strip.rows = product.rows - firstRow;
+    strip.columns = end - first;
+    AddStrip(m_buffers[worker], strip, c + first * stride + firstRow, stride, part);
+  });
+}
+
+void DenseProduct::AddStrip(Buffers& buffers, const Operands& product, double* c,
+                            std::ptrdiff_t stride, Part part) const {
+  if (product.rows <= 0) return;
   double edge[kTileRows * kTileColumns];  // a tile that reaches over the edge of C
   for (std::ptrdiff_t j0 = 0; j0 < product.columns; j0 += kColumns) {
     const std::ptrdiff_t columns = std::min(kColumns, product.columns - j0);
     for (std::ptrdiff_t p = 0; p < product.depth; p += kDepth) {
       const std::ptrdiff_t depth = std::min(kDepth, product.depth - p);
-      PackB(product, j0, columns, p, depth);
+      PackB(product, j0, columns, p, depth, buffers.b);
       const std::ptrdiff_t firstRow = part == Part::kLower ? j0 / kTileRows * kTileRows : 0;
       for (std::ptrdiff_t i0 = firstRow; i0 < product.rows; i0 += kRows) {
         const std::ptrdiff_t rows = std::min(kRows, product.rows - i0);
-        PackA(product, i0, rows, p, depth);
+        PackA(product, i0, rows, p, depth, buffers.a);
         for (std::ptrdiff_t j = 0; j < columns; j += kTileColumns) {
-          const double* b = m_b.data() + j * depth;
+          const double* b = buffers.b.data() + j * depth;
           for (std::ptrdiff_t i = 0; i < rows; i += kTileRows) {
             if (part == Part::kLower && i0 + i + kTileRows <= j0 + j) continue;  // all above
-            const double* a = m_a.data() + i * depth;
+            const double* a = buffers.a.data() + i * depth;
             double* target = c + (j0 + j) * stride + i0 + i;
             const std::ptrdiff_t height = std::min(kTileRows, rows - i);
             const std::ptrdiff_t width = std::min(kTileColumns, columns - j);

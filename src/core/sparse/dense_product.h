@@ -15,7 +15,8 @@ struct MatrixView {
 };
 
 // Dense matrix products in cache blocks (Goto and van de Geijn, Anatomy of high-performance matrix
-// multiplication): both factors are copied into the order in which the tiles read them.
+// multiplication): both factors are copied into the order in which the tiles read them.  Large ones
+// are shared out among the team of threads in strips of C; each element is summed up the same way.
 class DenseProduct {
  public:
   enum class Part { kWhole, kLower };  // kLower: what lies above the diagonal of C is undefined
@@ -32,14 +33,16 @@ class DenseProduct {
   void Add(const Operands& product, double* c, std::ptrdiff_t stride, Part part);
 
  private:
-  void PackA(const Operands& product, std::ptrdiff_t row, std::ptrdiff_t rows, std::ptrdiff_t p,
-             std::ptrdiff_t depth);
-  void PackB(const Operands& product, std::ptrdiff_t column, std::ptrdiff_t columns,
-             std::ptrdiff_t p, std::ptrdiff_t depth);
+  // Of one worker.
+  struct Buffers {
+    std::vector<double> a;  // the packed block of A, tile row by tile row
+    std::vector<double> b;  // the packed block of B, tile column by tile column
+  };
+  void AddStrip(Buffers& buffers, const Operands& product, double* c, std::ptrdiff_t stride,
+                Part part) const;
 
   MultiplyTile m_multiplyTile = BestMultiplyTile();
-  std::vector<double> m_a;  // the packed block of A, tile row by tile row
-  std::vector<double> m_b;  // the packed block of B, tile column by tile column
+  std::vector<Buffers> m_buffers = std::vector<Buffers>(1);
 };
 
 }  // namespace brenu

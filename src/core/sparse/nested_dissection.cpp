@@ -1,7 +1,9 @@
 #include <algorithm>
+#include <iterator>
 #include <numeric>
 #include <utility>
 
+#include "core/parallel.h"
 #include "core/sparse/ordering.h"
 #include "core/sparse/separator.h"
 
@@ -28,33 +30,58 @@ std::vector<std::int32_t> ByDegree(const Graph& graph) {
   return order;
 }
 
-}  // namespace
+class Dissection {
+ public:
+  explicit Dissection(std::size_t count) : m_order(count) {}
 
-std::vector<std::int32_t> NestedDissectionOrder(Graph graph) {
-  std::vector<std::int32_t> order(graph.weights.size());
-  std::vector<std::int32_t> all(order.size());
-  std::iota(all.begin(), all.end(), 0);
-  std::vector<Part> parts;
-  parts.push_back({std::move(graph), std::move(all), order.size()});
-  std::vector<std::int32_t> numberIn;
+  // The parts of each cut do not know each other: as soon as there are enough, they are dissected
+  // side by side.
+  std::vector<std::int32_t> Run(Part whole) {
+    constexpr std::size_t kPartsOfWorker = 8;
+    std::vector<Part> parts;
+    parts.push_back(std::move(whole));
+    const std::size_t enough = WorkerCount() == 1 ? 1 : kPartsOfWorker * WorkerCount();
+    while (!parts.empty() && parts.size() < enough) {
+      std::vector<std::vector<Part>> halves(parts.size());
+      ForEach(parts.size(),
+              [&](std::size_t i, std::size_t) { halves[i] = Cut(std::move(parts[i])); });
+      parts.clear();
+      for (std::vector<Part>& two : halves)
+        std::move(two.begin(), two.end(), std::back_inserter(parts));
+    }
+    ForEach(parts.size(), [&](std::size_t i, std::size_t) { Dissect(std::move(parts[i])); });
+    return std::move(m_order);
+  }
 
-  while (!parts.empty()) {
-    Part part = std::move(parts.back());
-    parts.pop_back();
+ private:
+  void Dissect(Part whole) {
+    std::vector<Part> parts;
+    parts.push_back(std::move(whole));
+    while (!parts.empty()) {
+      Part part = std::move(parts.back());
+      parts.pop_back();
+      std::vector<Part> halves = Cut(std::move(part));
+      std::move(halves.begin(), halves.end(), std::back_inserter(parts));
+    }
+  }
+
+  // Gives the separator of a part its places, or all of a small one, and returns what is left.
+  std::vector<Part> Cut(Part part) {
     const auto place = [&](const std::vector<std::int32_t>& local) {
       std::size_t next = part.end - local.size();
       for (const std::int32_t v : local) {
-        order[next++] = part.vertices[static_cast<std::size_t>(v)];
+        m_order[next++] = part.vertices[static_cast<std::size_t>(v)];
       }
     };
+    std::vector<Part> halves;
     if (part.graph.Count() <= kSmallPart) {
       place(MinimumDegreeOrder(part.graph));
-      continue;
+      return halves;
     }
     const Separation cut = FindSeparator(part.graph);
     if (cut.weights[0] == 0 || cut.weights[1] == 0) {
       place(ByDegree(part.graph));
-      continue;
+      return halves;
     }
     std::vector<std::int32_t> members[3];  // of the parts and the separator
     for (std::int32_t v = 0; v < part.graph.Count(); ++v) {
@@ -62,16 +89,27 @@ std::vector<std::int32_t> NestedDissectionOrder(Graph graph) {
     }
     place(members[Separation::kSeparator]);
     std::size_t end = part.end - members[Separation::kSeparator].size();
-    numberIn.resize(part.graph.weights.size());
+    std::vector<std::int32_t> numberIn(part.graph.weights.size());
     for (const std::uint8_t side : {std::uint8_t{1}, std::uint8_t{0}}) {
       Graph half = Subgraph(part.graph, cut.part, side, numberIn);
       for (std::int32_t& v : members[side]) v = part.vertices[static_cast<std::size_t>(v)];
       const std::size_t size = members[side].size();
-      parts.push_back({std::move(half), std::move(members[side]), end});
+      halves.push_back({std::move(half), std::move(members[side]), end});
       end -= size;
     }
+    return halves;
   }
-  return order;
+
+  std::vector<std::int32_t> m_order;
+};
+
+}  // namespace
+
+std::vector<std::int32_t> NestedDissectionOrder(Graph graph) {
+  const std::size_t count = graph.weights.size();
+  std::vector<std::int32_t> all(count);
+  std::iota(all.begin(), all.end(), 0);
+  return Dissection(count).Run({std::move(graph), std::move(all), count});
 }
 
 }  // namespace brenu

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <span>
@@ -24,7 +25,13 @@ class PivotCheck {
     return kHolding;
   }
 
-  // In the order in which they were found.
+  // Takes over what another check of the same diagonal has found elsewhere.
+  void Join(const PivotCheck& other) {
+    m_weak.insert(m_weak.end(), other.m_weak.begin(), other.m_weak.end());
+    std::sort(m_weak.begin(), m_weak.end());
+  }
+
+  // Ascending.
   const std::vector<std::int32_t>& WeakPlaces() const { return m_weak; }
 
  private:

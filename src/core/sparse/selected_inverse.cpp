@@ -3,7 +3,10 @@
 #include <algorithm>
 #include <vector>
 
+#include "core/large_vector.h"
+#include "core/parallel.h"
 #include "core/sparse/dense_factor.h"
+#include "core/sparse/subtrees.h"
 
 namespace brenu {
 
@@ -14,81 +17,120 @@ constexpr std::ptrdiff_t kBlock = 64;  // columns of triangular products treated
 std::size_t At(std::ptrdiff_t i) { return static_cast<std::size_t>(i); }
 
 // From the last supernode to the first.  A supernode needs the inverse Z of the rows below it, a
-// full square.  Its parent cuts it out and leaves it on a stack.
+// full square, which its parent cuts out for it.
 class Inversion {
  public:
   Inversion(const SymbolicFactor& symbolic, std::span<double> elements)
-      : m_symbolic(symbolic), m_elements(elements) {
-    m_stack.reserve(MostStacked());
-  }
+      : m_symbolic(symbolic),
+        m_elements(elements),
+        m_squares(symbolic.Supernodes().size()),
+        m_workers(WorkerCount()) {}
 
   void Run() {
-    const auto supernodes = m_symbolic.Supernodes();
-    for (std::size_t s = supernodes.size(); s-- > 0;) {
-      Invert(supernodes[s]);
-      ServeChildren(supernodes[s], m_symbolic.Children(s));
-    }
+    const Subtrees subtrees(m_symbolic, m_workers.size());
+    for (std::size_t k = subtrees.above.size(); k-- > 0;) InvertAbove(subtrees.above[k]);
+    ForEach(subtrees.ranges.size(), [&](std::size_t i, std::size_t worker) {
+      Invert(subtrees.ranges[i], m_workers[worker]);
+    });
   }
 
  private:
+  struct Worker {
+    LargeVector<double> stack;     // squares for supernodes still to come, the next one on top
+    std::vector<double> inverseD;  // of the current supernode, like the rest
+    std::vector<double> x;         // X, by columns
+    std::vector<double> y;         // Y, by columns
+    std::vector<double> z;         // Z_RJ, by columns
+    std::vector<double> work;
+    DenseProduct product;
+  };
+
+  // A supernode above the subtrees.
+  void InvertAbove(std::int32_t k) {
+    const Supernode& s = SupernodeOf(k);
+    LargeVector<double>& square = m_squares[At(k)];
+    Invert(s, square.data(), m_workers[0]);
+    for (const std::int32_t c : m_symbolic.Children(At(k))) {
+      m_squares[At(c)].resize(SquareSize(SupernodeOf(c)));
+      CutOut(SupernodeOf(c), s, square.data(), m_squares[At(c)].data());
+    }
+    square = {};
+  }
+
+  // A subtree, with squares on a stack.
+  void Invert(const Subtrees::Range& range, Worker& worker) {
+    LargeVector<double>& stack = worker.stack;
+    LargeVector<double>& square = m_squares[At(range.end - 1)];
+    stack.clear();
+    stack.reserve(MostStacked(range));
+    stack.insert(stack.end(), square.begin(), square.end());
+    square = {};
+    for (std::int32_t k = range.end; k-- > range.first;) {
+      const Supernode& s = SupernodeOf(k);
+      Invert(s, stack.data() + (stack.size() - SquareSize(s)), worker);
+      ServeChildren(s, m_symbolic.Children(At(k)), stack);
+    }
+  }
+
   // With J the columns and R the rows below, X = L_JJ^-1 and Y = L_RJ X:
   //   Z_RJ = -Z_RR Y,  Z_JJ = X^T D^-1 X - Z_RJ^T Y.
-  void Invert(const Supernode& s) {
+  void Invert(const Supernode& s, const double* zBelow, Worker& worker) {
     const std::ptrdiff_t height = s.Height();
     const std::ptrdiff_t width = s.width;
     const std::ptrdiff_t rows = s.rowCount;
     double* const panel = m_elements.data() + s.firstElement;
-    const double* const zBelow = m_stack.data() + (m_stack.size() - SquareSize(s));
 
-    m_inverseD.resize(At(width));
-    for (std::ptrdiff_t j = 0; j < width; ++j) m_inverseD[At(j)] = 1.0 / panel[j * (height + 1)];
-    m_x.assign(At(width * width), 0.0);
-    m_work.resize(At(width * width));
-    InvertUnitLower({panel, 1, height}, width, m_x.data(), m_work.data(), m_product);
+    worker.inverseD.resize(At(width));
+    for (std::ptrdiff_t j = 0; j < width; ++j)
+      worker.inverseD[At(j)] = 1.0 / panel[j * (height + 1)];
+    worker.x.assign(At(width * width), 0.0);
+    worker.work.resize(At(width * width));
+    InvertUnitLower({panel, 1, height}, width, worker.x.data(), worker.work.data(), worker.product);
 
     // X is lower triangular: column j of Y needs the columns from j on.
-    m_y.assign(At(rows * width), 0.0);
+    worker.y.assign(At(rows * width), 0.0);
     for (std::ptrdiff_t j = 0; j < width; j += kBlock) {
       const MatrixView l = {panel + j * height + width, 1, height};
-      const MatrixView x = {m_x.data() + j * (width + 1), width, 1};
-      m_product.Add({l, x, nullptr, 1.0, rows, std::min(kBlock, width - j), width - j},
-                    m_y.data() + j * rows, rows, DenseProduct::Part::kWhole);
+      const MatrixView x = {worker.x.data() + j * (width + 1), width, 1};
+      worker.product.Add({l, x, nullptr, 1.0, rows, std::min(kBlock, width - j), width - j},
+                         worker.y.data() + j * rows, rows, DenseProduct::Part::kWhole);
     }
 
-    const MatrixView y = {m_y.data(), rows, 1};
+    const MatrixView y = {worker.y.data(), rows, 1};
     for (std::ptrdiff_t j = 0; j < width; ++j) std::fill_n(panel + j * height, height, 0.0);
-    m_product.Add({{zBelow, 1, rows}, y, nullptr, -1.0, rows, width, rows}, panel + width, height,
-                  DenseProduct::Part::kWhole);
+    worker.product.Add({{zBelow, 1, rows}, y, nullptr, -1.0, rows, width, rows}, panel + width,
+                       height, DenseProduct::Part::kWhole);
     // Z_RJ moves out of the panel: a product must not overlap its result.
-    m_z.resize(At(rows * width));
+    worker.z.resize(At(rows * width));
     for (std::ptrdiff_t j = 0; j < width; ++j) {
-      std::copy_n(panel + j * height + width, rows, m_z.data() + j * rows);
+      std::copy_n(panel + j * height + width, rows, worker.z.data() + j * rows);
     }
-    m_product.Add({{m_z.data(), rows, 1}, y, nullptr, -1.0, width, width, rows}, panel, height,
-                  DenseProduct::Part::kLower);
+    worker.product.Add({{worker.z.data(), rows, 1}, y, nullptr, -1.0, width, width, rows}, panel,
+                       height, DenseProduct::Part::kLower);
     // Row i of X^T begins with element i.
     for (std::ptrdiff_t i = 0; i < width; i += kBlock) {
-      const MatrixView xi = {m_x.data() + i * (width + 1), width, 1};
-      const MatrixView x = {m_x.data() + i, width, 1};
+      const MatrixView xi = {worker.x.data() + i * (width + 1), width, 1};
+      const MatrixView x = {worker.x.data() + i, width, 1};
       const std::ptrdiff_t end = std::min(i + kBlock, width);
-      m_product.Add({xi, x, m_inverseD.data() + i, 1.0, end - i, end, width - i}, panel + i, height,
-                    DenseProduct::Part::kWhole);
+      worker.product.Add({xi, x, worker.inverseD.data() + i, 1.0, end - i, end, width - i},
+                         panel + i, height, DenseProduct::Part::kWhole);
     }
   }
 
   // Puts the squares that the children need in the place of the supernode's own one.
-  void ServeChildren(const Supernode& s, std::span<const std::int32_t> children) {
-    const std::size_t ownAt = m_stack.size() - SquareSize(s);
-    std::size_t childAt = m_stack.size();
+  void ServeChildren(const Supernode& s, std::span<const std::int32_t> children,
+                     LargeVector<double>& stack) const {
+    const std::size_t ownAt = stack.size() - SquareSize(s);
+    std::size_t childAt = stack.size();
     std::size_t needed = 0;
     for (const std::int32_t c : children) needed += SquareSize(SupernodeOf(c));
-    m_stack.resize(childAt + needed);
+    stack.resize(childAt + needed);
     for (const std::int32_t c : children) {
-      CutOut(SupernodeOf(c), s, m_stack.data() + ownAt, m_stack.data() + childAt);
+      CutOut(SupernodeOf(c), s, stack.data() + ownAt, stack.data() + childAt);
       childAt += SquareSize(SupernodeOf(c));
     }
-    m_stack.erase(m_stack.begin() + static_cast<std::ptrdiff_t>(ownAt),
-                  m_stack.begin() + static_cast<std::ptrdiff_t>(ownAt + SquareSize(s)));
+    stack.erase(stack.begin() + static_cast<std::ptrdiff_t>(ownAt),
+                stack.begin() + static_cast<std::ptrdiff_t>(ownAt + SquareSize(s)));
   }
 
   void CutOut(const Supernode& child, const Supernode& parent, const double* zBelow,
@@ -96,28 +138,30 @@ class Inversion {
     const double* const panel = m_elements.data() + parent.firstElement;
     const auto places = m_symbolic.RowsInParent(child);
     const std::size_t size = places.size();
-    for (std::size_t j = 0; j < size; ++j) {
-      const std::ptrdiff_t place = places[j];
-      const bool inPanel = place < parent.width;
-      const double* const source = inPanel ? panel : zBelow;
-      // Where row 0 of the column would stand.
-      const std::ptrdiff_t column = inPanel
-                                        ? place * parent.Height()
-                                        : (place - parent.width) * parent.rowCount - parent.width;
-      for (std::size_t i = j; i < size; ++i) {
-        square[j * size + i] = square[i * size + j] = source[column + places[i]];
+    ForEachPart(size, kBlock, [&](std::size_t first, std::size_t end) {
+      for (std::size_t j = first; j < end; ++j) {
+        const std::ptrdiff_t place = places[j];
+        const bool inPanel = place < parent.width;
+        const double* const source = inPanel ? panel : zBelow;
+        // Where row 0 of the column would stand.
+        const std::ptrdiff_t column = inPanel
+                                          ? place * parent.Height()
+                                          : (place - parent.width) * parent.rowCount - parent.width;
+        for (std::size_t i = j; i < size; ++i) {
+          square[j * size + i] = square[i * size + j] = source[column + places[i]];
+        }
       }
-    }
+    });
   }
 
   // The largest size of the stack.
-  std::size_t MostStacked() const {
-    std::size_t most = 0;
-    std::size_t size = 0;
-    for (std::size_t s = m_symbolic.Supernodes().size(); s-- > 0;) {
-      for (const std::int32_t c : m_symbolic.Children(s)) size += SquareSize(SupernodeOf(c));
+  std::size_t MostStacked(const Subtrees::Range& range) const {
+    std::size_t size = SquareSize(SupernodeOf(range.end - 1));
+    std::size_t most = size;
+    for (std::int32_t s = range.end; s-- > range.first;) {
+      for (const std::int32_t c : m_symbolic.Children(At(s))) size += SquareSize(SupernodeOf(c));
       most = std::max(most, size);
-      size -= SquareSize(m_symbolic.Supernodes()[s]);
+      size -= SquareSize(SupernodeOf(s));
     }
     return most;
   }
@@ -127,13 +171,8 @@ class Inversion {
 
   const SymbolicFactor& m_symbolic;
   std::span<double> m_elements;
-  std::vector<double> m_stack;     // squares for supernodes still to come, the next one on top
-  std::vector<double> m_inverseD;  // of the current supernode, like the rest
-  std::vector<double> m_x;         // X, by columns
-  std::vector<double> m_y;         // Y, by columns
-  std::vector<double> m_z;         // Z_RJ, by columns
-  std::vector<double> m_work;
-  DenseProduct m_product;
+  std::vector<LargeVector<double>> m_squares;  // by supernode: of and above subtree roots
+  std::vector<Worker> m_workers;
 };
 
 }  // namespace

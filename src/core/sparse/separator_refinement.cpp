@@ -43,7 +43,7 @@ class Refinement {
     while (withoutGain < kMovesWithoutGain) {
       const Part side = ChooseSide();
       if (side == Separation::kSeparator) break;
-      const std::int32_t v = m_candidates[side].top().vertex;
+      const std::int32_t v = m_candidates[side].top().Vertex();
       m_candidates[side].pop();
       Move(v, side);
       ++withoutGain;
@@ -58,12 +58,16 @@ class Refinement {
   }
 
  private:
+  // By how much the separator becomes lighter, and which vertex, in the separator when the entry
+  // was made, moves: in one number, which orders them by gain.
   struct Candidate {
-    std::int64_t gain;    // by how much the separator becomes lighter
-    std::int32_t vertex;  // in the separator when the entry was made
-    bool operator<(const Candidate& o) const {
-      return gain != o.gain ? gain < o.gain : vertex < o.vertex;
-    }
+    Candidate(std::int64_t gain, std::int32_t vertex) : key(gain * kUnit + vertex) {}
+    std::int64_t Gain() const { return (key - Vertex()) / kUnit; }
+    std::int32_t Vertex() const { return static_cast<std::int32_t>(key & (kUnit - 1)); }
+    bool operator<(const Candidate& o) const { return key < o.key; }
+
+    static constexpr std::int64_t kUnit = std::int64_t{1} << 32;
+    std::int64_t key;
   };
   struct Change {
     std::int32_t vertex;
@@ -73,9 +77,9 @@ class Refinement {
   std::int64_t Gain(std::int32_t v, Part side) const {
     return m_graph.WeightOf(v) - m_reach[Opposite(side)][At(v)];
   }
-  void Offer(std::int32_t v) {
-    if (m_movedIn[At(v)] == m_pass) return;
-    for (const Part side : {Part{0}, Part{1}}) m_candidates[side].push({Gain(v, side), v});
+  // A separator vertex whose gain for that side has changed.
+  void Offer(std::int32_t v, Part side) {
+    if (m_movedIn[At(v)] != m_pass) m_candidates[side].emplace(Gain(v, side), v);
   }
   // Vertex v has come into the separator.
   void Enter(std::int32_t v) {
@@ -84,7 +88,8 @@ class Refinement {
       const Part part = m_cut.part[At(u)];
       if (part != Separation::kSeparator) m_reach[part][At(v)] += m_graph.WeightOf(u);
     }
-    Offer(v);
+    Offer(v, 0);
+    Offer(v, 1);
   }
 
   // Drops entries that are out of date; false when none is left.
@@ -92,8 +97,9 @@ class Refinement {
     auto& queue = m_candidates[side];
     while (!queue.empty()) {
       const Candidate& c = queue.top();
-      if (m_cut.part[At(c.vertex)] == Separation::kSeparator && m_movedIn[At(c.vertex)] != m_pass &&
-          c.gain == Gain(c.vertex, side)) {
+      const std::int32_t v = c.Vertex();
+      if (m_cut.part[At(v)] == Separation::kSeparator && m_movedIn[At(v)] != m_pass &&
+          c.Gain() == Gain(v, side)) {
         return true;
       }
       queue.pop();
@@ -108,10 +114,10 @@ class Refinement {
     const bool toLighter = HasCandidate(lighter);
     const bool toHeavier =
         HasCandidate(heavier) &&
-        m_cut.weights[heavier] + m_graph.WeightOf(m_candidates[heavier].top().vertex) <= limit;
+        m_cut.weights[heavier] + m_graph.WeightOf(m_candidates[heavier].top().Vertex()) <= limit;
     if (!toHeavier) return toLighter ? lighter : Separation::kSeparator;
     if (!toLighter) return heavier;
-    const bool better = m_candidates[heavier].top().gain > m_candidates[lighter].top().gain;
+    const bool better = m_candidates[heavier].top().Gain() > m_candidates[lighter].top().Gain();
     return better ? heavier : lighter;
   }
 
@@ -130,13 +136,13 @@ class Refinement {
     for (const std::int32_t u : m_graph.Neighbours(v)) {
       if (m_cut.part[At(u)] == Separation::kSeparator) {
         m_reach[side][At(u)] += m_graph.WeightOf(v);
-        Offer(u);
+        Offer(u, other);
       } else if (m_cut.part[At(u)] == other) {
         SetPart(u, Separation::kSeparator);
         for (const std::int32_t t : m_graph.Neighbours(u)) {
           if (m_cut.part[At(t)] != Separation::kSeparator) continue;
           m_reach[other][At(t)] -= m_graph.WeightOf(u);
-          Offer(t);
+          Offer(t, side);
         }
         Enter(u);
       }

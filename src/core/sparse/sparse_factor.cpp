@@ -1,9 +1,13 @@
 #include "core/sparse/sparse_factor.h"
 
 #include <algorithm>
+#include <atomic>
 #include <vector>
 
+#include "core/large_vector.h"
+#include "core/parallel.h"
 #include "core/sparse/dense_factor.h"
+#include "core/sparse/subtrees.h"
 
 namespace brenu {
 
@@ -12,78 +16,132 @@ namespace {
 std::size_t At(std::ptrdiff_t i) { return static_cast<std::size_t>(i); }
 
 // What the columns eliminated so far subtract from the rows below a supernode is a dense square,
-// its update.  It waits on a stack until the parent takes it up.
+// its update, which waits until the parent takes it up.
 class Factorisation {
  public:
-  Factorisation(const SymbolicFactor& symbolic, std::span<double> elements, PivotCheck* check)
-      : m_symbolic(symbolic), m_elements(elements), m_check(check) {
-    m_stack.reserve(MostStacked());
-  }
+  Factorisation(const SymbolicFactor& symbolic, const StoredEquations& matrix,
+                std::span<double> elements, PivotCheck* check)
+      : m_symbolic(symbolic),
+        m_matrix(matrix),
+        m_elements(elements),
+        m_check(check),
+        m_waiting(symbolic.Supernodes().size()) {}
 
   bool Run() {
-    const auto supernodes = m_symbolic.Supernodes();
-    for (std::size_t s = 0; s < supernodes.size(); ++s) {
-      if (!Eliminate(supernodes[s], m_symbolic.Children(s))) return false;
+    const Subtrees subtrees(m_symbolic, WorkerCount());
+    for (std::size_t i = 0; i < WorkerCount(); ++i) m_workers.emplace_back(m_symbolic, m_check);
+    std::atomic<bool> isRegular = true;
+    ForEach(subtrees.ranges.size(), [&](std::size_t i, std::size_t worker) {
+      if (isRegular && !Eliminate(subtrees.ranges[i], m_workers[worker])) isRegular = false;
+    });
+    for (const std::int32_t s : subtrees.above) {
+      if (!isRegular || !EliminateAbove(At(s))) return false;
     }
-    return true;
+    if (m_check != nullptr) {
+      for (const Worker& worker : m_workers) m_check->Join(worker.check);
+    }
+    return isRegular;
   }
 
  private:
-  bool Eliminate(const Supernode& s, std::span<const std::int32_t> children) {
+  struct Worker {
+    Worker(const SymbolicFactor& symbolic, const PivotCheck* original)
+        : rowOf(At(symbolic.UnknownCount())),
+          check(original == nullptr ? PivotCheck({}) : PivotCheck(*original)) {}
+
+    LargeVector<double> stack;  // updates that wait, those of the children of one parent together
+    std::vector<double> d;      // D of the current supernode
+    std::vector<std::int32_t> rowOf;
+    PivotCheck check;
+    DenseProduct product;
+  };
+
+  // A subtree.  Updates wait on a stack; that of the root is then kept for its parent.
+  bool Eliminate(const Subtrees::Range& range, Worker& worker) {
+    LargeVector<double>& stack = worker.stack;
+    stack.clear();
+    stack.reserve(MostStacked(range));
+    for (std::int32_t k = range.first; k < range.end; ++k) {
+      const Supernode& s = SupernodeOf(k);
+      const auto children = m_symbolic.Children(At(k));
+      std::size_t waiting = stack.size();
+      for (const std::int32_t c : children) waiting -= UpdateSize(SupernodeOf(c));
+
+      const std::size_t updateAt = stack.size();
+      stack.resize(updateAt + UpdateSize(s), 0.0);
+      double* const panel = m_elements.data() + s.firstElement;
+      double* const update = stack.data() + updateAt;
+      m_matrix.Fill(m_symbolic, At(k), panel, worker.rowOf);
+      const double* childUpdate = stack.data() + waiting;
+      for (const std::int32_t c : children) {
+        TakeUp(SupernodeOf(c), childUpdate, s, panel, update);
+        childUpdate += UpdateSize(SupernodeOf(c));
+      }
+      if (!Factor(s, update, worker)) return false;
+      std::copy_n(update, UpdateSize(s), stack.data() + waiting);
+      stack.resize(waiting + UpdateSize(s));
+    }
+    m_waiting[At(range.end - 1)] = stack;
+    return true;
+  }
+
+  // A supernode above the subtrees.
+  bool EliminateAbove(std::size_t k) {
+    const Supernode& s = m_symbolic.Supernodes()[k];
+    double* const panel = m_elements.data() + s.firstElement;
+    m_waiting[k].assign(UpdateSize(s), 0.0);
+    m_matrix.Fill(m_symbolic, k, panel, m_workers[0].rowOf);
+    for (const std::int32_t c : m_symbolic.Children(k)) {
+      TakeUp(SupernodeOf(c), m_waiting[At(c)].data(), s, panel, m_waiting[k].data());
+      m_waiting[At(c)] = {};
+    }
+    return Factor(s, m_waiting[k].data(), m_workers[0]);
+  }
+
+  bool Factor(const Supernode& s, double* update, Worker& worker) {
     const std::ptrdiff_t height = s.Height();
     const std::ptrdiff_t width = s.width;
     const std::ptrdiff_t rows = s.rowCount;
-    std::size_t waiting = m_stack.size();
-    for (const std::int32_t c : children) waiting -= UpdateSize(SupernodeOf(c));
-
-    const std::size_t updateAt = m_stack.size();
-    m_stack.resize(updateAt + UpdateSize(s));  // of zeros
     double* const panel = m_elements.data() + s.firstElement;
-    double* const update = m_stack.data() + updateAt;
-    const double* childUpdate = m_stack.data() + waiting;
-    for (const std::int32_t c : children) {
-      TakeUp(SupernodeOf(c), childUpdate, s, panel, update);
-      childUpdate += UpdateSize(SupernodeOf(c));
-    }
-
-    if (!FactorPanel(panel, height, height, width, m_product, m_check, s.first)) return false;
-    m_d.resize(At(width));
-    for (std::ptrdiff_t j = 0; j < width; ++j) m_d[At(j)] = panel[j * (height + 1)];
+    PivotCheck* const check = m_check == nullptr ? nullptr : &worker.check;
+    if (!FactorPanel(panel, height, height, width, worker.product, check, s.first)) return false;
+    worker.d.resize(At(width));
+    for (std::ptrdiff_t j = 0; j < width; ++j) worker.d[At(j)] = panel[j * (height + 1)];
     // U -= L D L^T
     const MatrixView below = {panel + width, 1, height};
-    m_product.Add({below, below, m_d.data(), -1.0, rows, rows, width}, update, rows,
-                  DenseProduct::Part::kLower);
-
-    std::copy_n(update, UpdateSize(s), m_stack.data() + waiting);
-    m_stack.resize(waiting + UpdateSize(s));
+    worker.product.Add({below, below, worker.d.data(), -1.0, rows, rows, width}, update, rows,
+                       DenseProduct::Part::kLower);
     return true;
   }
 
   // Adds the lower triangle of a child's update to the parent's columns and update.
   void TakeUp(const Supernode& child, const double* childUpdate, const Supernode& parent,
               double* panel, double* update) const {
+    constexpr std::size_t kColumns = 128;  // worth a thread
     const auto places = m_symbolic.RowsInParent(child);
-    for (std::size_t j = 0; j < places.size(); ++j) {
-      const std::ptrdiff_t place = places[j];
-      const bool inPanel = place < parent.width;
-      double* const target = inPanel ? panel : update;
-      // Where row 0 of the column would stand.
-      const std::ptrdiff_t column = inPanel
-                                        ? place * parent.Height()
-                                        : (place - parent.width) * parent.rowCount - parent.width;
-      const double* const from = childUpdate + j * places.size();
-      for (std::size_t i = j; i < places.size(); ++i) target[column + places[i]] += from[i];
-    }
+    ForEachPart(places.size(), kColumns, [&](std::size_t first, std::size_t end) {
+      for (std::size_t j = first; j < end; ++j) {
+        const std::ptrdiff_t place = places[j];
+        const bool inPanel = place < parent.width;
+        double* const target = inPanel ? panel : update;
+        // Where row 0 of the column would stand.
+        const std::ptrdiff_t column = inPanel
+                                          ? place * parent.Height()
+                                          : (place - parent.width) * parent.rowCount - parent.width;
+        const double* const from = childUpdate + j * places.size();
+        for (std::size_t i = j; i < places.size(); ++i) target[column + places[i]] += from[i];
+      }
+    });
   }
 
   // The largest size of the stack.
-  std::size_t MostStacked() const {
+  std::size_t MostStacked(const Subtrees::Range& range) const {
     std::size_t most = 0;
     std::size_t size = 0;
-    for (std::size_t s = 0; s < m_symbolic.Supernodes().size(); ++s) {
-      size += UpdateSize(m_symbolic.Supernodes()[s]);
+    for (std::int32_t s = range.first; s < range.end; ++s) {
+      size += UpdateSize(SupernodeOf(s));
       most = std::max(most, size);
-      for (const std::int32_t c : m_symbolic.Children(s)) size -= UpdateSize(SupernodeOf(c));
+      for (const std::int32_t c : m_symbolic.Children(At(s))) size -= UpdateSize(SupernodeOf(c));
     }
     return most;
   }
@@ -92,72 +150,18 @@ class Factorisation {
   static std::size_t UpdateSize(const Supernode& s) { return At(s.rowCount) * At(s.rowCount); }
 
   const SymbolicFactor& m_symbolic;
+  const StoredEquations& m_matrix;
   std::span<double> m_elements;
   PivotCheck* m_check;
-  std::vector<double> m_stack;  // updates that wait, those of the children of one parent together
-  std::vector<double> m_d;      // D of the current supernode
-  DenseProduct m_product;
+  std::vector<LargeVector<double>> m_waiting;  // by supernode: updates of and above subtree roots
+  std::vector<Worker> m_workers;
 };
 
 }  // namespace
 
-bool FactorSparse(const SymbolicFactor& symbolic, std::span<double> elements, PivotCheck* check) {
-  return Factorisation(symbolic, elements, check).Run();
-}
-
-namespace {
-
-// L y = b of one supernode: its own part of y, then what that takes from the rows below.
-void SolveForward(const SymbolicFactor& symbolic, const Supernode& s, const double* panel,
-                  double* x, std::vector<double>& below) {
-  below.assign(At(s.rowCount), 0.0);
-  double* const own = x + s.first;
-  for (std::ptrdiff_t j = 0; j < s.width; ++j, panel += s.Height()) {
-    for (std::ptrdiff_t i = j + 1; i < s.width; ++i) own[i] -= panel[i] * own[j];
-    const double* const lower = panel + s.width;
-    for (std::ptrdiff_t i = 0; i < s.rowCount; ++i) below[At(i)] += lower[i] * own[j];
-  }
-  const auto rows = symbolic.Rows(s);
-  for (std::size_t i = 0; i < rows.size(); ++i) x[rows[i]] -= below[i];
-}
-
-// L^T x = D^-1 y of one supernode, with the rows below known.
-void SolveBackward(const SymbolicFactor& symbolic, const Supernode& s, const double* panel,
-                   double* x, std::vector<double>& below) {
-  const auto rows = symbolic.Rows(s);
-  below.resize(rows.size());
-  for (std::size_t i = 0; i < rows.size(); ++i) below[i] = x[rows[i]];
-  double* const own = x + s.first;
-  for (std::ptrdiff_t j = s.width; j-- > 0;) {
-    const double* const column = panel + j * s.Height();
-    double sum = own[j] / column[j];
-    for (std::ptrdiff_t i = j + 1; i < s.width; ++i) sum -= column[i] * own[i];
-    const double* const lower = column + s.width;
-    for (std::ptrdiff_t i = 0; i < s.rowCount; ++i) sum -= lower[i] * below[At(i)];
-    own[j] = sum;
-  }
-}
-
-}  // namespace
-
-void SolveSparse(const SymbolicFactor& symbolic, std::span<const double> factor,
-                 std::span<double> x) {
-  const auto supernodes = symbolic.Supernodes();
-  std::vector<double> below;
-  for (const Supernode& s : supernodes) {
-    SolveForward(symbolic, s, factor.data() + s.firstElement, x.data(), below);
-  }
-  SolveBackward(symbolic, factor, x);
-}
-
-void SolveBackward(const SymbolicFactor& symbolic, std::span<const double> factor,
-                   std::span<double> x) {
-  const auto supernodes = symbolic.Supernodes();
-  std::vector<double> below;
-  for (std::size_t k = supernodes.size(); k-- > 0;) {
-    const Supernode& s = supernodes[k];
-    SolveBackward(symbolic, s, factor.data() + s.firstElement, x.data(), below);
-  }
+bool FactorSparse(const SymbolicFactor& symbolic, const StoredEquations& matrix,
+                  std::span<double> elements, PivotCheck* check) {
+  return Factorisation(symbolic, matrix, elements, check).Run();
 }
 
 }  // namespace brenu

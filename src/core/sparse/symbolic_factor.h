@@ -40,10 +40,12 @@ class SymbolicFactor {
   }
 
   std::span<const Supernode> Supernodes() const { return m_supernodes; }
-  // The supernode that holds the column of a place.
+  // The supernode that holds the column of a place, and its number.
   const Supernode& SupernodeAt(std::int32_t place) const {
-    const auto s = m_supernodeAt[static_cast<std::size_t>(place)];
-    return m_supernodes[static_cast<std::size_t>(s)];
+    return m_supernodes[SupernodeNumberAt(place)];
+  }
+  std::size_t SupernodeNumberAt(std::int32_t place) const {
+    return static_cast<std::size_t>(m_supernodeAt[static_cast<std::size_t>(place)]);
   }
   // The places of the rows below a supernode, ascending.
   std::span<const std::int32_t> Rows(const Supernode& s) const { return RowPart(m_rows, s); }

@@ -1,0 +1,106 @@
+#include "core/parallel.h"
+
+#include <gtest/gtest.h>
+
+#include <atomic>
+#include <cstring>
+#include <stdexcept>
+#include <string>
+
+#include "bench/grid_network.h"
+#include "level/level_adjustment.h"
+#include "level/level_closures.h"
+#include "plane/plane_adjustment.h"
+#include "support/fill_net.h"
+
+namespace brenu::testing {
+namespace {
+
+class Parallel : public ::testing::Test {
+ protected:
+  ~Parallel() override { SetThreadCount(0); }
+};
+
+template <typename Record>
+void Append(std::string& bytes, const Record& record) {
+  bytes.append(reinterpret_cast<const char*>(&record), sizeof record);
+}
+
+// Everything a plane network answers, as bytes.
+std::string Answers(const GeneratedNetwork& network, const PlaneAdjustment& net) {
+  std::string bytes;
+  Append(bytes, net.Sigma0());
+  for (const PointData& p : network.points) Append(bytes, net.ResultOfPoint(p.name).value());
+  const auto name = [&](std::int32_t i) {
+    return network.points[static_cast<std::size_t>(i)].name;
+  };
+  for (const auto& line : network.lines) {
+    const char* const from = name(line.station);
+    const char* const to = name(line.target);
+    const auto direction = net.ResultOfDirection(from, to).value();
+    Append(bytes, direction.residual);
+    Append(bytes, direction.removed);
+    if (const auto distance = net.ResultOfDistance(from, to)) Append(bytes, distance->residual);
+    if (const auto precision = net.PrecisionOfLine(from, to)) {
+      Append(bytes, precision->azimuthError);
+      Append(bytes, precision->lengthError);
+    }
+  }
+  return bytes;
+}
+
+TEST_F(Parallel, ResultsDoNotDependOnTheNumberOfThreads) {
+  GeneratedNetwork plane = GridNetwork(50, 50, PointOrder::kShuffled).Plane();
+  for (std::size_t k = 700; k < plane.lines.size(); k += 2000) {
+    plane.lines[k].obs.direction += 0.00007;
+  }
+  const GeneratedNetwork levelling = GridNetwork(40, 40, PointOrder::kShuffled).Levelling();
+  std::vector<std::string> expected;
+  for (const std::size_t threads : {1U, 2U, 3U, 8U}) {
+    SetThreadCount(threads);
+    std::vector<std::string> actual;
+    PlaneAdjustment classic(MakeNet<PlaneNet>(plane));
+    ASSERT_TRUE(classic.DataSnooping(1e-7).ok);
+    actual.push_back(Answers(plane, classic));
+    PlaneAdjustment textbook(MakeNet<PlaneNet>(plane), RuleSet::kTextbook);
+    ASSERT_TRUE(textbook.SnoopAsTextbook(1e-7).ok);
+    EXPECT_EQ(textbook.AllTakenOut().size(), 7U);
+    actual.push_back(Answers(plane, textbook));
+
+    const auto net = MakeNet<LevelNet>(levelling);
+    LevelAdjustment level(net);
+    ASSERT_TRUE(level.LevelAdjust().ok);
+    std::string& bytes = actual.emplace_back();
+    for (const PointData& p : levelling.points) {
+      const VerticalResult result = level.ResultOfPoint(p.name).value();
+      Append(bytes, result.height);
+      Append(bytes, result.sigma);
+    }
+    if (expected.empty()) expected = actual;
+    EXPECT_TRUE(actual == expected) << threads << " threads";
+  }
+}
+
+TEST_F(Parallel, ExceptionsComeOutAndInnerCallsDoTheirWorkThemselves) {
+  SetThreadCount(4);
+  const ThreadTeam team;
+  std::atomic<int> done = 0;
+  ForEach(40, [&](std::size_t, std::size_t worker) {
+    EXPECT_LT(worker, 4U);
+    const ThreadTeam inner;
+    EXPECT_EQ(WorkerCount(), 1U);
+    ForEach(10, [&](std::size_t, std::size_t) { ++done; });
+  });
+  EXPECT_EQ(done, 400);
+  EXPECT_THROW(ForEach(40,
+                       [](std::size_t item, std::size_t) {
+                         if (item == 7) throw std::runtime_error("seven");
+                       }),
+               std::runtime_error);
+  ForEachPart(1000, 16,
+              [&](std::size_t begin, std::size_t end) { done += static_cast<int>(end - begin); });
+  EXPECT_EQ(done, 1400);
+}
+
+}  // namespace
+}  // namespace brenu::testing
