@@ -6,6 +6,7 @@
 
 #include "report/markup.h"
 #include "report/sketch_scale.h"
+#include "report/sketch_words.h"
 #include "report/svg_marks.h"
 
 namespace brenu {
@@ -133,8 +134,9 @@ class Flow {
 void AddScales(Flow& flow, const Sketch& sketch, const SketchScene& scene, bool hasEllipse,
                std::string& out) {
   if (scene.layout.isSchematic) {
-    const PagePoint at = flow.Next(TextWidth(sketch.texts.schematic) * scene.fontSize);
-    AppendText(out, {at.x, at.y + 4.0}, sketch.texts.schematic);
+    const PagePoint at =
+        flow.Next(TextWidth(sketch_words::kSchematic.In(sketch.language)) * scene.fontSize);
+    AppendText(out, {at.x, at.y + 4.0}, sketch_words::kSchematic.In(sketch.language));
     return;
   }
   const double metres = RoundDown125(0.25 * scene.width / scene.scale);
@@ -142,8 +144,10 @@ void AddScales(Flow& flow, const Sketch& sketch, const SketchScene& scene, bool 
   if (!hasEllipse) return;
   const double enlarged = scene.scale * scene.exaggeration;
   const double size = RoundDown125(80.0 / enlarged);
+  const Words& ellipse =
+      sketch.hasEllipses95 ? sketch_words::kEllipse95 : sketch_words::kStandardEllipse;
   const std::string text =
-      std::string(sketch.texts.ellipse) + " × " + RoundNumber(scene.exaggeration);
+      std::string(ellipse.In(sketch.language)) + " × " + RoundNumber(scene.exaggeration);
   flow.AddBar(size * enlarged, RoundLength(size), text, scene.fontSize);
 }
 
@@ -158,13 +162,12 @@ void AppendSvgHeader(std::string& out, const Sketch& sketch, const SketchScene& 
   out += R"(<path class="north" fill="#1f2933" d="M)";
   AppendPoint(out, {x, 20.0});
   out += "l5 24l-5 -6l-5 6Z\"/>\n";
-  AppendText(out, {x, 16.0}, sketch.texts.north, " text-anchor=\"middle\"");
+  AppendText(out, {x, 16.0}, sketch_words::kNorth.In(sketch.language), " text-anchor=\"middle\"");
 }
 
 double AppendSvgFooter(std::string& out, const Sketch& sketch, const SketchScene& scene,
                        double top) {
   const Contents contents(sketch, scene);
-  const SketchTexts& texts = sketch.texts;
   const double fontSize = scene.fontSize;
   out += "<g class=\"scales\">\n";
   Flow scales(out, scene.width, top + 10.0);
@@ -173,21 +176,25 @@ double AppendSvgFooter(std::string& out, const Sketch& sketch, const SketchScene
 
   Flow flow(out, scene.width, scales.Bottom() + kRow + 4.0);
   using enum SketchPoint::Kind;
-  const std::string_view names[] = {texts.control, texts.benchMark, texts.newPoint};
+  const std::string_view names[] = {sketch_words::kControl.In(sketch.language),
+                                    sketch_words::kBenchMark.In(sketch.language),
+                                    sketch_words::kNewPoint.In(sketch.language)};
   for (const SketchPoint::Kind kind : {kControl, kBenchMark, kNew}) {
     const auto k = static_cast<std::size_t>(kind);
     if (contents.kinds[k]) flow.AddPoint({kind, true, false}, names[k], fontSize);
   }
-  if (contents.hasUnplaced) flow.AddPoint({kNew, false, false}, texts.noCoordinates, fontSize);
+  if (contents.hasUnplaced)
+    flow.AddPoint({kNew, false, false}, sketch_words::kNoCoordinates.In(sketch.language), fontSize);
 
   const SketchSight twoWays{true, true};
   const struct {
     std::string_view text;
     SketchLine line;
-  } samples[] = {{texts.both, {0, 1, twoWays, twoWays, {}, false, false}},
-                 {texts.direction, {0, 1, {}, twoWays, {}, false, false}},
-                 {texts.distance, {0, 1, twoWays, {}, {}, false, false}},
-                 {texts.levelled, {0, 1, {}, {}, twoWays, false, false}}};
+  } samples[] = {
+      {sketch_words::kBoth.In(sketch.language), {0, 1, twoWays, twoWays, {}, false, false}},
+      {sketch_words::kDirection.In(sketch.language), {0, 1, {}, twoWays, {}, false, false}},
+      {sketch_words::kDistance.In(sketch.language), {0, 1, twoWays, {}, {}, false, false}},
+      {sketch_words::kLevelled.In(sketch.language), {0, 1, {}, {}, twoWays, false, false}}};
   LineKind shown = LineKind::kDirection;
   for (const auto& [text, line] : samples) {
     const LineKind kind = KindOf(line);
@@ -197,9 +204,14 @@ double AppendSvgFooter(std::string& out, const Sketch& sketch, const SketchScene
   }
   const SketchLine oneWay{0, 1, {}, {true, false}, {}, false, false};
   const SketchLine plain{0, 1, {}, twoWays, {}, false, false};
-  if (contents.hasArrow) flow.AddLine(oneWay, {shown, false, false}, texts.oneWay, fontSize);
-  if (contents.hasNotChecked) flow.AddLine(plain, {shown, false, true}, texts.notChecked, fontSize);
-  if (contents.hasFlagged) flow.AddLine(plain, {shown, true, false}, texts.flagged, fontSize);
+  if (contents.hasArrow)
+    flow.AddLine(oneWay, {shown, false, false}, sketch_words::kOneWay.In(sketch.language),
+                 fontSize);
+  if (contents.hasNotChecked)
+    flow.AddLine(plain, {shown, false, true}, sketch_words::kNotChecked.In(sketch.language),
+                 fontSize);
+  if (contents.hasFlagged)
+    flow.AddLine(plain, {shown, true, false}, sketch_words::kFlagged.In(sketch.language), fontSize);
   out += "</g>\n";
   return flow.Bottom() + kRow - 5.0;
 }
