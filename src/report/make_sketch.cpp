@@ -18,7 +18,7 @@ bool IsLevelled(ObsKind kind) { return kind == ObsKind::kHeightDifference; }
 }  // namespace
 
 ReportSketch::ReportSketch(const Report& report, Language language) {
-  m_sketch.title = report.file;
+  m_sketch.title = report.file.substr(report.file.find_last_of("/\\") + 1);
   m_sketch.language = language;
   AddPoints(report);
   for (const NetworkReport* network :

@@ -140,6 +140,7 @@ class Flow {
 
 void AddScales(Flow& flow, const Sketch& sketch, const SketchScene& scene, bool hasEllipse,
                std::string& out) {
+  if (sketch.points.empty()) return;
   if (scene.layout.isSchematic) {
     const PagePoint at =
         flow.Next(TextWidth(sketch_words::kSchematic.In(sketch.language)) * scene.fontSize);
@@ -164,7 +165,7 @@ void AppendSvgHeader(std::string& out, const Sketch& sketch, const SketchScene& 
   const double room = scene.width - 2.0 * kMargin - 50.0;
   AppendText(out, {kMargin, 28.0}, Shortened(sketch.title, room / (1.1 * kTitleSize)),
              R"( class="title" font-size="15" font-weight="bold")");
-  if (scene.layout.isSchematic) return;
+  if (scene.layout.isSchematic || sketch.points.empty()) return;
   const double x = scene.width - 26.0;
   out += R"(<path class="north" fill="#1f2933" d="M)";
   AppendPoint(out, {x, 20.0});
