@@ -8,6 +8,7 @@
 #include "report/sketch_lines.h"
 #include "report/sketch_scale.h"
 #include "report/sketch_scene.h"
+#include "report/sketch_words.h"
 
 namespace brenu {
 
@@ -117,7 +118,8 @@ class Drawing {
     if (!m_scene.ShowsEllipse(point)) return;
     const double e = point.ellipse->e * m_scene.exaggeration;
     const double f = point.ellipse->f * m_scene.exaggeration;
-    const double c = std::cos(point.ellipse->t), s = std::sin(point.ellipse->t);
+    const double t = point.ellipse->t * std::numbers::pi / 180.0;
+    const double c = std::cos(t), s = std::sin(t);
     std::vector<SketchPlace> corners;
     for (int k = 0; k < kEllipseCorners; ++k) {
       const double angle = 2.0 * std::numbers::pi * k / kEllipseCorners;
@@ -151,9 +153,12 @@ class Drawing {
   // Title and scale of the ellipses, below the drawing.
   void WriteNotes() {
     std::vector<std::string> notes{m_sketch.title};
-    if (m_scene.layout.isSchematic) notes.emplace_back(m_sketch.texts.schematic);
+    if (m_scene.layout.isSchematic)
+      notes.emplace_back(sketch_words::kSchematic.In(m_sketch.language));
     if (m_scene.exaggeration > 0.0) {
-      notes.push_back(std::string(m_sketch.texts.ellipse) + " x " +
+      const Words& ellipse =
+          m_sketch.hasEllipses95 ? sketch_words::kEllipse95 : sketch_words::kStandardEllipse;
+      notes.push_back(std::string(ellipse.In(m_sketch.language)) + " x " +
                       RoundNumber(m_scene.exaggeration));
     }
     double x = m_extent.xMin - 4.0 * TextHeight();

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <numbers>
 #include <tuple>
 
 namespace brenu {
@@ -19,8 +18,8 @@ bool IsLevelled(ObsKind kind) { return kind == ObsKind::kHeightDifference; }
 }  // namespace
 
 ReportSketch::ReportSketch(const Report& report, Language language) {
-  m_sketch.title = report.file;
-  m_sketch.texts = language == Language::kChinese ? ChineseSketchTexts() : EnglishSketchTexts();
+  m_sketch.title = report.file.substr(report.file.find_last_of("/\\") + 1);
+  m_sketch.language = language;
   AddPoints(report);
   for (const NetworkReport* network :
        {report.plane ? &*report.plane : static_cast<const NetworkReport*>(nullptr),
@@ -48,7 +47,7 @@ void ReportSketch::AddPoints(const Report& report) {
       if (row.control) point.kind = SketchPoint::Kind::kControl;
       const EllipseRow& ellipse = row.ellipse;
       if (row.control || !(std::isfinite(ellipse.e) && ellipse.e > 0.0)) continue;
-      point.ellipse = SketchEllipse{ellipse.e, ellipse.f, ellipse.t * std::numbers::pi / 180.0};
+      point.ellipse = SketchEllipse{ellipse.e, ellipse.f, ellipse.t};
     }
   }
   if (!report.heights) return;

@@ -1,17 +1,18 @@
-// A network as it is drawn: points, the lines between them and the words of the picture.
+// A network as it is drawn: points and the lines between them.
 #pragma once
 
 #include <cstdint>
 #include <optional>
 #include <string>
-#include <string_view>
 #include <vector>
+
+#include "review/language.h"
 
 namespace brenu {
 
 struct SketchEllipse {
   double e, f;  // semi-axes, metres, e the larger one
-  double t;     // azimuth of e, clockwise from north, radians
+  double t;     // azimuth of e, clockwise from north, decimal degrees
 };
 
 struct SketchPoint {
@@ -43,22 +44,12 @@ struct SketchLine {
   bool isNotChecked = false;
 };
 
-// The words of the picture, UTF-8.
-struct SketchTexts {
-  std::string_view control, benchMark, newPoint, noCoordinates;
-  std::string_view both, distance, direction, levelled, oneWay, flagged, notChecked;
-  std::string_view ellipse;
-  std::string_view schematic;  // said where no point has coordinates
-  std::string_view north;
-};
-SketchTexts EnglishSketchTexts();
-SketchTexts ChineseSketchTexts();
-
 struct Sketch {
   std::string title;
   std::vector<SketchPoint> points;
   std::vector<SketchLine> lines;  // one for each pair; ends that are no points are left out
-  SketchTexts texts = EnglishSketchTexts();
+  bool hasEllipses95 = false;     // the ellipses hold the point with 95 %, else standard ellipses
+  Language language = Language::kEnglish;
 };
 
 }  // namespace brenu

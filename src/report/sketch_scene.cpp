@@ -123,7 +123,7 @@ SketchScene MakeScene(const Sketch& sketch, double width) {
   for (const SketchPoint& point : sketch.points) {
     longest = std::max(longest, std::min(8.0, TextWidth(point.name)));
   }
-  const double side = longest * scene.fontSize + 12.0, edge = 26.0;
+  const double side = longest * scene.fontSize + 12.0, edge = 36.0;
   const SketchExtent extent = count > 0 ? ExtentOf(scene.layout.places) : SketchExtent{0, 0, 0, 0};
   const double inner = std::max(scene.width - 2.0 * side, 0.4 * scene.width);
   const double tallest = kTallest * scene.width - 2.0 * edge;

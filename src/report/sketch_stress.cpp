@@ -197,7 +197,8 @@ class StressModel {
   std::vector<SketchPlace> m_places;
 };
 
-// Turns the longest direction of the places to the east and moves their corner to the origin.
+// Turns the longest direction of the places to the east, the first place to the left, and moves
+// their corner to the origin.
 void LayEast(std::vector<SketchPlace>& places) {
   double xMean = 0.0, yMean = 0.0;
   const auto count = static_cast<double>(places.size());
@@ -212,7 +213,9 @@ void LayEast(std::vector<SketchPlace>& places) {
     yy += (p.y - yMean) * (p.y - yMean);
   }
   const double angle = 0.5 * std::atan2(2.0 * xy, yy - xx);
-  const double c = std::cos(angle), s = std::sin(angle);
+  const SketchPlace first{places[0].x - xMean, places[0].y - yMean};
+  const double side = std::sin(angle) * first.x + std::cos(angle) * first.y > 0.0 ? -1.0 : 1.0;
+  const double c = side * std::cos(angle), s = side * std::sin(angle);
   for (SketchPlace& p : places) p = {c * p.x - s * p.y, s * p.x + c * p.y};
   const SketchExtent extent = ExtentOf(places);
   for (SketchPlace& p : places) p = {p.x - extent.xMin, p.y - extent.yMin};

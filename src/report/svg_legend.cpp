@@ -6,6 +6,7 @@
 
 #include "report/markup.h"
 #include "report/sketch_scale.h"
+#include "report/sketch_words.h"
 #include "report/svg_marks.h"
 
 namespace brenu {
@@ -71,7 +72,12 @@ struct Contents {
 // Entries side by side, in as many rows as they need.
 class Flow {
  public:
-  Flow(std::string& out, double width, double top) : m_out(out), m_width(width), m_y(top) {}
+  Flow(std::string& out, const Sketch& sketch, const SketchScene& scene, double top)
+      : m_out(out),
+        m_language(sketch.language),
+        m_width(scene.width),
+        m_fontSize(scene.fontSize),
+        m_y(top) {}
 
   // The middle of the left end of an entry of that width.
   PagePoint Next(double width) {
@@ -85,8 +91,9 @@ class Flow {
   }
   double Bottom() const { return m_y; }
 
-  void AddPoint(const PointLook& look, std::string_view text, double fontSize) {
-    const PagePoint at = Next(20.0 + TextWidth(text) * fontSize);
+  void AddPoint(const PointLook& look, const Words& words) {
+    const std::string_view text = words.In(m_language);
+    const PagePoint at = Next(20.0 + TextWidth(text) * m_fontSize);
     AppendPointGroup(m_out, look, kLegendLine);
     std::string_view tag;
     AppendSymbol(m_out, look.kind, {at.x + 7.0, at.y}, kLegendRadius, tag);
@@ -94,9 +101,9 @@ class Flow {
     AppendText(m_out, {at.x + 20.0, at.y + 4.0}, text);
   }
 
-  void AddLine(const SketchLine& line, const LineLook& look, std::string_view text,
-               double fontSize) {
-    const PagePoint at = Next(kMark + 8.0 + TextWidth(text) * fontSize);
+  void AddLine(const SketchLine& line, const LineLook& look, const Words& words) {
+    const std::string_view text = words.In(m_language);
+    const PagePoint at = Next(kMark + 8.0 + TextWidth(text) * m_fontSize);
     AppendLineGroup(m_out, look, kLegendLine);
     m_out += "<path d=\"";
     AppendLinePath(m_out, line, at, {at.x + kMark, at.y});
@@ -105,9 +112,9 @@ class Flow {
   }
 
   // A bar with its length above its end, and words after it.
-  void AddBar(double length, std::string_view name, std::string_view text, double fontSize) {
-    const double words = TextWidth(text) * fontSize;
-    const double nameWidth = TextWidth(name) * fontSize;
+  void AddBar(double length, std::string_view name, std::string_view text) {
+    const double words = TextWidth(text) * m_fontSize;
+    const double nameWidth = TextWidth(name) * m_fontSize;
     const PagePoint at = Next(length + 7.0 + nameWidth + (words > 0.0 ? words + 8.0 : 0.0));
     double x = at.x;
     if (words > 0.0) {
@@ -126,25 +133,30 @@ class Flow {
 
  private:
   std::string& m_out;
-  double m_width;
+  Language m_language;
+  double m_width, m_fontSize;
   double m_x = kMargin, m_y;
 };
 
 void AddScales(Flow& flow, const Sketch& sketch, const SketchScene& scene, bool hasEllipse,
                std::string& out) {
+  if (sketch.points.empty()) return;
   if (scene.layout.isSchematic) {
-    const PagePoint at = flow.Next(TextWidth(sketch.texts.schematic) * scene.fontSize);
-    AppendText(out, {at.x, at.y + 4.0}, sketch.texts.schematic);
+    const PagePoint at =
+        flow.Next(TextWidth(sketch_words::kSchematic.In(sketch.language)) * scene.fontSize);
+    AppendText(out, {at.x, at.y + 4.0}, sketch_words::kSchematic.In(sketch.language));
     return;
   }
   const double metres = RoundDown125(0.25 * scene.width / scene.scale);
-  flow.AddBar(metres * scene.scale, RoundLength(metres), "", scene.fontSize);
+  flow.AddBar(metres * scene.scale, RoundLength(metres), "");
   if (!hasEllipse) return;
   const double enlarged = scene.scale * scene.exaggeration;
   const double size = RoundDown125(80.0 / enlarged);
+  const Words& ellipse =
+      sketch.hasEllipses95 ? sketch_words::kEllipse95 : sketch_words::kStandardEllipse;
   const std::string text =
-      std::string(sketch.texts.ellipse) + " × " + RoundNumber(scene.exaggeration);
-  flow.AddBar(size * enlarged, RoundLength(size), text, scene.fontSize);
+      std::string(ellipse.In(sketch.language)) + " × " + RoundNumber(scene.exaggeration);
+  flow.AddBar(size * enlarged, RoundLength(size), text);
 }
 
 }  // namespace
@@ -153,53 +165,51 @@ void AppendSvgHeader(std::string& out, const Sketch& sketch, const SketchScene& 
   const double room = scene.width - 2.0 * kMargin - 50.0;
   AppendText(out, {kMargin, 28.0}, Shortened(sketch.title, room / (1.1 * kTitleSize)),
              R"( class="title" font-size="15" font-weight="bold")");
-  if (scene.layout.isSchematic) return;
+  if (scene.layout.isSchematic || sketch.points.empty()) return;
   const double x = scene.width - 26.0;
   out += R"(<path class="north" fill="#1f2933" d="M)";
   AppendPoint(out, {x, 20.0});
   out += "l5 24l-5 -6l-5 6Z\"/>\n";
-  AppendText(out, {x, 16.0}, sketch.texts.north, " text-anchor=\"middle\"");
+  AppendText(out, {x, 16.0}, sketch_words::kNorth.In(sketch.language), " text-anchor=\"middle\"");
 }
 
 double AppendSvgFooter(std::string& out, const Sketch& sketch, const SketchScene& scene,
                        double top) {
   const Contents contents(sketch, scene);
-  const SketchTexts& texts = sketch.texts;
-  const double fontSize = scene.fontSize;
   out += "<g class=\"scales\">\n";
-  Flow scales(out, scene.width, top + 10.0);
+  Flow scales(out, sketch, scene, top + 10.0);
   AddScales(scales, sketch, scene, contents.hasEllipse, out);
   out += "</g>\n<g class=\"legend\">\n";
 
-  Flow flow(out, scene.width, scales.Bottom() + kRow + 4.0);
+  Flow flow(out, sketch, scene, scales.Bottom() + kRow + 4.0);
   using enum SketchPoint::Kind;
-  const std::string_view names[] = {texts.control, texts.benchMark, texts.newPoint};
+  const Words names[] = {sketch_words::kControl, sketch_words::kBenchMark, sketch_words::kNewPoint};
   for (const SketchPoint::Kind kind : {kControl, kBenchMark, kNew}) {
     const auto k = static_cast<std::size_t>(kind);
-    if (contents.kinds[k]) flow.AddPoint({kind, true, false}, names[k], fontSize);
+    if (contents.kinds[k]) flow.AddPoint({kind, true, false}, names[k]);
   }
-  if (contents.hasUnplaced) flow.AddPoint({kNew, false, false}, texts.noCoordinates, fontSize);
+  if (contents.hasUnplaced) flow.AddPoint({kNew, false, false}, sketch_words::kNoCoordinates);
 
   const SketchSight twoWays{true, true};
   const struct {
-    std::string_view text;
+    Words words;
     SketchLine line;
-  } samples[] = {{texts.both, {0, 1, twoWays, twoWays, {}, false, false}},
-                 {texts.direction, {0, 1, {}, twoWays, {}, false, false}},
-                 {texts.distance, {0, 1, twoWays, {}, {}, false, false}},
-                 {texts.levelled, {0, 1, {}, {}, twoWays, false, false}}};
+  } samples[] = {{sketch_words::kBoth, {0, 1, twoWays, twoWays, {}, false, false}},
+                 {sketch_words::kDirection, {0, 1, {}, twoWays, {}, false, false}},
+                 {sketch_words::kDistance, {0, 1, twoWays, {}, {}, false, false}},
+                 {sketch_words::kLevelled, {0, 1, {}, {}, twoWays, false, false}}};
   LineKind shown = LineKind::kDirection;
-  for (const auto& [text, line] : samples) {
+  for (const auto& [words, line] : samples) {
     const LineKind kind = KindOf(line);
     if (!contents.lines[static_cast<std::size_t>(kind)]) continue;
-    flow.AddLine(line, {kind, false, false}, text, fontSize);
+    flow.AddLine(line, {kind, false, false}, words);
     shown = kind;
   }
   const SketchLine oneWay{0, 1, {}, {true, false}, {}, false, false};
   const SketchLine plain{0, 1, {}, twoWays, {}, false, false};
-  if (contents.hasArrow) flow.AddLine(oneWay, {shown, false, false}, texts.oneWay, fontSize);
-  if (contents.hasNotChecked) flow.AddLine(plain, {shown, false, true}, texts.notChecked, fontSize);
-  if (contents.hasFlagged) flow.AddLine(plain, {shown, true, false}, texts.flagged, fontSize);
+  if (contents.hasArrow) flow.AddLine(oneWay, {shown, false, false}, sketch_words::kOneWay);
+  if (contents.hasNotChecked) flow.AddLine(plain, {shown, false, true}, sketch_words::kNotChecked);
+  if (contents.hasFlagged) flow.AddLine(plain, {shown, true, false}, sketch_words::kFlagged);
   out += "</g>\n";
   return flow.Bottom() + kRow - 5.0;
 }

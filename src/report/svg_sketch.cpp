@@ -1,7 +1,6 @@
 #include "report/svg_sketch.h"
 
 #include <cmath>
-#include <numbers>
 
 #include "core/text_number.h"
 #include "report/markup.h"
@@ -94,7 +93,7 @@ class Picture {
       m_out += " transform=\"translate(";
       AppendPoint(m_out, m_scene.points[i]);
       m_out += ")rotate(";
-      AppendUnits(m_out, std::remainder(point.ellipse->t * 180.0 / std::numbers::pi, 180.0));
+      AppendUnits(m_out, std::remainder(point.ellipse->t, 180.0));
       m_out += ")\"/>\n";
     }
     m_out += "</g>\n";

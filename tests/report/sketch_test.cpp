@@ -88,7 +88,7 @@ Sketch FiftyPoints() {
   for (int i = 0; i < 50; ++i) {
     const double north = 100.0 * (i / 10) + 7 * (i * 5 % 7), east = 100.0 * (i % 10) + 5 * (i % 9);
     sketch.points.push_back(Placed(std::to_string(100 + i), north, east));
-    sketch.points.back().ellipse = SketchEllipse{0.004 + 0.0001 * i, 0.002, 0.5};
+    sketch.points.back().ellipse = SketchEllipse{0.004 + 0.0001 * i, 0.002, 30.0};
     if (i % 10 > 0) sketch.lines.push_back({i - 1, i, kBothWays, kBothWays, kNone});
     if (i >= 10) sketch.lines.push_back({i - 10, i, kNone, kForward, kNone});
   }
@@ -139,7 +139,7 @@ TEST(Svg, HasNorthUpEastRightAndTheEllipseAtItsAzimuth) {
   Sketch sketch;
   sketch.points = {Placed("A", 4000.0, 500.0, kControl), Placed("N", 4100.0, 500.0),
                    Placed("E", 4000.0, 600.0, kBenchMark)};
-  sketch.points[1].ellipse = SketchEllipse{0.010, 0.005, 30.0 * std::numbers::pi / 180.0};
+  sketch.points[1].ellipse = SketchEllipse{0.010, 0.005, 30.0};
   sketch.lines = {{0, 1, kBothWays}, {0, 2, kBothWays}};
   const std::string svg = Svg(sketch);
   const std::string north = TagWith(svg, "data-point=\"1\""),
@@ -180,7 +180,7 @@ TEST(Svg, ShowsWhatWasObservedAndWhatIsInDoubt) {
   // A tick has one stroke, an arrow two.
   EXPECT_THAT(strokes, ElementsAre(1, 1, 2, 1, 3, 3, 1));
   EXPECT_EQ(ClassOf(svg, "data-point=\"7\""), "new flagged");
-  sketch.texts = ChineseSketchTexts();
+  sketch.language = Language::kChinese;
   EXPECT_THAT(Svg(sketch), HasSubstr(">待定点</text>"));
 }
 
