@@ -17,6 +17,9 @@ public static partial class Native
     public static extern IntPtr brenu_version();
 
     [DllImport(Library)]
+    public static extern void brenu_set_threads(int count);
+
+    [DllImport(Library)]
     public static extern int brenu_finding_count(IntPtr context);
 
     [DllImport(Library)]
