@@ -83,12 +83,13 @@ BRENU_API int32_t brenu_read_memory(AdjustmentContext* context, const char* data
  * units that look wrong, control far from all others...  True when no error is among them. */
 BRENU_API bool brenu_check_data(AdjustmentContext* context);
 
-/* ---- Computations by either set of rules; results are read as those of brenu.h, whose own
+/* ---- Computations by either set of rules.  Results are read as those of brenu.h, whose own
  * computations always follow the classic rules ---- */
 
+/* The sets of rules; docs/computations.md lists the differences. */
 typedef enum brenu_rules {
   BRENU_TEXTBOOK = 0, /* those of textbooks */
-  BRENU_CLASSIC = 1   /* those of brenu.h; docs/computations.md lists the differences */
+  BRENU_CLASSIC = 1   /* those of brenu.h */
 } brenu_rules;
 
 /* How data snooping decides; two-sided. */
@@ -125,6 +126,7 @@ BRENU_API bool brenu_compute_closures(AdjustmentContext* context, const brenu_op
 
 /* ---- What data snooping by the rules of textbooks took out ---- */
 
+/* What an observation is. */
 typedef enum brenu_observation_kind {
   BRENU_DIRECTION = 1,
   BRENU_DISTANCE = 2,
@@ -140,12 +142,12 @@ typedef struct brenu_observation { /* 264 bytes: one observation */
 } brenu_observation;
 
 typedef struct brenu_taken_out { /* 288 bytes: one that was taken out */
-  brenu_observation observation;
+  brenu_observation observation; /* which one */
   int32_t alternatives; /* others whose test values cannot be told apart from its own: the error may
                            be in one of them */
   int32_t reserved;     /* 0 */
   double testValue;     /* when it was taken out */
-  double error; /* estimated: observed minus adjusted without it, metres or arc-seconds */
+  double error;         /* estimated: observed minus adjusted without it, metres or arc-seconds */
 } brenu_taken_out;
 
 /* How many there are; 0 after any other computation. */
@@ -166,8 +168,8 @@ BRENU_API int32_t brenu_untested_count(AdjustmentContext* context, int32_t netwo
  * greater, and the test value of that with a-priori errors.  Not numbers where nothing checks the
  * value. */
 typedef struct brenu_control_fit { /* 48 bytes */
-  double x, y, h;                  /* metres */
-  double wx, wy, wh;
+  double x, y, h;                  /* by how much greater, metres */
+  double wx, wy, wh;               /* test values */
 } brenu_control_fit;
 
 /* Of the point of this index; false when it is no control point that anything checks. */

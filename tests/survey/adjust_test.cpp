@@ -71,9 +71,16 @@ TEST(SurveyAdjust, TestValuesAreThoseOfBaardaAndPope) {
   options = {BRENU_TEXTBOOK, BRENU_W_TEST, 0, 50, 0};
   ASSERT_TRUE(brenu_adjust(job, &options));
   EXPECT_EQ(brenu_taken_out_count(job), 0);
-  options = {BRENU_TEXTBOOK, BRENU_W_TEST, 0, 0, 0.02};  // 2 cm per km: nothing unusual
+  // 2 cm per km: nothing unusual.
+  options = {BRENU_TEXTBOOK, BRENU_W_TEST, 0, 0, 0.02};
   ASSERT_TRUE(brenu_adjust(job, &options));
   EXPECT_EQ(brenu_taken_out_count(job), 0);
+  EXPECT_NE(FindingsOf(job).back().id, "level-sigma-contradicted");
+  options = {};
+  ASSERT_TRUE(brenu_adjust(job, &options));
+  const Finding note = FindingsOf(job).back();
+  EXPECT_EQ(note.id, "level-sigma-contradicted");
+  EXPECT_TRUE(Near(note.values, {25, 1}, 1e-6));
 }
 
 // A - P - B does not close: either line may be wrong.  R hangs on one line, which nothing tests.
