@@ -1,0 +1,394 @@
+// The page: holds the job, runs the engine after every edit and shows what came of it.
+class App {
+  constructor(version) {
+    this.version = version;
+    this.history = new History(emptyJob());
+    this.saved = this.job;
+    this.first = null;     // variant A: {job, verdict, key}
+    this.verdict = null;   // of the last adjustment
+    this.findings = [];
+    this.suspects = new Map();
+    this.reportWords = {};
+    this.isReadable = true;
+    this.examples = JSON.parse(byId('examples').textContent);
+    this.engine = new Engine((message, job) => this.hear(message, job));
+    this.runSoon = debounced(120, () => this.run());
+    this.storeSoon = debounced(300, () => this.store());
+    this.build();
+    this.listen();
+    this.restore();
+    this.engine.start();
+  }
+
+  get job() { return this.history.present; }
+  get hasJob() { return this.job.name !== ''; }
+  get isUnsaved() { return this.hasJob && this.job !== this.saved; }
+  get baseName() { return this.job.name.replace(/\.[^.]*$/, ''); }
+
+  // ---- The parts of the page, anew after a change of the language ----
+
+  build() {
+    document.documentElement.lang = language;
+    document.title = `Brenu – ${say('title')}`;
+    const example = make('select', { id: 'example', 'aria-label': say('example') }, make('option', { value: '' }, say('example')),
+      ...Object.keys(this.examples).map((name) => make('option', { value: name }, say('examples')[name])));
+    example.addEventListener('change', () => {
+      const name = example.value;
+      example.value = '';
+      this.open(`${name}.txt`, this.examples[name]);
+    });
+    this.undoButton = iconButton('↶', `${say('undo')} (Ctrl+Z)`, () => this.step(-1));
+    this.undoButton.id = 'undo';
+    this.redoButton = iconButton('↷', `${say('redo')} (Ctrl+Y)`, () => this.step(1));
+    this.redoButton.id = 'redo';
+    this.outputs = new OutputMenu(this);
+    const choose = make('button', { type: 'button', onclick: () => byId('chooser').click() }, say('open'));
+    const other = make('button', { type: 'button', id: 'language', lang: language === 'en' ? 'zh' : 'en', title: say('languageName'), 'aria-label': say('languageName'), onclick: () => this.setLanguage() }, say('language'));
+    const commands = byId('commands');
+    commands.setAttribute('aria-label', say('commands'));
+    commands.replaceChildren(choose, example, this.undoButton, this.redoButton, this.outputs.element, other);
+    this.buildStart();
+    this.buildTabs();
+    byId('footer').textContent = `${say('private')} Brenu ${this.version}`;
+    this.points = new Grid(byId('panel-points'), 'points', this);
+    this.observations = new Grid(byId('panel-observations'), 'observations', this);
+    this.form = new ParameterForm(byId('panel-parameters'), this);
+    this.source = new SourceView(byId('panel-text'), this);
+    this.compare = new CompareView(byId('panel-compare'), this);
+    this.result ??= new ResultView(byId('panel-result'), this);
+    this.showState();
+  }
+
+  buildStart() {
+    const choose = make('button', { type: 'button', onclick: () => byId('chooser').click() }, say('choose'));
+    const examples = Object.entries(this.examples).map(([name, text]) =>
+      make('button', { type: 'button', 'data-example': name, onclick: () => this.open(`${name}.txt`, text) }, say('examples')[name]));
+    byId('start').replaceChildren(make('h2', {}, say('title')),
+      make('p', { className: 'drop' }, `${say('drop')} `, choose),
+      make('p', {}, say('orExample')), make('div', { className: 'tools examples' }, ...examples));
+  }
+
+  buildTabs() {
+    const names = ['result', 'points', 'observations', 'parameters', 'text', 'compare'];
+    const tabs = byId('tabs');
+    tabs.setAttribute('aria-label', say('tabs'));
+    tabs.replaceChildren(...names.map((name) => make('button', {
+      type: 'button', role: 'tab', id: `tab-${name}`, 'aria-controls': `panel-${name}`, onclick: () => this.choose(name),
+    }, say(name))));
+    tabs.onkeydown = (event) => {
+      const by = { ArrowRight: 1, ArrowLeft: -1 }[event.key];
+      if (by === undefined) return;
+      const shown = names.filter((name) => byId(`tab-${name}`).offsetParent !== null);
+      const next = shown[(shown.indexOf(this.tab) + by + shown.length) % shown.length];
+      this.choose(next);
+      byId(`tab-${next}`).focus();
+    };
+    for (const name of names) byId(`panel-${name}`).setAttribute('aria-labelledby', `tab-${name}`);
+    this.choose(this.tab ?? (window.matchMedia('(min-width: 75rem)').matches ? 'observations' : 'result'));
+  }
+
+  choose(name) {
+    this.tab = name;
+    for (const tab of byId('tabs').children) {
+      const isChosen = tab.id === `tab-${name}`;
+      tab.setAttribute('aria-selected', isChosen);
+      tab.tabIndex = isChosen ? 0 : -1;
+      byId(tab.getAttribute('aria-controls')).classList.toggle('chosen', isChosen);
+    }
+    if (name === 'text') this.source?.show();
+  }
+
+  listen() {
+    byId('chooser').addEventListener('change', (event) => this.openFile(event.target));
+    window.addEventListener('dragover', (event) => event.preventDefault());
+    window.addEventListener('drop', (event) => {
+      event.preventDefault();
+      this.openFile(event.dataTransfer);
+    });
+    window.addEventListener('keydown', (event) => {
+      if (!(event.ctrlKey || event.metaKey) || event.altKey) return;
+      const key = event.key.toLowerCase();
+      const isText = event.target.tagName === 'TEXTAREA';
+      const actions = { s: () => this.saveProject(), o: () => byId('chooser').click() };
+      if (!isText) Object.assign(actions, { z: () => this.step(event.shiftKey ? 1 : -1), y: () => this.step(1) });
+      if (!(key in actions)) return;
+      event.preventDefault();
+      actions[key]();
+    });
+    // What was typed a moment ago is kept, too.
+    document.addEventListener('visibilitychange', () => { if (document.hidden) this.store(); });
+  }
+
+  // ---- The job ----
+
+  async openFile(source) {
+    const file = source.files[0];
+    if (file === undefined) return;
+    const bytes = await file.arrayBuffer();
+    if ('value' in source) source.value = '';
+    let text;
+    try {
+      text = new TextDecoder('utf-8', { fatal: true }).decode(bytes);
+    } catch {
+      text = new TextDecoder('gbk').decode(bytes);
+    }
+    await this.open(file.name, text);
+  }
+
+  async open(name, text) {
+    if (this.isUnsaved) {
+      const answer = await ask(say('throwAway'), { save: say('saveFirst'), discard: say('discard'), keep: say('keepEditing') });
+      if (answer === 'save') this.saveProject();
+      else if (answer !== 'discard') return;
+    }
+    this.history = new History({ ...emptyJob(), name, source: text, options: { ...this.job.options } });
+    this.saved = this.job;
+    this.verdict = null;
+    this.result.clear();
+    this.showAll();
+    this.storeSoon();
+    this.run();
+  }
+
+  edit(job, mark) {
+    this.history.push(job, mark);
+    this.changed();
+  }
+
+  step(by) {
+    this.history.step(by);
+    this.changed();
+    this.showAll();
+  }
+
+  changed() {
+    this.showState();
+    if (this.tab === 'text' && document.activeElement !== this.source.area) this.source.show();
+    this.storeSoon();
+    this.runSoon();
+  }
+
+  saveProject() {
+    if (!this.hasJob) return;
+    const text = projectText(this.job).text;
+    download(`${this.baseName}.txt`, text);
+    this.saved = this.job;
+    const out = this.job.observations.reduce((sum, row) => sum + row.out.length, 0);
+    if (out > 0) this.tell(say('leftOut')(out));
+    this.showState();
+    this.storeSoon();
+  }
+
+  store() {
+    if (this.hasJob) storage.save({ job: this.job, isUnsaved: this.isUnsaved, language, first: this.first });
+  }
+
+  async restore() {
+    const state = await storage.load();
+    if (state === undefined || this.hasJob) return;
+    this.history = new History(state.job);
+    this.saved = state.isUnsaved ? null : this.job;
+    this.first = state.first ?? null;
+    if (state.language !== language) this.setLanguage();
+    this.showAll();
+    this.run();
+  }
+
+  // ---- The engine ----
+
+  run() {
+    if (!this.hasJob) return;
+    const { job } = this;
+    this.project = job.source === null ? projectText(job) : null;
+    this.engine.run({
+      job, text: this.project?.text ?? job.source, withRows: job.source !== null, language,
+      options: { ...job.options, file: job.name }, first: this.first?.request ?? null,
+    });
+    this.progressSoon ??= setTimeout(() => this.showProgress(say('starting')), 250);
+  }
+
+  hear(message, job) {
+    if (message.stage !== undefined) {
+      this.stage = `${say(message.stage) ?? message.stage} ${message.round || ''}`;
+      if (!byId('progress').hidden) this.showProgress(this.stage);
+      return;
+    }
+    if (message.opened !== undefined) this.takeOpened(message, job.job);
+    if (message.adjusted !== undefined) this.takeAdjusted(message.adjusted);
+    if (message.body !== undefined) {
+      this.result.take(message.body);
+      this.compare.take(message.compared);
+    }
+    if (message.failed !== undefined) this.tell(`${say('failed')}: ${message.failed}`);
+    if (message.done || message.failed !== undefined) this.endProgress();
+  }
+
+  takeOpened({ opened, rows }, job) {
+    this.isReadable = opened.ok;
+    this.findings = opened.findings;
+    if (rows !== null && this.job.source === job.source) {
+      const isSaved = this.saved === this.job;
+      this.history.amend({ ...this.job, ...rowsOfEngine(rows) });
+      if (isSaved) this.saved = this.job;
+      this.showAll();
+    }
+    if (opened.ok) return;
+    this.verdict = { passed: false, headline: say('unread'), reasons: opened.findings.slice(0, 1).map((f) => f.text), remarks: [] };
+    this.result.clear();
+    this.showVerdict();
+    if (this.tab === 'result') this.choose('text');
+  }
+
+  takeAdjusted(adjusted) {
+    this.verdict = adjusted;
+    this.findings = adjusted.findings;
+    this.suspects = new Map(adjusted.suspects.map(([from, to, kind, w]) => [[from, to, kind].join('\n'), w]));
+    this.showVerdict();
+  }
+
+  // ---- Variants ----
+
+  keepFirst() {
+    const { job } = this;
+    this.first = {
+      job, verdict: { passed: this.verdict?.passed, headline: this.verdict?.headline },
+      request: { text: textOfJob(job), options: { ...job.options, file: job.name } },
+    };
+    this.storeSoon();
+    this.run();
+    this.compare.show();
+  }
+
+  backToFirst() {
+    this.edit(this.first.job);
+    this.showAll();
+  }
+
+  dropFirst() {
+    this.first = null;
+    this.compare.take(null);
+    this.storeSoon();
+  }
+
+  // ---- What is seen ----
+
+  setLanguage() {
+    language = language === 'en' ? 'zh' : 'en';
+    this.build();
+    this.run();
+    this.storeSoon();
+  }
+
+  showAll() {
+    this.showState();
+    this.points.show();
+    this.observations.show();
+    this.form.show();
+    if (this.tab === 'text') this.source.show();
+    this.compare.show();
+  }
+
+  showState() {
+    byId('start').hidden = this.hasJob;
+    byId('work').hidden = !this.hasJob;
+    byId('status').hidden = !this.hasJob;
+    byId('file-name').textContent = this.job.name;
+    const unsaved = byId('unsaved');
+    unsaved.hidden = !this.isUnsaved;
+    unsaved.title = say('unsaved');
+    unsaved.setAttribute('aria-label', say('unsaved'));
+    this.undoButton.disabled = !this.history.canUndo;
+    this.redoButton.disabled = !this.history.canRedo;
+    this.outputs.button.disabled = !this.hasJob;
+  }
+
+  showVerdict() {
+    const bar = byId('verdict');
+    bar.classList.toggle('passed', this.verdict.passed);
+    bar.replaceChildren(...verdictBar(this.verdict));
+    this.points.mark();
+    this.observations.mark();
+    this.points.message.hidden = this.isReadable;
+    this.observations.message.hidden = this.isReadable;
+    this.showFindings();
+  }
+
+  showFindings() {
+    const most = 200;
+    const notes = byId('notes');
+    const items = this.findings.slice(0, most).map((finding) => {
+      const go = () => this.goToFinding(finding);
+      return make('li', { className: finding.severity }, make('button', { type: 'button', onclick: go }, finding.text));
+    });
+    notes.hidden = this.findings.length === 0;
+    notes.replaceChildren(make('summary', {}, say('findings')(this.findings.length)), make('ul', {}, ...items));
+    if (!this.isReadable) notes.open = true;
+  }
+
+  showProgress(text) {
+    const progress = byId('progress');
+    progress.hidden = false;
+    progress.replaceChildren(make('progress', {}), ` ${text} `,
+      make('button', { type: 'button', onclick: () => this.cancel() }, say('cancel')));
+  }
+
+  endProgress() {
+    if (this.engine.busy !== null || this.engine.next !== null) return;
+    clearTimeout(this.progressSoon);
+    this.progressSoon = undefined;
+    byId('progress').hidden = true;
+  }
+
+  cancel() {
+    this.engine.stop();
+    this.endProgress();
+    this.tell(say('cancelled'), make('button', { type: 'button', onclick: () => this.run() }, say('again')));
+  }
+
+  tell(text, ...more) {
+    const progress = byId('progress');
+    progress.hidden = false;
+    progress.replaceChildren(`${text} `, ...more);
+  }
+
+  // ---- From findings to rows ----
+
+  severityOf(table, index) {
+    const line = this.project?.lineOf[table][index];
+    if (line === undefined) return '';
+    const found = this.findings.filter((finding) => finding.line === line).map((finding) => finding.severity);
+    return ['error', 'warning', 'note'].find((severity) => found.includes(severity)) ?? '';
+  }
+
+  goToFinding(finding) {
+    if (finding.line !== null) {
+      this.goToLine(finding.line);
+      return;
+    }
+    const [from, to] = finding.names;
+    const pair = this.job.observations.findIndex((row) => row.from === from && row.to === to);
+    const point = this.job.points.findIndex((row) => row.name === from);
+    if (pair >= 0) this.goToRow('observations', pair);
+    else if (point >= 0) this.goToRow('points', point);
+    else this.choose('parameters');
+  }
+
+  goToLine(line) {
+    const row = this.project?.rowOfLine.get(line);
+    if (row !== undefined) {
+      this.goToRow(row.table, row.index);
+      return;
+    }
+    this.choose('text');
+    this.source.reveal(line);
+  }
+
+  goToRow(table, index) {
+    this.choose(table);
+    (table === 'points' ? this.points : this.observations).reveal(index);
+  }
+}
+
+function startApp(version) {
+  window.brenu = new App(version);
+}
