@@ -16,8 +16,10 @@
 #include "report/json.h"
 #include "report/make_report.h"
 #include "report/make_sketch.h"
+#include "report/markup.h"
 #include "report/svg_sketch.h"
 #include "report/text_report.h"
+#include "report/traverse_text.h"
 #include "report/verdict_text.h"
 #include "review/computation.h"
 #include "review/data_check.h"
@@ -99,10 +101,10 @@ Object ObservationRows(const AdjustmentContext& context) {
   return rows;
 }
 
-std::string WithFindings(const Object& object, const Findings& findings) {
-  std::string text = Dump(object);
-  text.back() = ',';
-  return text + "\"findings\":" + Json(findings, g_language) + '}';
+// The object with an array of findings more.
+std::string With(std::string object, const char* key, const Findings& findings) {
+  object.back() = ',';
+  return object + '"' + key + "\":" + Json(findings, g_language) + '}';
 }
 
 const char* NameOf(FileKind kind) {
@@ -118,7 +120,7 @@ std::string Open(std::string_view text) {
   ReadResult read = Load(*g_context, file);
   g_read = std::move(read.outcome.findings);
   if (read.outcome.ok) Append(g_read, CheckData(*g_context));
-  return WithFindings({{"ok", read.outcome.ok}, {"kind", NameOf(read.kind)}}, g_read);
+  return With(Dump({{"ok", read.outcome.ok}, {"kind", NameOf(read.kind)}}), "findings", g_read);
 }
 
 std::string Rows() {
@@ -190,14 +192,13 @@ std::string Adjust(const Object& json) {
   Tell("tables", 0);
   g_report = MakeReport(*g_context, options.file, all);
   if (!outcome.ok) g_report->verdict.passed = false;
-  const VerdictWords words = WordsOf(g_report->verdict, g_language);
-  return WithFindings({{"ok", outcome.ok},
-                       {"passed", g_report->verdict.passed},
-                       {"headline", words.headline},
-                       {"reasons", words.reasons},
-                       {"remarks", words.remarks},
-                       {"suspects", SuspectsOf(*g_report)}},
-                      all);
+  const Verdict& verdict = g_report->verdict;
+  const std::string answer = Dump({{"ok", outcome.ok},
+                                   {"passed", verdict.passed},
+                                   {"headline", WordsOf(verdict, g_language).headline},
+                                   {"suspects", SuspectsOf(*g_report)}});
+  return With(With(With(answer, "reasons", verdict.reasons), "remarks", verdict.remarks),
+              "findings", all);
 }
 
 std::string CsvText(std::string_view name) {
@@ -213,9 +214,20 @@ std::string CsvNames() {
   return Dump(names);
 }
 
+// Traverses without orientation are a text of their own.
+std::string Traverses() {
+  std::string html = "<pre class=\"traverses\">";
+  AppendEscaped(html, TraverseSummary(*g_context) + '\n' + CoordinateTable(*g_context) +
+                          TraverseTables(*g_context));
+  return html + "</pre>\n";
+}
+
 std::string Output(std::string_view kind) {
   if (!g_report) return "";
-  if (kind == "body") return HtmlBody(*g_report, g_language);
+  if (kind == "body") {
+    const std::string body = HtmlBody(*g_report, g_language);
+    return IsUnoriented(*g_context) ? body + Traverses() : body;
+  }
   if (kind == "html") return HtmlPage(*g_report, g_language);
   if (kind == "json") return Json(*g_report);
   if (kind == "text") return TextReport(*g_report, g_language);
@@ -258,8 +270,8 @@ EMSCRIPTEN_KEEPALIVE const char* engine_rows() {
   return Guarded([] { return g_context ? Rows() : std::string("null"); });
 }
 
-// Adjusts it by {file, rules, levelSigma, alpha, thorough}: {ok, passed, headline, reasons, remarks,
-// suspects: [station, target, kind, w], findings}.
+// Adjusts it by {file, rules, levelSigma, alpha, thorough}: {ok, passed, headline,
+// suspects: [station, target, kind, w], reasons, remarks, findings}, the last three as findings.
 EMSCRIPTEN_KEEPALIVE const char* engine_adjust(const char* options) {
   return Guarded([=] {
     return g_context ? Adjust(Object::parse(options)) : std::string("null");

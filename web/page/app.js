@@ -10,6 +10,7 @@ class App {
     this.suspects = new Map();
     this.reportWords = {};
     this.isReadable = true;
+    this.isWaiting = false;
     this.examples = JSON.parse(byId('examples').textContent);
     this.engine = new Engine((message, job) => this.hear(message, job));
     this.runSoon = debounced(120, () => this.run());
@@ -17,7 +18,6 @@ class App {
     this.build();
     this.listen();
     this.restore();
-    this.engine.start();
   }
 
   get job() { return this.history.present; }
@@ -165,6 +165,7 @@ class App {
     this.showState();
     if (this.tab === 'text' && document.activeElement !== this.source.area) this.source.show();
     this.storeSoon();
+    this.isWaiting = true;  // for more to be typed
     this.runSoon();
   }
 
@@ -197,6 +198,7 @@ class App {
   // ---- The engine ----
 
   run() {
+    this.isWaiting = false;
     if (!this.hasJob) return;
     const { job } = this;
     this.project = job.source === null ? projectText(job) : null;
@@ -233,7 +235,7 @@ class App {
       this.showAll();
     }
     if (opened.ok) return;
-    this.verdict = { passed: false, headline: say('unread'), reasons: opened.findings.slice(0, 1).map((f) => f.text), remarks: [] };
+    this.verdict = { passed: false, headline: say('unread'), reasons: opened.findings.slice(0, 1), remarks: [] };
     this.result.clear();
     this.showVerdict();
     if (this.tab === 'result') this.choose('text');
@@ -305,7 +307,7 @@ class App {
   showVerdict() {
     const bar = byId('verdict');
     bar.classList.toggle('passed', this.verdict.passed);
-    bar.replaceChildren(...verdictBar(this.verdict));
+    bar.replaceChildren(...verdictBar(this.verdict, (finding) => this.goToFinding(finding)));
     this.points.mark();
     this.observations.mark();
     this.points.message.hidden = this.isReadable;
@@ -333,7 +335,7 @@ class App {
   }
 
   endProgress() {
-    if (this.engine.busy !== null || this.engine.next !== null) return;
+    if (this.engine.job !== null) return;
     clearTimeout(this.progressSoon);
     this.progressSoon = undefined;
     byId('progress').hidden = true;
@@ -370,7 +372,7 @@ class App {
     const point = this.job.points.findIndex((row) => row.name === from);
     if (pair >= 0) this.goToRow('observations', pair);
     else if (point >= 0) this.goToRow('points', point);
-    else this.choose('parameters');
+    else this.choose(finding.code.startsWith('closure') ? 'result' : 'parameters');
   }
 
   goToLine(line) {
@@ -383,9 +385,9 @@ class App {
     this.source.reveal(line);
   }
 
-  goToRow(table, index) {
+  goToRow(table, index, key) {
     this.choose(table);
-    (table === 'points' ? this.points : this.observations).reveal(index);
+    (table === 'points' ? this.points : this.observations).reveal(index, key);
   }
 }
 

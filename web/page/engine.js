@@ -1,15 +1,14 @@
-// The engine seen from the page: runs the newest job in the worker, one at a time.
+// The engine seen from the page: hands jobs to the worker, where the newest counts.
 class Engine {
   // `hear` is called with (message, job) for what the worker has to say.
   constructor(hear) {
     this.hear = hear;
-    this.next = null;
-    this.busy = null;
-    this.waiting = new Map();
+    this.waiting = new Map();  // answers of renderings
     this.number = 0;
     const source = byId('worker-source').textContent;
     this.address = URL.createObjectURL(new Blob([source], { type: 'text/javascript' }));
     this.module = this.compile();
+    this.start();
   }
 
   async compile() {
@@ -22,38 +21,36 @@ class Engine {
     const worker = new Worker(this.address);
     this.worker = worker;
     this.isReady = false;
-    this.first = undefined;  // what the worker keeps for comparisons
+    this.job = null;         // the newest one, until it is done
+    this.sentFirst = null;   // the first variant that the worker knows
     worker.onmessage = (event) => { if (worker === this.worker) this.receive(event.data); };
-    worker.onerror = (event) => { if (worker === this.worker) this.receive({ id: this.busy?.id, failed: event.message }); };
+    worker.onerror = (event) => { if (worker === this.worker) this.receive({ id: this.job?.id, failed: event.message }); };
     worker.postMessage({ module: await this.module });
   }
 
-  // job: {text, options, language, withRows, first}
+  // job: {text, options, language, withRows, first} and what else the page wants to see again.
   run(job) {
-    this.next = { ...job, id: ++this.number };
     const tooLong = 1500;
-    if (this.busy !== null && performance.now() - this.busy.began > tooLong) this.stop();
-    else this.pump();
+    if (this.job !== null && performance.now() - this.job.began > tooLong) this.stop();
+    this.job = { ...job, id: ++this.number, began: performance.now() };
+    if (this.isReady) this.send();
   }
 
-  // Ends what runs; the newest job begins anew, unless it is the one that runs.
+  send() {
+    const { id, text, options, language, withRows, first } = this.job;
+    const message = { id, text, options, language, withRows };
+    if (first !== this.sentFirst) message.first = first;
+    this.sentFirst = first;
+    this.job.began = performance.now();
+    this.worker.postMessage(message);
+  }
+
+  // Ends what runs.
   stop() {
     this.worker.terminate();
-    this.busy = null;
     for (const resolve of this.waiting.values()) resolve('');
     this.waiting.clear();
     this.start();
-  }
-
-  pump() {
-    if (!this.isReady || this.busy !== null || this.next === null) return;
-    this.busy = { ...this.next, began: performance.now() };
-    this.next = null;
-    const { id, text, options, language, withRows, first } = this.busy;
-    const message = { id, text, options, language, withRows, hasFirst: first !== null };
-    if (first !== this.first) message.first = first;
-    this.first = first;
-    this.worker.postMessage(message);
   }
 
   // A rendering of the last adjustment.
@@ -66,20 +63,15 @@ class Engine {
   receive(message) {
     if (message.ready) {
       this.isReady = true;
-      this.pump();
-      return;
+      if (this.job !== null) this.send();
+    } else if (message.text !== undefined) {
+      this.waiting.get(message.id)?.(message.text);
+      this.waiting.delete(message.id);
+    } else if (this.job !== null && (message.id === undefined || message.id === this.job.id)) {
+      const { job } = this;
+      if (message.done || message.failed !== undefined) this.job = null;
+      this.hear(message, job);
+      if (message.failed !== undefined) this.stop();
     }
-    const resolve = this.waiting.get(message.id);
-    if (resolve !== undefined) {
-      if (message.text !== undefined || message.failed !== undefined) resolve(message.text ?? '');
-      if (message.done || message.failed) this.waiting.delete(message.id);
-      return;
-    }
-    const job = this.busy;
-    if (job === null || (message.id !== undefined && message.id !== job.id)) return;
-    if (message.done || message.failed !== undefined) this.busy = null;
-    this.hear(message, job);
-    if (message.failed !== undefined) this.stop();
-    this.pump();
   }
 }

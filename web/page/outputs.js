@@ -9,9 +9,11 @@ class OutputMenu {
     this.element.addEventListener('focusout', (event) => {
       if (!this.element.contains(event.relatedTarget)) this.toggle(false);
     });
-    for (const kind of ['project', 'html', 'json', 'csv', 'svg', 'dxf', 'report']) {
-      this.list.append(make('button', { type: 'button', role: 'menuitem', 'data-output': kind, onclick: () => this.choose(kind) }, say(kind)));
-    }
+    for (const kind of ['project', 'html', 'report', 'json', 'svg', 'dxf']) this.add(kind, say(kind));
+  }
+
+  add(kind, text) {
+    this.list.append(make('button', { type: 'button', role: 'menuitem', 'data-output': kind, onclick: () => this.choose(kind) }, text));
   }
 
   toggle(isOpen = this.list.hidden) {
@@ -20,7 +22,17 @@ class OutputMenu {
     for (const item of this.list.children) {
       item.disabled = item.dataset.output !== 'project' && this.owner.verdict === null;
     }
-    if (isOpen) this.list.firstElementChild.focus();
+    if (!isOpen) return;
+    this.list.firstElementChild.focus();
+    this.listTables();
+  }
+
+  // Each table is a file of its own.
+  async listTables() {
+    for (const item of [...this.list.querySelectorAll('[data-output$=".csv"]')]) item.remove();
+    if (this.owner.verdict === null || !this.owner.isReadable) return;
+    const names = await this.owner.engine.output('csv');
+    if (names !== '') for (const name of JSON.parse(names)) this.add(name, `${say('csv')}: ${name.replace('.csv', '')}`);
   }
 
   move(event) {
@@ -44,10 +56,8 @@ class OutputMenu {
 
   async saveOutput(kind) {
     const { engine, baseName } = this.owner;
-    if (kind === 'csv') {
-      for (const name of JSON.parse(await engine.output('csv'))) {
-        download(`${baseName}-${name}`, await engine.output(name), 'text/csv');
-      }
+    if (kind.endsWith('.csv')) {
+      download(`${baseName}-${kind}`, await engine.output(kind), 'text/csv');
       return;
     }
     const [ending, type, output] = {

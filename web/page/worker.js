@@ -1,6 +1,7 @@
 'use strict';
-// The engine in its worker.  Messages: {module} once, then jobs {id, text, options, language, first}
-// and {id, output}; answers carry the id of their job.
+// The engine in its worker.  Messages: {module} once, then jobs {id, text, options, language, withRows,
+// first} and {id, output}; answers carry the id of their job.  `first`, the first of two variants,
+// comes with a job when it is another one.
 let engine;
 
 function textOf(pointer) {
@@ -24,43 +25,76 @@ const open = (text) => JSON.parse(textOf(withText(text, (pointer, size) => engin
 const adjust = (options) => JSON.parse(textOf(withText(JSON.stringify(options), engine._engine_adjust)));
 const output = (kind) => textOf(withText(kind, engine._engine_output));
 
-// The first of two variants, for the comparison.
-function keep(first) {
+// What is to be done next, and the first of two variants as it was sent last.
+let pending = null;
+let isRunning = false;
+let first = null;
+let isFirstKept = true;
+
+function keepFirst() {
+  isFirstKept = true;
   if (first === null || !open(first.text).ok) return;
   adjust({ ...first.options, thorough: false });
   engine._engine_keep();
 }
 
-function run(job) {
+// Lets messages in; whether a newer job is among them.
+async function isOutdated() {
+  await new Promise((resolve) => { setTimeout(resolve, 0); });
+  return pending !== null;
+}
+
+async function run(job) {
   withText(job.language, engine._engine_language);
-  if (job.first !== undefined) keep(job.first);
+  if (!isFirstKept) keepFirst();
   const opened = open(job.text);
   const rows = opened.ok && job.withRows ? JSON.parse(textOf(engine._engine_rows())) : null;
   postMessage({ id: job.id, opened, rows });
-  if (!opened.ok) return;
+  if (!opened.ok || await isOutdated()) return;
   postMessage({ id: job.id, adjusted: adjust(job.options) });
-  const compared = job.hasFirst ? textOf(engine._engine_compare()) : '';
+  if (await isOutdated()) return;
+  const compared = first === null ? '' : textOf(engine._engine_compare());
   postMessage({ id: job.id, body: output('body'), compared: compared === '' ? null : JSON.parse(compared) });
 }
 
-onmessage = async (event) => {
-  const job = event.data;
-  if (job.module !== undefined) {
-    engine = await brenuEngine({
-      tell: (stage, round) => postMessage({ stage, round }),
-      instantiateWasm: (imports, done) => {
-        WebAssembly.instantiate(job.module, imports).then((instance) => done(instance));
-        return {};
-      },
-    });
-    postMessage({ ready: true });
-    return;
+// One job after the other; of those that wait only the newest.
+async function runAll() {
+  isRunning = true;
+  while (pending !== null) {
+    const job = pending;
+    pending = null;
+    try {
+      await run(job);
+      postMessage({ id: job.id, done: true });
+    } catch (error) {
+      postMessage({ id: job.id, failed: String(error) });
+    }
   }
-  try {
-    if (job.output !== undefined) postMessage({ id: job.id, text: output(job.output) });
-    else run(job);
-    postMessage({ id: job.id, done: true });
-  } catch (error) {
-    postMessage({ id: job.id, failed: String(error) });
+  isRunning = false;
+}
+
+async function start(module) {
+  engine = await brenuEngine({
+    tell: (stage, round) => postMessage({ stage, round }),
+    instantiateWasm: (imports, done) => {
+      WebAssembly.instantiate(module, imports).then((instance) => done(instance));
+      return {};
+    },
+  });
+  postMessage({ ready: true });
+}
+
+onmessage = ({ data }) => {
+  if (data.module !== undefined) {
+    start(data.module);
+  } else if (data.output !== undefined) {
+    postMessage({ id: data.id, text: output(data.output) });
+  } else {
+    if (data.first !== undefined) {
+      first = data.first;
+      isFirstKept = false;
+    }
+    pending = data;
+    if (!isRunning) runAll();
   }
 };
