@@ -1,9 +1,9 @@
 'use strict';
-// The reports of files by the engine of the page: adjust.js ENGINE FILE..., as a JSON array.
+// The reports of files by the engine of the page, as a JSON array: adjust.js ENGINE_FOLDER OPTIONS FILE...
 const fs = require('fs');
 const path = require('path');
 
-const [folder, ...files] = process.argv.slice(2);
+const [folder, options, ...files] = process.argv.slice(2);
 const load = require(path.resolve(folder, 'engine.js'));
 
 async function main() {
@@ -19,7 +19,7 @@ async function main() {
   };
   const reports = files.map((file) => {
     call(fs.readFileSync(file), (pointer, size) => engine._engine_open(pointer, size));
-    call(JSON.stringify({ file }), (pointer) => engine._engine_adjust(pointer));
+    call(JSON.stringify({ ...JSON.parse(options), file }), (pointer) => engine._engine_adjust(pointer));
     return JSON.parse(call('json', (pointer) => engine._engine_output(pointer)));
   });
   process.stdout.write(JSON.stringify(reports));

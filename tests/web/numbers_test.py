@@ -34,16 +34,26 @@ def differences(page, program, path=""):
         yield f"{path}: {page!r} and {program!r}"
 
 
-def main(folder, program, *files):
-    reports = json.loads(subprocess.run(["node", HERE / "adjust.js", folder, *files], check=True,
-                                        stdout=subprocess.PIPE).stdout)
+def compare(folder, program, options, arguments, files):
+    """Prints what differs; how many numbers do."""
+    reports = json.loads(subprocess.run(["node", HERE / "adjust.js", folder, json.dumps(options), *files],
+                                        check=True, stdout=subprocess.PIPE).stdout)
     count = 0
     for file, report in zip(files, reports):
-        native = subprocess.run([program, "adjust", "--json", "-", file], stdout=subprocess.PIPE,
-                                stderr=subprocess.DEVNULL, check=False).stdout
+        native = subprocess.run([program, "adjust", *arguments, "--json", "-", file], check=False,
+                                stdout=subprocess.PIPE, stderr=subprocess.DEVNULL).stdout
+        if not native:  # the options do not fit the kind of job
+            continue
         for difference in differences(report, json.loads(native)):
             print(f"{file}{difference}")
             count += 1
+    return count
+
+
+def main(folder, program, *files):
+    count = (compare(folder, program, {}, [], files) +
+             compare(folder, program, {"rules": "classic"}, ["--classic"], files) +
+             compare(folder, program, {"alpha": 0.001}, ["--snoop", "0.001"], files))
     print(f"{len(files)} files, {count} differences")
     return count > 0 or not files
 

@@ -16,7 +16,7 @@ class App {
     this.runSoon = debounced(120, () => this.run());
     this.storeSoon = debounced(300, () => this.store());
     this.build();
-    this.listen();
+    listenToWindow(this);
     this.restore();
   }
 
@@ -25,30 +25,13 @@ class App {
   get isUnsaved() { return this.hasJob && this.job !== this.saved; }
   get baseName() { return this.job.name.replace(/\.[^.]*$/, ''); }
 
-  // ---- The parts of the page, anew after a change of the language ----
-
+  // The parts of the page, anew after a change of the language.
   build() {
     document.documentElement.lang = language;
     document.title = `Brenu – ${say('title')}`;
-    const example = make('select', { id: 'example', 'aria-label': say('example') }, make('option', { value: '' }, say('example')),
-      ...Object.keys(this.examples).map((name) => make('option', { value: name }, say('examples')[name])));
-    example.addEventListener('change', () => {
-      const name = example.value;
-      example.value = '';
-      this.open(`${name}.txt`, this.examples[name]);
-    });
-    this.undoButton = iconButton('↶', `${say('undo')} (Ctrl+Z)`, () => this.step(-1));
-    this.undoButton.id = 'undo';
-    this.redoButton = iconButton('↷', `${say('redo')} (Ctrl+Y)`, () => this.step(1));
-    this.redoButton.id = 'redo';
-    this.outputs = new OutputMenu(this);
-    const choose = make('button', { type: 'button', onclick: () => byId('chooser').click() }, say('open'));
-    const other = make('button', { type: 'button', id: 'language', lang: language === 'en' ? 'zh' : 'en', title: say('languageName'), 'aria-label': say('languageName'), onclick: () => this.setLanguage() }, say('language'));
-    const commands = byId('commands');
-    commands.setAttribute('aria-label', say('commands'));
-    commands.replaceChildren(choose, example, this.undoButton, this.redoButton, this.outputs.element, other);
-    this.buildStart();
-    this.buildTabs();
+    buildCommands(this);
+    buildStart(this);
+    buildTabs(this);
     byId('footer').textContent = `${say('private')} Brenu ${this.version}`;
     this.points = new Grid(byId('panel-points'), 'points', this);
     this.observations = new Grid(byId('panel-observations'), 'observations', this);
@@ -56,67 +39,21 @@ class App {
     this.source = new SourceView(byId('panel-text'), this);
     this.compare = new CompareView(byId('panel-compare'), this);
     this.result ??= new ResultView(byId('panel-result'), this);
-    this.showState();
-  }
-
-  buildStart() {
-    const choose = make('button', { type: 'button', onclick: () => byId('chooser').click() }, say('choose'));
-    const examples = Object.entries(this.examples).map(([name, text]) =>
-      make('button', { type: 'button', 'data-example': name, onclick: () => this.open(`${name}.txt`, text) }, say('examples')[name]));
-    byId('start').replaceChildren(make('h2', {}, say('title')),
-      make('p', { className: 'drop' }, `${say('drop')} `, choose),
-      make('p', {}, say('orExample')), make('div', { className: 'tools examples' }, ...examples));
-  }
-
-  buildTabs() {
-    const names = ['result', 'points', 'observations', 'parameters', 'text', 'compare'];
-    const tabs = byId('tabs');
-    tabs.setAttribute('aria-label', say('tabs'));
-    tabs.replaceChildren(...names.map((name) => make('button', {
-      type: 'button', role: 'tab', id: `tab-${name}`, 'aria-controls': `panel-${name}`, onclick: () => this.choose(name),
-    }, say(name))));
-    tabs.onkeydown = (event) => {
-      const by = { ArrowRight: 1, ArrowLeft: -1 }[event.key];
-      if (by === undefined) return;
-      const shown = names.filter((name) => byId(`tab-${name}`).offsetParent !== null);
-      const next = shown[(shown.indexOf(this.tab) + by + shown.length) % shown.length];
-      this.choose(next);
-      byId(`tab-${next}`).focus();
-    };
-    for (const name of names) byId(`panel-${name}`).setAttribute('aria-labelledby', `tab-${name}`);
     this.choose(this.tab ?? (window.matchMedia('(min-width: 75rem)').matches ? 'observations' : 'result'));
+    this.showState();
   }
 
   choose(name) {
     this.tab = name;
+    document.body.dataset.tab = name;
     for (const tab of byId('tabs').children) {
       const isChosen = tab.id === `tab-${name}`;
       tab.setAttribute('aria-selected', isChosen);
       tab.tabIndex = isChosen ? 0 : -1;
+      if (isChosen) tab.scrollIntoView({ block: 'nearest', inline: 'nearest' });
       byId(tab.getAttribute('aria-controls')).classList.toggle('chosen', isChosen);
     }
     if (name === 'text') this.source?.show();
-  }
-
-  listen() {
-    byId('chooser').addEventListener('change', (event) => this.openFile(event.target));
-    window.addEventListener('dragover', (event) => event.preventDefault());
-    window.addEventListener('drop', (event) => {
-      event.preventDefault();
-      this.openFile(event.dataTransfer);
-    });
-    window.addEventListener('keydown', (event) => {
-      if (!(event.ctrlKey || event.metaKey) || event.altKey) return;
-      const key = event.key.toLowerCase();
-      const isText = event.target.tagName === 'TEXTAREA';
-      const actions = { s: () => this.saveProject(), o: () => byId('chooser').click() };
-      if (!isText) Object.assign(actions, { z: () => this.step(event.shiftKey ? 1 : -1), y: () => this.step(1) });
-      if (!(key in actions)) return;
-      event.preventDefault();
-      actions[key]();
-    });
-    // What was typed a moment ago is kept, too.
-    document.addEventListener('visibilitychange', () => { if (document.hidden) this.store(); });
   }
 
   // ---- The job ----
@@ -204,7 +141,7 @@ class App {
     this.project = job.source === null ? projectText(job) : null;
     this.engine.run({
       job, text: this.project?.text ?? job.source, withRows: job.source !== null, language,
-      options: { ...job.options, file: job.name }, first: this.first?.request ?? null,
+      options: { ...job.options, file: job.name }, first: this.first?.request ?? null, pause: this.result.pause,
     });
     this.progressSoon ??= setTimeout(() => this.showProgress(say('starting')), 250);
   }

@@ -25,11 +25,15 @@ class Grid {
     this.message = make('p', { className: 'note', hidden: true }, say('rowsUnread'));
     this.body = make('tbody');
     const heading = (text) => make('th', { scope: 'col' }, text);
-    const head = make('tr', {}, ...(isPoints ? [] : [heading(say('use'))]), ...this.keys.map((key) => heading(say(key))), heading(''));
-    const grid = make('table', { className: 'data grid', 'aria-label': say(this.table) }, make('thead', {}, head), this.body);
+    this.headings = new Map(this.keys.map((key) => [key, heading(say(key))]));
+    const head = make('tr', {}, ...(isPoints ? [] : [heading(say('use'))]), ...this.headings.values(), heading(''));
+    this.grid = make('table', { className: 'data grid brief', 'aria-label': say(this.table) }, make('thead', {}, head), this.body);
+    const whole = make('input', { type: 'checkbox' });
+    whole.addEventListener('change', () => this.grid.classList.toggle('brief', !whole.checked));
+    this.whole = make('label', {}, whole, ` ${say('allColumns')}`);
     this.panel.replaceChildren(
-      make('div', { className: 'tools' }, this.filter, this.back, this.place, this.forward, add),
-      this.message, make('div', { className: 'wide' }, grid));
+      make('div', { className: 'tools' }, this.filter, this.back, this.place, this.forward, add, this.whole),
+      this.message, make('div', { className: 'wide' }, this.grid));
     this.body.addEventListener('input', (event) => this.type(event));
     this.body.addEventListener('change', (event) => this.change(event));
     this.body.addEventListener('click', (event) => this.click(event));
@@ -58,13 +62,23 @@ class Grid {
     this.back.disabled = this.page === 0;
     this.forward.disabled = this.page === last;
     this.message.hidden = this.owner.isReadable;
+    this.unused = this.unusedKeys();
+    this.whole.hidden = this.unused.length === 0;
+    for (const [key, heading] of this.headings) heading.classList.toggle('unused', this.unused.includes(key));
     this.body.replaceChildren(...shown.map((number) => this.row(number)));
     this.mark();
   }
 
+  // Columns without a value.
+  unusedKeys() {
+    const values = this.table === 'points' ? ['x', 'y', 'h'] : valueKeys;
+    const unused = values.filter((key) => this.rows.every((row) => row[key] === ''));
+    return unused.length === values.length ? [] : unused;
+  }
+
   row(number) {
     const row = this.rows[number];
-    const cells = this.keys.map((key) => make('td', { className: valueKeys.includes(key) ? 'value' : '' }, this.field(row, number, key),
+    const cells = this.keys.map((key) => make('td', { className: `${valueKeys.includes(key) ? 'value' : ''} ${this.unused.includes(key) ? 'unused' : ''}` }, this.field(row, number, key),
       valueKeys.includes(key) ? this.excluder(row, key) : null));
     const remove = iconButton('🗑', `${say('remove')} ${row.name ?? `${row.from} ${row.to}`}`);
     remove.dataset.action = 'remove';

@@ -4,10 +4,12 @@ class ResultView {
     this.panel = panel;
     this.owner = owner;
     this.kept = null;
+    this.pause = 0;  // before the next report is made, so that showing a long one does not stop typing
     panel.addEventListener('click', (event) => this.click(event));
   }
 
   take(html) {
+    const began = performance.now();
     const { scrollTop } = this.panel;
     this.panel.innerHTML = html;
     this.bar = make('div', { className: 'tools actions', hidden: true });
@@ -16,6 +18,8 @@ class ResultView {
     this.owner.reportWords = { ...report.dataset };
     this.kept = enhanceReport(report, this.kept);
     this.panel.scrollTop = scrollTop;
+    const most = 1500;
+    this.pause = Math.min(most, performance.now() - began);
   }
 
   clear() {

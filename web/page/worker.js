@@ -1,7 +1,7 @@
 'use strict';
 // The engine in its worker.  Messages: {module} once, then jobs {id, text, options, language, withRows,
-// first} and {id, output}; answers carry the id of their job.  `first`, the first of two variants,
-// comes with a job when it is another one.
+// pause, first} and {id, output}; answers carry the id of their job.  `first`, the first of two variants,
+// comes with a job when it is another one; for `pause` milliseconds the body waits for newer jobs.
 let engine;
 
 function textOf(pointer) {
@@ -38,9 +38,9 @@ function keepFirst() {
   engine._engine_keep();
 }
 
-// Lets messages in; whether a newer job is among them.
-async function isOutdated() {
-  await new Promise((resolve) => { setTimeout(resolve, 0); });
+// Lets messages in for that many milliseconds; whether a newer job is among them.
+async function isOutdated(pause = 0) {
+  await new Promise((resolve) => { setTimeout(resolve, pause); });
   return pending !== null;
 }
 
@@ -52,7 +52,7 @@ async function run(job) {
   postMessage({ id: job.id, opened, rows });
   if (!opened.ok || await isOutdated()) return;
   postMessage({ id: job.id, adjusted: adjust(job.options) });
-  if (await isOutdated()) return;
+  if (await isOutdated(job.pause)) return;
   const compared = first === null ? '' : textOf(engine._engine_compare());
   postMessage({ id: job.id, body: output('body'), compared: compared === '' ? null : JSON.parse(compared) });
 }
