@@ -57,7 +57,8 @@ const char* Guarded(Make make) {
   } catch (const std::exception&) {
     g_context.reset();
     g_report.reset();
-    return Answer(R"({"ok":false,"findings":)" + Json({Error(BRENU_OUT_OF_MEMORY)}, g_language) + '}');
+    return Answer(R"({"ok":false,"findings":)" + Json({Error(BRENU_OUT_OF_MEMORY)}, g_language) +
+                  '}');
   }
 }
 
@@ -75,10 +76,14 @@ Object Value(double value, double absent) {
 }
 
 Object ParametersOf(const AdjParam& p) {
-  return {{"MO", p.MO},     {"MS", p.MS},
-          {"MR", p.MR},     {"Lvl1", p.Lvl1},
-          {"Lvl2", p.Lvl2}, {"Lvl1Limit", p.Lvl1Limit},
-          {"Lvl2Limit", p.Lvl2Limit}, {"Limit", p.Limit},
+  return {{"MO", p.MO},
+          {"MS", p.MS},
+          {"MR", p.MR},
+          {"Lvl1", p.Lvl1},
+          {"Lvl2", p.Lvl2},
+          {"Lvl1Limit", p.Lvl1Limit},
+          {"Lvl2Limit", p.Lvl2Limit},
+          {"Limit", p.Limit},
           {"format", p.format}};
 }
 
@@ -155,8 +160,7 @@ Outcome Run(const Options& options) {
     (void)ComputeClosures(context);  // the adjustment will say what is the matter
   }
   Tell("adjusting", 0);
-  Outcome outcome =
-      Compute(context, options.snooping, [](int round) { Tell("snooping", round); });
+  Outcome outcome = Compute(context, options.snooping, [](int round) { Tell("snooping", round); });
   if (!outcome.ok || !context.rules.AreTextbook() || IsUnoriented(context)) return outcome;
   if (options.isThorough) {
     Tell("comparing", 0);
@@ -245,9 +249,7 @@ std::string Difference() {
   HtmlTables tables(html, sketch, g_language);
   tables.Add("plane-differences", {"Coordinates, B minus A", "坐标差，B 减 A"}, difference.plane);
   tables.Add("heights-differences", {"Heights, B minus A", "高程差，B 减 A"}, difference.heights);
-  return Dump({{"html", html},
-               {"onlyA", difference.onlyFirst},
-               {"onlyB", difference.onlySecond}});
+  return Dump({{"html", html}, {"onlyA", difference.onlyFirst}, {"onlyB", difference.onlySecond}});
 }
 
 }  // namespace
@@ -273,9 +275,7 @@ EMSCRIPTEN_KEEPALIVE const char* engine_rows() {
 // Adjusts it by {file, rules, levelSigma, alpha, thorough}: {ok, passed, headline,
 // suspects: [station, target, kind, w], reasons, remarks, findings}, the last three as findings.
 EMSCRIPTEN_KEEPALIVE const char* engine_adjust(const char* options) {
-  return Guarded([=] {
-    return g_context ? Adjust(Object::parse(options)) : std::string("null");
-  });
+  return Guarded([=] { return g_context ? Adjust(Object::parse(options)) : std::string("null"); });
 }
 
 // A rendering of the last adjustment: "body" or "html" (the page), "json", "text", "svg", "dxf";

@@ -50,8 +50,7 @@ Cofactors CofactorsOf(const PlanePointRow& row, double variance) {
   const double e = Square(row.ellipse.e) / variance;
   const double f = Square(row.ellipse.f) / variance;
   return {e * Square(std::cos(t)) + f * Square(std::sin(t)),
-          e * Square(std::sin(t)) + f * Square(std::cos(t)),
-          (e - f) * std::sin(t) * std::cos(t)};
+          e * Square(std::sin(t)) + f * Square(std::cos(t)), (e - f) * std::sin(t) * std::cos(t)};
 }
 
 double TestOf(const PlaneDifferenceRow& d, const Cofactors& a, const Cofactors& b) {
@@ -99,9 +98,9 @@ void ComparePlane(const PlaneReport& first, const PlaneReport& second, Compariso
     PlaneDifferenceRow row{a.name, b.x - a.x, b.y - a.y, 0.0, kNone, kNone, false};
     row.length = std::hypot(row.dx, row.dy);
     if (!(a.control && b.control)) {
-      row.test = TestOf(row, CofactorsOf(a, UnitVariance(first)),
-                        CofactorsOf(b, UnitVariance(second))) /
-                 pooled.variance;
+      row.test =
+          TestOf(row, CofactorsOf(a, UnitVariance(first)), CofactorsOf(b, UnitVariance(second))) /
+          pooled.variance;
       row.critical = critical;
     }
     row.significant = row.test > row.critical;
