@@ -87,7 +87,7 @@ void Page::Navigation() {
     m_out += std::string("<a href=\"#") + target + "\">" + In(words) + "</a>\n";
   };
   m_out += "<nav>\n";
-  link("sketch", {"Sketch", "网图"});
+  if (!m_sketch.Drawing().points.empty()) link("sketch", {"Sketch", "网图"});
   if (m_report.plane) link("plane", {"Plane", "平面网"});
   if (m_report.heights) link("heights", {"Heights", "高程网"});
   if (!m_report.closures.empty()) link("closures", {"Closures", "闭合差"});
@@ -114,6 +114,7 @@ void Page::VerdictPart() {
 }
 
 void Page::SketchPart() {
+  if (m_sketch.Drawing().points.empty()) return;
   m_out += "<h2 id=\"sketch\">";
   m_out += In({"Sketch", "网图"});
   m_out += "</h2>\n<div class=\"sketch\">\n";

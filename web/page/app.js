@@ -81,6 +81,8 @@ class App {
     this.history = new History({ ...emptyJob(), name, source: text, options: { ...this.job.options } });
     this.saved = this.job;
     this.verdict = null;
+    this.suspects.clear();
+    byId('verdict').replaceChildren();
     this.result.clear();
     this.showAll();
     this.storeSoon();
@@ -143,6 +145,7 @@ class App {
       job, text: this.project?.text ?? job.source, withRows: job.source !== null, language,
       options: { ...job.options, file: job.name }, first: this.first?.request ?? null, pause: this.result.pause,
     });
+    byId('verdict').classList.add('outdated');
     this.progressSoon ??= setTimeout(() => this.showProgress(say('starting')), 250);
   }
 
@@ -175,7 +178,7 @@ class App {
     this.verdict = { passed: false, headline: say('unread'), reasons: opened.findings.slice(0, 1), remarks: [] };
     this.result.clear();
     this.showVerdict();
-    if (this.tab === 'result') this.choose('text');
+    this.choose('text');
   }
 
   takeAdjusted(adjusted) {
@@ -243,6 +246,7 @@ class App {
 
   showVerdict() {
     const bar = byId('verdict');
+    bar.classList.remove('outdated');
     bar.classList.toggle('passed', this.verdict.passed);
     bar.replaceChildren(...verdictBar(this.verdict, (finding) => this.goToFinding(finding)));
     this.points.mark();
