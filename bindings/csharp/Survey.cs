@@ -86,6 +86,9 @@ public static partial class Native
         IntPtr context, int index, int number, out brenu_observation result);
 
     [DllImport(Library)]
+    public static extern IntPtr brenu_report(IntPtr context, int form, int language, byte[] title);
+
+    [DllImport(Library)]
     public static extern int brenu_untested_count(IntPtr context, int network);
 
     [DllImport(Library)]

@@ -221,6 +221,13 @@ class Context {
   }
 
   // ---- Results ----
+  // The report of the last adjustment, UTF-8.
+  std::string Report(brenu_report_form form, const std::string& title = "",
+                     brenu_language language = BRENU_ENGLISH) const {
+    const char* const text = brenu_report(Get(), form, language, title.c_str());
+    if (text == nullptr) throw std::bad_alloc();
+    return text;
+  }
   // Empty when the last computation did not adjust that network.
   std::optional<brenu_figures> Figures(brenu_network network) const {
     return Ask<brenu_figures>(

@@ -196,6 +196,26 @@ typedef struct brenu_figures { /* 24 bytes: of an adjusted network */
 /* False when the last computation did not adjust that network. */
 BRENU_API bool brenu_get_figures(AdjustmentContext* context, int32_t network, brenu_figures* out);
 
+/* ---- The report of the last adjustment ---- */
+
+/* Forms of the report. */
+typedef enum brenu_report_form {
+  BRENU_REPORT_JSON = 1, /* for programs: docs/json.md */
+  BRENU_REPORT_HTML = 2, /* a page that needs nothing else */
+  BRENU_REPORT_SVG = 3,  /* the sketch as a picture */
+  BRENU_REPORT_DXF = 4,  /* the sketch for CAD */
+  BRENU_REPORT_TEXT = 5
+} brenu_report_form;
+
+typedef enum brenu_language { BRENU_ENGLISH = 0, BRENU_CHINESE = 1 } brenu_language;
+
+/* The report of the last adjustment in that form and language (JSON and DXF have one language): verdict,
+ * tests, tables, closures if they were computed before.  `title` names the job, such as its file;
+ * null for none.  Text in UTF-8 that ends in a NUL and stays until the next call of this function
+ * with the context or its end.  Null for an unknown form, and when memory is exhausted. */
+BRENU_API const char* brenu_report(AdjustmentContext* context, int32_t form, int32_t language,
+                                   const char* title);
+
 /* ---- Walking a job.  Each call finds the next one in a time that hardly grows with the job;
  * adding and deleting in between is allowed.  DeletePoint moves the points behind it down: go on
  * from the index below the deleted one ---- */

@@ -14,6 +14,7 @@ from .outputs import HeightObsResult, LinePrecision, Observation, ObservationRes
 from .outputs import TraverseRow, TrilaterationChoice
 from .records import AdjParam, CircleRecord, CloseError, ControlFit, Figures, FileKind, Network
 from .records import ObsData, ObservationKind, PlaneResult, PointData, Rules, Test, VerticalResult
+from .report import Report
 
 Result = TypeVar("Result")
 Path = Union[str, bytes, "os.PathLike[str]"]
@@ -244,6 +245,18 @@ class Job:
     def get_figures(self, network: Network) -> Figures | None:
         """Figures of the last adjustment; None when it did not adjust that network."""
         return self._record(C.brenu_get_figures, layouts.brenu_figures, Figures, network)
+
+    def report(self, title: str = "", chinese: bool = False) -> Report:
+        """The report of the last adjustment, with the closures that were computed before it."""
+        forms = {"json": 1, "html": 2, "svg": 3, "dxf": 4, "text": 5}
+
+        def render(form: str) -> str:
+            text = C.brenu_report(self._context, forms[form], int(chinese), title.encode())
+            if text is None:
+                raise MemoryError("no room for the report")
+            return text.decode()
+
+        return Report(render)
 
     @property
     def taken_out(self) -> list[TakenOut]:

@@ -127,6 +127,7 @@ PROTOTYPES = {
         c_bool,
         [_CONTEXT, _Index, _Index, POINTER(rec.brenu_observation)],
     ),
+    "brenu_report": (_TEXT, [_CONTEXT, c_int32, c_int32, _TEXT]),
     "brenu_untested_count": (c_int32, [_CONTEXT, c_int32]),
     "brenu_get_control_fit": (c_bool, [_CONTEXT, _Index, POINTER(rec.brenu_control_fit)]),
     "brenu_get_figures": (c_bool, [_CONTEXT, c_int32, POINTER(rec.brenu_figures)]),

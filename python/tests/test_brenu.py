@@ -34,6 +34,22 @@ class Levelling(unittest.TestCase):
         self.assertAlmostEqual(abs(record.height_misclosure), 4.0, 6)
         self.assertIs(record.mark, True)
 
+    def test_report(self):
+        self.job.least_square_adj()
+        report = self.job.report("job.txt")
+        # Two lines of 1 mm each, 4 mm apart: each has v = -2 mm, r = 1/2 and w = -2.83.
+        self.assertEqual([o.station for o in report.heights.observations], ["A", "P"])
+        for observation in report.heights.observations:
+            self.assertAlmostEqual(observation.residual, -0.002, 9)
+            self.assertAlmostEqual(observation.redundancy, 0.5, 6)
+            self.assertAlmostEqual(observation.w, -8.0**0.5, 5)
+        self.assertFalse(report.verdict.passed)
+        self.assertAlmostEqual(report.heights.chi2_test.statistic, 8.0, 9)
+        self.assertEqual(len(report.to_rows("heights", "points")), 3)
+        self.assertIn("job.txt", report.to_html())
+        self.assertTrue(report.to_svg().startswith("<?xml"))
+        self.assertIn("\u672a\u901a\u8fc7", self.job.report(chinese=True).to_text())
+
     def test_rules_and_data_snooping(self):
         self.job.set_obs_data(0, "P", ObsData(1000.0, -1.0, 0.54))
         self.job.data_snooping(test=brenu.Test.TAU, critical=0.9)
