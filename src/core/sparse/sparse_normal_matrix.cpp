@@ -72,6 +72,7 @@ class SparseNormalMatrix : public NormalMatrix {
 
   void MakeCofactors() override {
     if (m_isInverse) return;
+    m_equations.Release();
     // Half a factor has no inverse, and half an inverse is left should memory end on the way.
     if (std::exchange(m_isFactor, false)) {
       InvertSelected(m_symbolic, m_elements);
