@@ -43,4 +43,10 @@ struct LargeAllocator {
 template <typename Value>
 using LargeVector = std::vector<Value, LargeAllocator<Value>>;
 
+// Gives the memory back; assigning {} would keep it.
+template <typename Value, typename Allocator>
+void Release(std::vector<Value, Allocator>& values) {
+  std::vector<Value, Allocator>().swap(values);
+}
+
 }  // namespace brenu

@@ -97,6 +97,11 @@ class NormalEquations {
   // for, or until the next Reset when the factors are kept, which takes as much memory again.
   std::vector<double> SolveAgain(std::span<const double> b) const;
   void KeepFactors() { m_matrix->KeepFactors(); }
+  // The cofactors between functions of the unknowns, a square by rows, while the factors are kept.
+  // The unknowns of one function must meet.
+  std::vector<double> CofactorsBetween(std::span<const std::vector<Term>> functions) const {
+    return m_matrix->CofactorsBetween(functions);
+  }
 
   // Of the last successful Solve; zero before the first.
   std::span<const double> Solution() const { return m_solution; }
