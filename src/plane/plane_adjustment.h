@@ -63,9 +63,9 @@ class PlaneAdjustment {
   Outcome AdjustAsTextbook();
   // Approximate coordinates alone.
   Outcome ApproximateAsTextbook();
-  // The same with data snooping (Baarda): as long as the largest standardised residual of those that
-  // others check exceeds the critical value, its observation is taken out; at the end each is tried
-  // again.  A control point that explains the misfit better than any observation ends it.
+  // The same with data snooping (Baarda): as long as the largest standardised residual of those
+  // that others check exceeds the critical value, its observation is taken out; at the end each is
+  // tried again.  A control point that explains the misfit better than any observation ends it.
   Outcome SnoopAsTextbook(double alpha, const std::function<void(int)>& announceRound = {});
 
   // Adjusts distances alone, with these parameters, on the coordinates as they are: known points
@@ -103,15 +103,17 @@ class PlaneAdjustment {
                                                 std::string_view target) const;
   std::optional<LinePrecision> PrecisionOfLine(std::string_view station,
                                                std::string_view target) const;
-  // Of the position of a target relative to its station: x and y are the coordinate differences.
-  // Empty between control points.
-  std::optional<PlaneResult> PrecisionBetween(SightNo sight) const;
+  // Of the position of the second point relative to the first: x and y are the coordinate
+  // differences.  They are the ends of a sight or a pair that the network was asked for.  Empty
+  // between control points.
+  std::optional<PlaneResult> PrecisionBetween(Slot fromSlot, Slot toSlot) const;
   // Whether the observations did not determine the point, so that it has no results.
   bool IsLeftOut(PointNo point) const { return m_isLeftOut.Has(point) && m_isLeftOut[point] != 0; }
   // Whether the computation held the point as a control point.
   bool IsControl(std::string_view name) const;
   // Of the observations of the last adjustment, by kinds in the order of the enumeration, each in
-  // walk order; those that a point left out makes useless are missing.  Empty without an adjustment.
+  // walk order; those that a point left out makes useless are missing.  Empty without an
+  // adjustment.
   std::vector<PlaneObsCheck> ObservationChecks() const;
   // The a-posteriori standard error of unit weight.
   double Sigma0() const { return m_sigma0; }
@@ -183,7 +185,7 @@ class PlaneAdjustment {
   Table<PointNo, std::pair<double, double>> m_holding;  // weights that hold X and Y of control
   std::vector<TakenOut> m_takenOut;
   std::size_t m_untested = 0;  // observations that data snooping could not test
-  Coordinates m_coords;  // working coordinates, then with precision
+  Coordinates m_coords;        // working coordinates, then with precision
   Table<PointNo, Position> m_approximate;
   ObservationTables m_obs;  // with use flags and residuals
   NormalEquations m_normal;

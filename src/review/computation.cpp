@@ -37,11 +37,23 @@ Outcome ComputeByFormat(AdjustmentContext& context, std::optional<double> snoopi
   return RunDataSnooping(context, kind, *snoopingAlpha, *snoopingAlpha, announceRound);
 }
 
+// Of the pairs asked for, those whose ellipse cannot be had.
+void SayWhichHaveNone(const AdjustmentContext& context, Outcome& outcome) {
+  const PlaneAdjustment& plane = context.plane.results;
+  const NameTable& names = plane.Net().layout.Names();
+  for (const auto& [from, to] : context.askedPairs) {
+    if (context.adjusted.plane && plane.PrecisionBetween(names.Find(from), names.Find(to)))
+      continue;
+    outcome.findings.push_back(Note(BRENU_NO_RELATIVE_ELLIPSE, {from, to}));
+  }
+}
+
 }  // namespace
 
 Outcome Compute(AdjustmentContext& context, std::optional<double> snoopingAlpha,
                 const AnnounceRound& announceRound) {
   Outcome outcome = ComputeByFormat(context, snoopingAlpha, announceRound);
+  if (outcome.ok) SayWhichHaveNone(context, outcome);
   // By the rules of textbooks a success says that something was adjusted, if not everything.
   return context.rules.AreTextbook() ? outcome : Judged(std::move(outcome));
 }
