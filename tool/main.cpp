@@ -8,18 +8,20 @@
 
 #include "adjust_command.h"
 #include "arguments.h"
+#include "check_command.h"
 #include "closures_command.h"
 #include "review/text.h"
 
 namespace {
 
 using brenu::tool::AdjustOptions;
+using brenu::tool::CheckOptions;
 using brenu::tool::ClosureOptions;
 using brenu::tool::ExitStatus;
 
 const char* const kStatusHelp =
-    "Exit status: 0 done, 1 the network cannot be computed or a closure error is beyond its limit, "
-    "2 a file or the command line is at fault.";
+    "Exit status: 0 done, 1 the network or a part of it cannot be computed or a closure error is "
+    "beyond its limit, 2 a file or the command line is at fault.";
 
 const char* const kUnitsHelp =
     "Lengths are metres, angles dd.mmss (30.15205 is 30 degrees 15' 20.5\").  MO is in "
@@ -73,8 +75,8 @@ CLI::App& AddAdjust(CLI::App& app, AdjustOptions& options) {
       "adjust",
       "Adjusts the network of a file and prints a summary and the adjusted points with their "
       "precision.  By its format: 0 directions, distances, azimuths and height differences; 1 "
-      "traverses without orientation; 3 distances only, the points being placed by trilateration "
-      "first.");
+      "traverses without orientation; 3 distances only.  Points that the observations do not "
+      "determine are left out by name.");
   AddFile(adjust, options);
   adjust
       .add_option("--result", options.resultFile,
@@ -130,6 +132,17 @@ void AddClosures(CLI::App& app, ClosureOptions& options) {
   closures.footer(std::string(kUnitsHelp) + kStatusHelp);
 }
 
+CLI::App& AddCheck(CLI::App& app, CheckOptions& options) {
+  CLI::App& check = *app.add_subcommand(
+      "check",
+      "Says what can be said before an adjustment: doubts about the file, the type of the network, "
+      "what is not determined, differences of what was observed in both ways, observed minus "
+      "computed from approximate values by size, closures beyond their limits.");
+  AddFile(check, options);
+  check.footer(std::string(kUnitsHelp) + kStatusHelp);
+  return check;
+}
+
 // A word in the place of the command that is none; says so.
 bool HasWrongCommand(const CLI::App& app, const std::vector<std::string>& arguments) {
   if (arguments.empty() || arguments.front().starts_with('-')) return false;
@@ -151,7 +164,9 @@ ExitStatus Run(std::vector<std::string> arguments) {
   app.footer(kStatusHelp);
   AdjustOptions adjustOptions;
   ClosureOptions closureOptions;
+  CheckOptions checkOptions;
   const CLI::App& adjust = AddAdjust(app, adjustOptions);
+  const CLI::App& check = AddCheck(app, checkOptions);
   AddClosures(app, closureOptions);
   if (HasWrongCommand(app, arguments)) return brenu::tool::kFileOrUsage;
   try {
@@ -160,6 +175,7 @@ ExitStatus Run(std::vector<std::string> arguments) {
   } catch (const CLI::ParseError& end) {  // also how help and version come out
     return app.exit(end) == 0 ? brenu::tool::kDone : brenu::tool::kFileOrUsage;
   }
+  if (check.parsed()) return brenu::tool::RunCheck(checkOptions);
   return adjust.parsed() ? brenu::tool::RunAdjust(adjustOptions)
                          : brenu::tool::RunClosures(closureOptions);
 }

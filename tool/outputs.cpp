@@ -4,7 +4,11 @@
 
 #include "io/replace_file.h"
 #include "report/csv.h"
+#include "report/dxf_sketch.h"
+#include "report/html_page.h"
 #include "report/json.h"
+#include "report/make_sketch.h"
+#include "report/svg_sketch.h"
 #include "report/text_report.h"
 
 namespace brenu::tool {
@@ -40,6 +44,13 @@ Ending WriteOutputs(const Report& report, const OutputOptions& options, Language
   if (ending.status == kDone) {
     ending = write(options.text, [&] { return TextReport(report, language); });
   }
+  if (ending.status == kDone) {
+    ending = write(options.html, [&] { return HtmlPage(report, language); });
+  }
+  if (ending.status != kDone || (options.svg.empty() && options.dxf.empty())) return ending;
+  const ReportSketch sketch(report, language);
+  ending = write(options.svg, [&] { return Svg(sketch.Drawing()); });
+  if (ending.status == kDone) ending = write(options.dxf, [&] { return Dxf(sketch.Drawing()); });
   return ending;
 }
 

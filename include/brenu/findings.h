@@ -31,7 +31,8 @@ typedef enum brenu_code {
   BRENU_NAME_IS_STATION = 20,   /* names: new name; the point has it, its observations do not */
   BRENU_NO_REFERENCE_DIRECTION = 21,   /* names: the two targets */
   BRENU_KIND_IS_NOT_NETWORK_TYPE = 22, /* values: kind, network type */
-  BRENU_POINT_UNKNOWN = 23,            /* names: point */
+  BRENU_OPTION_REFUSED = 23,           /* names: field of brenu_options; values: what it holds */
+  BRENU_POINT_UNKNOWN = 24,            /* names: point */
 
   /* ---- Files ---- */
   BRENU_FILE_MISSING = 100,

@@ -34,6 +34,19 @@ class Levelling(unittest.TestCase):
         self.assertAlmostEqual(abs(record.height_misclosure), 4.0, 6)
         self.assertIs(record.mark, True)
 
+    def test_rules_and_data_snooping(self):
+        self.job.set_obs_data(0, "P", ObsData(1000.0, -1.0, 0.54))
+        self.job.data_snooping(test=brenu.Test.TAU, critical=0.9)
+        [out] = self.job.taken_out
+        self.assertEqual(out.observation.kind, brenu.ObservationKind.HEIGHT_DIFFERENCE)
+        self.assertAlmostEqual(out.test_value, 1.0, 6)
+        self.assertEqual([o.kind for o in out.alternatives], [out.observation.kind])
+        self.assertEqual(self.job.get_untested_count(brenu.Network.HEIGHTS), 1)
+        self.job.rules = brenu.Rules.CLASSIC
+        self.job.data_snooping()
+        self.assertEqual(self.job.taken_out, [])
+        self.assertIsNone(self.job.get_control_fit(0))
+
     def test_records_come_back(self):
         self.assertEqual(self.job.get_point(2), PointData("B", 1, h=101.0))
         self.assertEqual([p.name for p in self.job.points if p.index > 0], ["P", "B"])
@@ -117,7 +130,7 @@ class Text(unittest.TestCase):
 class Trilateration(unittest.TestCase):
     def test_a_point_is_placed_once(self):
         circles = brenu.CircleRecord("A", 100, 100, 50), brenu.CircleRecord("B", 100, 160, 50)
-        with Job() as job:
+        with Job(rules=brenu.Rules.CLASSIC) as job:
             with self.assertRaises(brenu.DataError):  # there is no plane network
                 job.calc_trilaterationp_point(True, *circles, "P")
             job.read(

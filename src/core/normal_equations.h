@@ -61,8 +61,8 @@ class NormalEquations {
   // diagonal elements, are held at 0.  Gives all unknowns that would move with them, ascending.
   // Needs the sparse form.
   std::vector<std::int32_t> SolveDetermined();
-  // N^-1 b for another right-hand side, after SolveDetermined: as long as no cofactor was asked for,
-  // or until the next Reset when the factors are kept, which takes as much memory again.
+  // N^-1 b for another right-hand side, after SolveDetermined: as long as no cofactor was asked
+  // for, or until the next Reset when the factors are kept, which takes as much memory again.
   std::vector<double> SolveAgain(std::span<const double> b) const;
   void KeepFactors() { m_matrix->KeepFactors(); }
 

@@ -79,7 +79,8 @@ class PackedNormalMatrix : public NormalMatrix {
     for (std::size_t k = 0; k < function.size(); ++k) {
       product[k] = 0.0;
       for (const Term& m : function) {
-        product[k] += m_elements[PackedIndex(At(function[k].unknown), At(m.unknown))] * m.coefficient;
+        product[k] +=
+            m_elements[PackedIndex(At(function[k].unknown), At(m.unknown))] * m.coefficient;
       }
     }
   }

@@ -9,6 +9,7 @@ namespace brenu {
 namespace {
 
 constexpr double kLeastRedundancy = 0.05;  // below this others hardly check an observation
+constexpr double kLeastSeen = 0.001;       // and below this rounding blurs what they say
 constexpr std::size_t kMostChanges = 40;   // before everything is adjusted anew
 constexpr int kMostBatches = 2000;
 
@@ -51,8 +52,8 @@ class Equations {
 
 class Snooping {
  public:
-  Snooping(SnoopedNetwork& network, double critical)
-      : m_network(network), m_critical(critical), m_items(network.Count()) {}
+  Snooping(SnoopedNetwork& network, const OutlierTest& test)
+      : m_network(network), m_test(test), m_items(network.Count()) {}
 
   SnoopingResult Run(const std::function<void(int)>& announceRound) {
     for (int batch = 0; batch < kMostBatches; ++batch) {
@@ -87,9 +88,10 @@ class Snooping {
 
     double ResidualVariance() const { return variance - cofactor; }
     bool IsChecked() const { return ResidualVariance() > kLeastRedundancy * variance; }
-    // Of an observation in use that others check; 0 for any other.
-    double TestValue() const {
-      if (!isInUse || !IsChecked()) return 0.0;
+    // With the a-priori sigma0.  Of an observation in use that others check; 0 for any other.
+    double TestValue() const { return IsChecked() ? Standardised() : 0.0; }
+    double Standardised() const {
+      if (!isInUse || !(ResidualVariance() > kLeastSeen * variance)) return 0.0;
       return std::fabs(residual) / std::sqrt(ResidualVariance());
     }
     // Of one that is out, as if it were in.
@@ -121,26 +123,47 @@ class Snooping {
   }
 
   void RecordWhatIsOut() {
+    const double sigma0 = EstimateUnitWeight().sigma0;
     for (std::size_t i = 0; i < m_items.size(); ++i) {
       const Item& item = m_items[i];
       if (item.isInUse || item.isLeftOut) continue;
-      m_result.takenOut.push_back({i, item.PredictionTest(), {}});
+      m_result.takenOut.push_back({i, item.PredictionTest() / sigma0, {}});
     }
+  }
+
+  // By how much a-priori errors are multiplied, and the redundancy of what is in use.
+  struct UnitWeight {
+    double sigma0 = 1.0;
+    double redundancy = 0.0;
+  };
+  UnitWeight EstimateUnitWeight() const {
+    if (m_test.kind == OutlierTest::Kind::kBaarda) return {};
+    double pvv = 0.0;
+    double redundancy = 0.0;
+    for (const Item& item : m_items) {
+      if (!item.isInUse) continue;
+      pvv += item.residual * item.residual / item.variance;
+      redundancy += item.ResidualVariance() / item.variance;
+    }
+    redundancy = std::round(redundancy);  // all redundancy numbers together
+    return {std::sqrt(pvv / redundancy), redundancy};
   }
 
   // What a control point has to exceed to take the blame.
   double Limit() const {
     constexpr double kClearly = 1.2;
-    double largest = m_critical;
-    for (const Item& item : m_items) largest = std::max(largest, item.TestValue());
+    const UnitWeight unit = EstimateUnitWeight();
+    double largest = unit.sigma0 * m_test.Critical(unit.redundancy);
+    for (const Item& item : m_items) largest = std::max(largest, item.Standardised());
     return kClearly * largest;
   }
 
-  // False when none exceeds the critical value.
+  // False when no test value exceeds the critical one.
   bool TakeOutBatch(const std::function<void(int)>& announceRound) {
     while (m_changes.size() < kMostChanges) {
+      const UnitWeight unit = EstimateUnitWeight();
       std::size_t worst = m_items.size();
-      double largest = m_critical;
+      double largest = unit.sigma0 * m_test.Critical(unit.redundancy);
       for (std::size_t i = 0; i < m_items.size(); ++i) {
         const double value = m_items[i].TestValue();
         if (!(value > largest)) continue;
@@ -148,15 +171,22 @@ class Snooping {
         worst = i;
       }
       if (worst == m_items.size()) break;
+      // An error that hardly shows in its own residual shows all the more in those of others.
+      for (std::size_t i = 0; i < m_items.size(); ++i) {
+        if (!(m_items[i].Standardised() > largest)) continue;
+        largest = m_items[i].Standardised();
+        worst = i;
+      }
       if (announceRound) announceRound(++m_round);
-      TakeOut(worst);
+      TakeOut(worst, unit.sigma0);
     }
     return !m_changes.empty();
   }
 
-  void TakeOut(std::size_t i) {
+  void TakeOut(std::size_t i, double sigma0) {
     std::vector<double> g = Effect(i);
-    m_result.takenOut.push_back({i, m_items[i].TestValue(), IndistinguishableFrom(i, g)});
+    m_result.takenOut.push_back(
+        {i, m_items[i].Standardised() / sigma0, IndistinguishableFrom(i, g)});
     SetInUse(i, false);
     Apply(i, std::move(g), m_items[i].ResidualVariance());
   }
@@ -164,8 +194,9 @@ class Snooping {
   // Puts back what agrees with the others after all, the best first; false when nothing does.
   bool TryAgain() {
     while (m_changes.size() < kMostChanges) {
+      const UnitWeight unit = EstimateUnitWeight();
       std::size_t best = m_items.size();
-      double least = m_critical;
+      double least = unit.sigma0 * m_test.CriticalOfPrediction(unit.redundancy);
       for (const SnoopedOut& out : m_result.takenOut) {
         const Item& item = m_items[out.number];
         if (item.isFinal || item.isLeftOut || !(item.PredictionTest() < least)) continue;
@@ -238,7 +269,7 @@ class Snooping {
   }
 
   SnoopedNetwork& m_network;
-  double m_critical;
+  OutlierTest m_test;
   int m_round = 0;
   Equations m_equations;
   std::vector<Item> m_items;
@@ -248,9 +279,9 @@ class Snooping {
 
 }  // namespace
 
-SnoopingResult Snoop(SnoopedNetwork& network, double critical,
+SnoopingResult Snoop(SnoopedNetwork& network, const OutlierTest& test,
                      const std::function<void(int)>& announceRound) {
-  return Snooping(network, critical).Run(announceRound);
+  return Snooping(network, test).Run(announceRound);
 }
 
 }  // namespace brenu

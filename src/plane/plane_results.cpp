@@ -15,12 +15,11 @@ bool PlaneAdjustment::IsControl(std::string_view name) const {
   return m_net->layout.IsControl(m_net->layout.IndexOfPoint(name));
 }
 
-// By the classic rules the residual (arc-seconds) divided by 10000 is read as dd.mmss: exact below 100", above that the
-// hundreds count as minutes (docs/computations.md, "Where to take care").
+// By the classic rules the residual (arc-seconds) divided by 10000 is read as dd.mmss: exact below
+// 100", above that the hundreds count as minutes (docs/computations.md, "Where to take care").
 PlaneObsResult PlaneAdjustment::AngleResult(const PlaneObs& o, double observed) const {
-  const double adjusted = m_rules == RuleSet::kClassic
-                              ? o.observed + DmsToRad(o.residual / 10000.0)
-                              : FullCircle(o.observed + o.residual / kRho);
+  const double adjusted = m_rules == RuleSet::kClassic ? o.observed + DmsToRad(o.residual / 10000.0)
+                                                       : FullCircle(o.observed + o.residual / kRho);
   return {observed, o.residual, RadToDms(adjusted), m_param.MO, !o.inUse};
 }
 

@@ -83,8 +83,9 @@ HeightsReport Maker::Heights() const {
     if (!r) continue;
     const bool control = IsHeightControl(point);
     const double mh = control ? 0.0 : r->sigma;
-    report.points.push_back(
-        {ToUtf8(brenu::NameOf(point)), control, r->height, mh, mh * report.factor95});
+    HeightRow row{ToUtf8(brenu::NameOf(point)), control, r->height, mh, mh * report.factor95, {}};
+    if (point.x != 0.0 && point.y != 0.0) row.map = {point.x, point.y};
+    report.points.push_back(std::move(row));
   }
   const Table<SightNo, ObservationCheck> checks = results.ObservationChecks();
   report.observations.reserve(checks.Size());

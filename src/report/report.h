@@ -7,6 +7,7 @@
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "core/finding.h"
@@ -35,6 +36,7 @@ struct HeightRow {
   bool control;
   double h, mh;
   double mh95;  // half width of the interval that holds the height with 95 %
+  std::optional<std::pair<double, double>> map;  // X and Y of the file, where it gives them
 };
 
 // How well the others check an observation, by its redundancy number.

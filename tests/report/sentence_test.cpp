@@ -54,8 +54,8 @@ TEST(Sentence, WordsOfBothLanguages) {
             "点 P 未参加平差：仅有方向 2 个、边长 1 个；请从另一个已知点观测该点，或加测一条边长");
   EXPECT_EQ(chinese(Warning(BRENU_POINTS_WEAK, {"A", "B", "C"})),
             "检核不足：点 A、B、C；请从别处再观测一次");
-  EXPECT_EQ(chinese(Warning(BRENU_OBSERVATION_SUSPECT, {"A", "B"}, {1, 5.25, 3.5, -0.0123})),
-            "边长 A - B 不符：检验值为 5.3，临界值为 3.50；若增大 12.3 mm则相符；请检查");
+  EXPECT_EQ(chinese(Warning(BRENU_OBSERVATION_SUSPECT, {"A", "B"}, {1, 5.26, 3.5, -0.0123})),
+            "边长 A - B 不符：检验值为 5.3，临界值为 3.50；若增大 12.3 mm 则相符；请检查");
   EXPECT_EQ(chinese(Warning(BRENU_LINES_SKIPPED, {}, {4})).find("此行（另有 4 处）在各节之外"), 0U);
 }
 

@@ -27,7 +27,7 @@ constexpr SentenceEntry kSentences[] = {
      "observation-suspect",
      {"the {k1} {1} - {2} does not fit: its test value is {v2.1}, the critical one {v3.2}; it "
       "would fit if it were {u14}; check it",
-      "{k1} {1} - {2} 不符：检验值为 {v2.1}，临界值为 {v3.2}；若{u14}则相符；请检查"}},
+      "{k1} {1} - {2} 不符：检验值为 {v2.1}，临界值为 {v3.2}；若{u14} 则相符；请检查"}},
     {BRENU_MORE_SUSPECTS,
      "more-suspects",
      {"further observations beyond the critical value: {v1}, some of them because of the first; "
