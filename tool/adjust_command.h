@@ -15,8 +15,8 @@ struct AdjustOptions : FileOptions {
   OutputOptions outputs;
   std::optional<double> alpha;  // for data snooping: its level of significance, in (0, 1)
   std::vector<std::pair<std::string, std::string>> pairs;  // relative ellipses asked for
-  bool summaryOnly = false;     // no tables of points
-  bool noVerdict = false;       // a network that does not pass is no failure
+  bool summaryOnly = false;                                // no tables of points
+  bool noVerdict = false;  // a network that does not pass is no failure
   Rules rules{RuleSet::kTextbook};
 };
 

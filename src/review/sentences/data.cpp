@@ -65,7 +65,8 @@ constexpr SentenceEntry kSentences[] = {
      {"directions and azimuths take no part with format 3; by the classic rules they count in the "
       "redundancy all the same, so that m0 and the standard errors come out too small; every line "
       "of a station file has a direction",
-      "格式 3 中方向和方位角不参加平差；按经典规则它们仍计入多余观测数，使 m0 和各中误差偏小；测站观测文件的每一行都有方向"}},
+      "格式 3 中方向和方位角不参加平差；按经典规则它们仍计入多余观测数，使 m0 "
+      "和各中误差偏小；测站观测文件的每一行都有方向"}},
     {BRENU_FORMAT_NEEDS_PLANE,
      "format-needs-plane",
      {"formats 1 (traverses without orientation) and 3 (distances only) need points with known X "
