@@ -37,13 +37,22 @@ void AddFile(CLI::App& command, brenu::tool::FileOptions& options) {
       ->required();
   command.add_flag("--strict", options.strict,
                    "treat a doubt about a value of the file as an error");
+  command
+      .add_option_function<std::string>(
+          "--lang",
+          [&options](const std::string& language) {
+            options.language =
+                language == "zh" ? brenu::Language::kChinese : brenu::Language::kEnglish;
+          },
+          "language of findings, verdict and reports: en or zh (that of the environment)")
+      ->check(CLI::IsMember({"en", "zh"}))
+      ->type_name("LANG");
 }
 
 void AddOutputs(CLI::App& command, brenu::tool::OutputOptions& outputs) {
   const auto add = [&](const char* name, std::string& path, const char* help) {
     command.add_option(name, path, help)->type_name("OUT");
   };
-  outputs.language = brenu::tool::LanguageOfEnvironment();
   add("--html", outputs.html, "write the report page to this file");
   add("--json", outputs.json,
       "write the report for programs to this file, or with - to the standard output in place of "
@@ -53,16 +62,6 @@ void AddOutputs(CLI::App& command, brenu::tool::OutputOptions& outputs) {
   add("--dxf", outputs.dxf, "write the sketch as a drawing to this file");
   command.add_option("--csv", outputs.csvFolder, "write the tables of the report to this folder")
       ->type_name("DIR");
-  command
-      .add_option_function<std::string>(
-          "--lang",
-          [&outputs](const std::string& language) {
-            outputs.language =
-                language == "zh" ? brenu::Language::kChinese : brenu::Language::kEnglish;
-          },
-          "language of verdict, page and text report: en or zh (that of the environment)")
-      ->check(CLI::IsMember({"en", "zh"}))
-      ->type_name("LANG");
 }
 
 void AddRules(CLI::App& command, brenu::Rules& rules) {
@@ -102,6 +101,13 @@ CLI::App& AddAdjust(CLI::App& app, AdjustOptions& options) {
                   "take gross errors out by data snooping with this level of significance between "
                   "0 and 1, such as 0.001, and list them (format 0)")
       ->type_name("ALPHA");
+  adjust
+      .add_option(
+          "--between", options.pairs,
+          "report the relative ellipse of these two points, too; observed pairs have theirs "
+          "anyway; may be given several times")
+      ->allow_extra_args(false)
+      ->type_name("A B");
   adjust.add_flag("--summary", options.summaryOnly, "print no tables of points");
   AddOutputs(adjust, options.outputs);
   adjust.add_flag("--no-verdict", options.noVerdict,

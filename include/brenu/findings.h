@@ -32,6 +32,7 @@ typedef enum brenu_code {
   BRENU_NO_REFERENCE_DIRECTION = 21,   /* names: the two targets */
   BRENU_KIND_IS_NOT_NETWORK_TYPE = 22, /* values: kind, network type */
   BRENU_OPTION_REFUSED = 23,           /* names: field of brenu_options; values: what it holds */
+  BRENU_POINT_UNKNOWN = 24,            /* names: point */
 
   /* ---- Files ---- */
   BRENU_FILE_MISSING = 100,
@@ -42,10 +43,11 @@ typedef enum brenu_code {
   BRENU_FILE_BINARY = 105,
   BRENU_FILE_UTF16 = 106,
   BRENU_FILE_OF_OTHER_KIND = 107,
-  BRENU_FILE_IS_PROJECT = 108,    /* where a station and observation file is wanted */
-  BRENU_FILE_IS_STATION = 109,    /* where a project file is wanted */
-  BRENU_FILE_NOT_WRITTEN = 110,   /* names: path */
-  BRENU_REPORT_STOPS_SHORT = 111, /* names: path */
+  BRENU_FILE_IS_PROJECT = 108,      /* where a station and observation file is wanted */
+  BRENU_FILE_IS_STATION = 109,      /* where a project file is wanted */
+  BRENU_FILE_NOT_WRITTEN = 110,     /* names: path */
+  BRENU_REPORT_STOPS_SHORT = 111,   /* names: path */
+  BRENU_FILE_WOULD_OVERWRITE = 112, /* the data or another report; names: path */
 
   /* ---- Lines that cannot be read; refusals of the calls above come with a line, too ---- */
   BRENU_LINE_TOO_LONG = 120,
@@ -93,6 +95,9 @@ typedef enum brenu_code {
                                              coordinates (metres), how many more */
   BRENU_CONTROL_FAR_AWAY = 317, /* names: point, coordinate; values: how far, spread of the
                                    others, metres */
+  BRENU_AXES_EXCHANGED = 318,   /* names: station, target; values: how many angles and azimuths
+                                   between control points fit with X and Y exchanged, while none
+                                   does as they are */
 
   /* ---- Computations ---- */
   BRENU_NOTHING_LEVELLED = 400,
@@ -133,9 +138,10 @@ typedef enum brenu_code {
   BRENU_CLASSIC_RULES_REFUSE = 432,
   BRENU_LEVEL_SIGMA_CONTRADICTED = 433, /* values: a-posteriori, a-priori, mm for 1 km */
   BRENU_GROUP_LEFT_OUT = 434,           /* names: points that hang together; values: as for one */
+  BRENU_NO_RELATIVE_ELLIPSE = 435,      /* names: the two points that it was asked for */
 
-  /* The verdict on an adjustment.  Networks by number: 0 heights, 1 plane.  Kinds of observations: 0
-   * directions, 1 distances, 2 azimuths, 3 height differences; their errors are arc-seconds or
+  /* The verdict on an adjustment.  Networks by number: 0 heights, 1 plane.  Kinds of observations:
+   * 0 directions, 1 distances, 2 azimuths, 3 height differences; their errors are arc-seconds or
    * metres. */
   BRENU_M0_TOO_LARGE = 600,        /* values: network, [pvv] a priori, its upper bound, m0 by its
                                       a-priori value */
@@ -160,7 +166,8 @@ typedef enum brenu_code {
   BRENU_LIKE_MINUTES = 616,        /* values: how many */
   BRENU_LIKE_METRES = 617,         /* values: how many */
   BRENU_LIKE_FEET = 618,
-  BRENU_CLOSURES_EXPLAINED = 619 /* values: how many run over observations taken out */
+  BRENU_CLOSURES_EXPLAINED = 619, /* values: how many run over observations taken out */
+  BRENU_NAME_NOT_GBK = 620        /* names: points, UTF-8 in a report of code page 936 */
 } brenu_code;
 
 #endif /* BRENU_FINDINGS_H_ */

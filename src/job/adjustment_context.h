@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "core/finding.h"
@@ -46,6 +47,8 @@ struct AdjustmentContext {
   AdjParam param = brenu::kDefaultParam;
   brenu::Rules rules;  // of the computations beyond the 61 functions, which are always classic
   brenu::Store store;
+  // Points whose relative precision will be asked for, stored pairs apart, by name.
+  std::vector<std::pair<std::string, std::string>> askedPairs;
   brenu::Store::PointMap
       originalPoints;  // as the last project file gave them; no function reads them
   std::int32_t netType = brenu::kNoControl;  // as of the last build or classification
