@@ -36,6 +36,32 @@ inline void Enter(const GeneratedNetwork& network, const Job& job) {
   }
 }
 
+// Random numbers, the same on every machine.
+class Noise {
+ public:
+  double Uniform() { return static_cast<double>(m_random()) / 2147483647.0; }
+  // About normally distributed, with unit variance.
+  double Normal() {
+    double sum = -6.0;
+    for (int i = 0; i < 12; ++i) sum += Uniform();
+    return sum;
+  }
+  std::size_t Below(std::size_t count) { return m_random() % count; }
+
+ private:
+  std::minstd_rand m_random;
+};
+
+inline constexpr double kHalfTurn = 3.14159265358979323846;
+
+// dd.mmss
+inline double PackedDegrees(double radians) {
+  const double seconds = radians * 648000.0 / kHalfTurn;
+  const double degrees = std::floor(seconds / 3600.0);
+  const double minutes = std::floor((seconds - 3600.0 * degrees) / 60.0);
+  return degrees + minutes / 100.0 + (seconds - 3600.0 * degrees - 60.0 * minutes) / 10000.0;
+}
+
 enum class PointOrder { kByRows, kShuffled };
 
 // A grid of rows x columns points, some hundred metres apart.  The observations are precise, so
@@ -48,7 +74,7 @@ class GridNetwork {
     std::iota(m_indices.begin(), m_indices.end(), 0);
     if (order == PointOrder::kShuffled) {
       for (std::size_t i = m_indices.size(); i > 1; --i) {
-        std::swap(m_indices[i - 1], m_indices[m_random() % i]);
+        std::swap(m_indices[i - 1], m_indices[m_noise.Below(i)]);
       }
     }
   }
@@ -59,14 +85,15 @@ class GridNetwork {
     GeneratedNetwork network = Points(10);
     constexpr std::pair<int, int> kSteps[] = {{0, 1}, {1, 0}, {1, 1}, {0, -1}, {-1, 0}, {-1, -1}};
     std::vector<double> orientation;  // away from zero, where readings would wrap
-    for (std::size_t i = 0; i < m_indices.size(); ++i) orientation.push_back(0.2 + 5.8 * Uniform());
+    for (std::size_t i = 0; i < m_indices.size(); ++i)
+      orientation.push_back(0.2 + 5.8 * m_noise.Uniform());
     ForEachStep(kSteps, [&](std::int32_t a, std::int32_t b, std::size_t step) {
       const double dx = m_x[At(b)] - m_x[At(a)];
       const double dy = m_y[At(b)] - m_y[At(a)];
-      const double reading =
-          std::atan2(dy, dx) + orientation[At(a)] + kDirectionNoise * Noise() + 4.0 * kHalfTurn;
+      const double reading = std::atan2(dy, dx) + orientation[At(a)] +
+                             kDirectionNoise * m_noise.Normal() + 4.0 * kHalfTurn;
       ObsData obs = Direction(PackedDegrees(std::fmod(reading, 2.0 * kHalfTurn)));
-      if (step < 3) obs.distance = std::hypot(dx, dy) + kDistanceNoise * Noise();
+      if (step < 3) obs.distance = std::hypot(dx, dy) + kDistanceNoise * m_noise.Normal();
       network.lines.push_back({a, b, obs});
     });
     for (PointData& p : network.points) {
@@ -80,9 +107,9 @@ class GridNetwork {
     GeneratedNetwork network = Points(1);
     constexpr std::pair<int, int> kSteps[] = {{0, 1}, {1, 0}};
     ForEachStep(kSteps, [&](std::int32_t a, std::int32_t b, std::size_t) {
-      const double length = 500.0 + 1000.0 * Uniform();
+      const double length = 500.0 + 1000.0 * m_noise.Uniform();
       const double rise = network.points[At(b)].h - network.points[At(a)].h;
-      const double noise = kLevellingNoise * std::sqrt(length / 1000.0) * Noise();
+      const double noise = kLevellingNoise * std::sqrt(length / 1000.0) * m_noise.Normal();
       network.lines.push_back({a, b, Levelled(length, rise + noise)});
     });
     for (PointData& p : network.points) {
@@ -92,7 +119,6 @@ class GridNetwork {
   }
 
  private:
-  static constexpr double kHalfTurn = 3.14159265358979323846;
   static constexpr double kDirectionNoise = 0.025 / 206264.8;  // radians
   static constexpr double kDistanceNoise = 0.00005;            // metres
   static constexpr double kLevellingNoise = 0.001;             // metres for one kilometre
@@ -102,20 +128,6 @@ class GridNetwork {
   std::int32_t IndexAt(std::int32_t row, std::int32_t column) const {
     return m_indices[At(row * m_columns + column)];
   }
-  double Uniform() { return static_cast<double>(m_random()) / 2147483647.0; }
-  // About normally distributed, with unit variance.
-  double Noise() {
-    double sum = -6.0;
-    for (int i = 0; i < 12; ++i) sum += Uniform();
-    return sum;
-  }
-  static double PackedDegrees(double radians) {
-    const double seconds = radians * 648000.0 / kHalfTurn;
-    const double degrees = std::floor(seconds / 3600.0);
-    const double minutes = std::floor((seconds - 3600.0 * degrees) / 60.0);
-    return degrees + minutes / 100.0 + (seconds - 3600.0 * degrees - 60.0 * minutes) / 10000.0;
-  }
-
   bool IsControl(std::int32_t row, std::int32_t column, int knownType) const {
     const bool pair = knownType == 10;
     if (row == m_rows - 1 && column >= m_columns - (pair ? 2 : 1)) return true;
@@ -132,11 +144,11 @@ class GridNetwork {
         const std::int32_t index = IndexAt(row, column);
         char name[16];
         std::snprintf(name, sizeof(name), "P%07d", static_cast<int>(index));
-        m_x[At(index)] = 10000.0 + 500.0 * row + 200.0 * Uniform();
-        m_y[At(index)] = 20000.0 + 500.0 * column + 200.0 * Uniform();
+        m_x[At(index)] = 10000.0 + 500.0 * row + 200.0 * m_noise.Uniform();
+        m_y[At(index)] = 20000.0 + 500.0 * column + 200.0 * m_noise.Uniform();
         network.points[At(index)] =
             MakePoint(name, IsControl(row, column, knownType) ? knownType : 0, m_x[At(index)],
-                      m_y[At(index)], 100.0 + 50.0 * Uniform());
+                      m_y[At(index)], 100.0 + 50.0 * m_noise.Uniform());
       }
     }
     return network;
@@ -157,7 +169,7 @@ class GridNetwork {
   }
 
   std::int32_t m_rows, m_columns;
-  std::minstd_rand m_random;
+  Noise m_noise;
   std::vector<std::int32_t> m_indices;  // by place in the grid: the store index
   std::vector<double> m_x, m_y;         // by store index: true coordinates
 };

@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <cstdint>
 
+#include "bench/free_stations.h"
 #include "bench/grid_network.h"
 #include "job/adjustment_context.h"
 #include "plane/plane_net.h"
@@ -61,6 +62,25 @@ BENCHMARK(PlaneByRows)->Arg(10000)->Arg(100000)->Iterations(1)->Unit(benchmark::
 // Runs on demand only: minutes, and several gigabytes.
 void OnDemandPlaneMillion(benchmark::State& state) { PlaneShuffled(state); }
 BENCHMARK(OnDemandPlaneMillion)->Arg(1000000)->Iterations(1)->Unit(benchmark::kMillisecond);
+
+// By the rules of textbooks: approximate coordinates, and the adjustment that begins with them.
+void PlaneFreeStations(benchmark::State& state) {
+  const auto net = testing::MakeNet<PlaneNet>(
+      testing::FreeStations(static_cast<std::int32_t>(state.range(0))).Make());
+  Meter meter(state);
+  while (state.KeepRunning()) {
+    meter.Start();
+    PlaneAdjustment approximate(net, RuleSet::kTextbook);
+    bool ok = approximate.ApproximateAsTextbook().ok;
+    meter.Count("approximate");
+    PlaneAdjustment whole(net, RuleSet::kTextbook);
+    ok = whole.AdjustAsTextbook().ok && ok;
+    meter.Count("approximate and adjust");
+    if (!ok) state.SkipWithError("the network was not adjusted");
+  }
+}
+BENCHMARK(PlaneFreeStations)->Arg(1000)->MinTime(0.3)->Unit(benchmark::kMillisecond);
+BENCHMARK(PlaneFreeStations)->Arg(10000)->Arg(100000)->Iterations(1)->Unit(benchmark::kMillisecond);
 
 // One gross error for 500 points, evenly spread: 20 for 10 000.
 std::size_t PlantBlunders(GeneratedNetwork& network) {

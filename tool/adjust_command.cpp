@@ -1,9 +1,12 @@
 #include "adjust_command.h"
 
+#include <algorithm>
+
 #include "report_files.h"
 #include "review/computation.h"
 #include "review/data_check.h"
 #include "review/network_view.h"
+#include "review/rules_check.h"
 #include "tables/point_table.h"
 #include "tables/summary.h"
 #include "tables/taken_out.h"
@@ -16,9 +19,9 @@ namespace {
 std::string NetworkText(const AdjustmentContext& context, const AdjustOptions& options) {
   const auto networks = AdjustedNetworks(context);
   const auto observations = ObservationsOf(context);
-  std::string text;
+  std::string text = context.rules.AreTextbook() ? "Rules of textbooks\n" : "Classic rules\n";
   for (const Network network : networks) {
-    if (!text.empty()) text += '\n';
+    text += '\n';
     text += network == Network::kHeights ? "Levelling network\n" : "Plane network\n";
     text += Summary(context, network, observations);
   }
@@ -66,8 +69,18 @@ Ending WriteClosures(AdjustmentContext& context, const AdjustOptions& options) {
   return WriteClosureFile(context, options.closureFile);
 }
 
+// Whether everything was adjusted, and control and observations agree so far.
+bool IsComplete(const Findings& findings) {
+  return std::none_of(findings.begin(), findings.end(), [](const Finding& f) {
+    return f.severity == Severity::kError || f.code == BRENU_POINT_LEFT_OUT ||
+           f.code == BRENU_GROUP_LEFT_OUT || f.code == BRENU_POINTS_UNDETERMINED ||
+           f.code == BRENU_HEIGHTS_LEFT_OUT || f.code == BRENU_CONTROL_DOES_NOT_FIT;
+  });
+}
+
 Ending Adjust(AdjustmentContext& context, const AdjustOptions& options, Progress& progress,
               std::string& text) {
+  context.rules = options.rules;
   if (!AreFit(context, options)) return {kFileOrUsage, {}};
   if (Findings found = CheckWeights(context); !found.empty()) {
     return {kFileOrUsage, std::move(found)};
@@ -79,11 +92,22 @@ Ending Adjust(AdjustmentContext& context, const AdjustOptions& options, Progress
   Outcome computed =
       Compute(context, options.alpha, [&](int round) { progress.EnterRound(round); });
   if (!computed.ok) return Ending::Of(std::move(computed), kComputationFailed);
+  ending = {IsComplete(computed.findings) ? kDone : kComputationFailed,
+            std::move(computed.findings)};
+  if (context.rules.AreTextbook() && !IsUnoriented(context)) {
+    progress.Enter("comparing with the classic rules");
+    for (Findings found : {CompareRules(context), CheckLevelSigma(context)}) {
+      ending.findings.insert(ending.findings.end(), found.begin(), found.end());
+    }
+  }
   progress.Enter("making the tables");
   text = IsUnoriented(context) ? TraverseText(context, options) : NetworkText(context, options);
-  if (options.resultFile.empty()) return {kDone, std::move(computed.findings)};
+  if (options.resultFile.empty()) return ending;
   progress.Enter("writing the result report");
-  return WriteResultFile(context, options.resultFile);
+  Ending written = WriteResultFile(context, options.resultFile);
+  if (written.status == kDone) return ending;
+  Say(options.file, ending.findings);
+  return written;
 }
 
 }  // namespace

@@ -11,6 +11,7 @@ struct AdjustOptions : FileOptions {
   std::string resultFile, closureFile;  // where the reports go; empty for none
   std::optional<double> alpha;          // for data snooping: its level of significance, in (0, 1)
   bool summaryOnly = false;             // no tables of points
+  Rules rules{RuleSet::kTextbook};
 };
 
 // brenu adjust FILE: prints a summary and the adjusted points on the standard output and writes the

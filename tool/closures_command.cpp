@@ -10,6 +10,7 @@ namespace brenu::tool {
 namespace {
 
 Ending Check(AdjustmentContext& context, const ClosureOptions& options, std::string& text) {
+  context.rules = options.rules;
   if (IsUnoriented(context)) {
     Ending ending = Ending::Of(Compute(context), kComputationFailed);
     if (ending.status == kDone) {

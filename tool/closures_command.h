@@ -6,6 +6,7 @@ namespace brenu::tool {
 
 struct ClosureOptions : FileOptions {
   bool failedOnly = false;  // no rows of records that pass
+  Rules rules{RuleSet::kTextbook};
 };
 
 // brenu closures FILE: prints the closure errors of levelling lines and loops and of traverses with

@@ -36,6 +36,13 @@ void AddFile(CLI::App& command, brenu::tool::FileOptions& options) {
                    "treat a doubt about a value of the file as an error");
 }
 
+void AddRules(CLI::App& command, brenu::Rules& rules) {
+  command.add_flag_callback(
+      "--classic", [&rules] { rules.set = brenu::RuleSet::kClassic; },
+      "compute by the classic rules, those of the library's 61 functions, instead of the rules of "
+      "textbooks");
+}
+
 CLI::App& AddAdjust(CLI::App& app, AdjustOptions& options) {
   CLI::App& adjust = *app.add_subcommand(
       "adjust",
@@ -58,6 +65,14 @@ CLI::App& AddAdjust(CLI::App& app, AdjustOptions& options) {
                   "0 and 1, such as 0.001, and list them (format 0)")
       ->type_name("ALPHA");
   adjust.add_flag("--summary", options.summaryOnly, "print no tables of points");
+  AddRules(adjust, options.rules);
+  adjust
+      .add_option_function<double>(
+          "--level-sigma",
+          [&options](const double& millimetres) { options.rules.levelSigma = millimetres / 1000.0; },
+          "a-priori standard error of 1 km of levelling in mm (1.0)")
+      ->check(CLI::PositiveNumber)
+      ->type_name("MM");
   adjust.callback([&options] {
     if (options.alpha && !(*options.alpha > 0.0 && *options.alpha < 1.0)) {
       throw CLI::ValidationError("--snoop", "ALPHA lies between 0 and 1, such as 0.001");
@@ -73,6 +88,7 @@ void AddClosures(CLI::App& app, ClosureOptions& options) {
       "Prints the closure errors of levelling lines and loops and of traverses with their limits; "
       "for format 1 the linear misclosures of the traverses.");
   AddFile(closures, options);
+  AddRules(closures, options.rules);
   closures.add_flag("--failed", options.failedOnly, "list only what is beyond its limit");
   closures.footer(std::string(kUnitsHelp) + kStatusHelp);
 }

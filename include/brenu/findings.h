@@ -118,7 +118,20 @@ typedef enum brenu_code {
   BRENU_FORMAT_IS_NOT = 421,        /* values: the format that the function needs */
   BRENU_NO_CLOSURES = 422,
   BRENU_CLOSURES_NOT_OF_FORMAT = 423, /* values: format */
-  BRENU_CLOSURES_FAILED = 424         /* values: how many, of how many */
+  BRENU_CLOSURES_FAILED = 424,        /* values: how many, of how many */
+  BRENU_POINT_LEFT_OUT = 425,         /* names: point; values: how many directions and azimuths, and
+                                         how many distances, tie it to points that have a place */
+  BRENU_POINTS_UNDETERMINED = 426,    /* names: points */
+  BRENU_NOTHING_PLACED = 427,
+  BRENU_PLANE_NOT_CONVERGED = 428,
+  BRENU_CONTROL_DOES_NOT_FIT = 429, /* names: point, coordinate; values: by how much the others want
+                                         it greater, metres, and its test value */
+  BRENU_HEIGHTS_LEFT_OUT = 430,     /* names: points */
+  BRENU_RULES_DIFFER = 431,         /* names: point; values: distance, metres, and in standard
+                                       errors */
+  BRENU_CLASSIC_RULES_REFUSE = 432,
+  BRENU_LEVEL_SIGMA_CONTRADICTED = 433, /* values: a-posteriori, a-priori, mm for 1 km */
+  BRENU_GROUP_LEFT_OUT = 434            /* names: points that hang together; values: as for one */
 } brenu_code;
 
 #endif /* BRENU_FINDINGS_H_ */

@@ -41,6 +41,8 @@ double RadToDms(double rad) {
 
 double FullCircle(double rad) { return PositiveAngle(std::fmod(rad, kTwoPi)); }
 
+double HalfCircle(double rad) { return std::remainder(rad, kTwoPi); }
+
 double CalcAzimuth(double x1, double y1, double x2, double y2) {
   return PositiveAngle(std::atan2(y2 - y1, x2 - x1));
 }

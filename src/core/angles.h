@@ -25,6 +25,8 @@ inline double PositiveAngle(double rad) { return rad < 0.0 ? rad + kTwoPi : rad;
 
 // The same angle in [0, 2 pi), whatever its size.
 double FullCircle(double rad);
+// The same angle in [-pi, pi].
+double HalfCircle(double rad);
 
 // In [0, 2 pi); 0 for coincident points.
 double CalcAzimuth(double x1, double y1, double x2, double y2);

@@ -39,6 +39,11 @@ inline Finding Warning(Code code, std::vector<std::string> names = {},
   return {code, Severity::kWarning, 0, {}, std::move(names), std::move(values)};
 }
 
+inline Finding Note(Code code, std::vector<std::string> names = {},
+                    std::vector<double> values = {}) {
+  return {code, Severity::kNote, 0, {}, std::move(names), std::move(values)};
+}
+
 using Findings = std::vector<Finding>;
 
 // Whether one of them is as severe as that.

@@ -33,4 +33,15 @@ bool NormalEquations::Solve() {
   return m_solved;
 }
 
+std::vector<std::int32_t> NormalEquations::SolveDetermined() {
+  m_solved = true;
+  return m_matrix->SolveDetermined(m_rhs, m_solution);
+}
+
+std::vector<double> NormalEquations::SolveAgain(std::span<const double> b) const {
+  std::vector<double> x(b.size());
+  m_matrix->SolveAgain(b, x);
+  return x;
+}
+
 }  // namespace brenu

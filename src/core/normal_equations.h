@@ -54,7 +54,17 @@ class NormalEquations {
   // Computes x = Q b; false when N is singular, which is tested by each pivot against 1.0 alone: a
   // defect that rounding hides gives a meaningless solution.
   bool Solve();
+  // What the equations added so far, and what holds unknowns, have put there.
+  double DiagonalElement(std::int32_t unknown) const { return m_matrix->Diagonal(unknown); }
   bool IsSolved() const { return m_solved; }
+  // The same where nothing is singular: unknowns that no equation determines, to 1e-12 of their
+  // diagonal elements, are held at 0.  Gives all unknowns that would move with them, ascending.
+  // Needs the sparse form.
+  std::vector<std::int32_t> SolveDetermined();
+  // N^-1 b for another right-hand side, after SolveDetermined: as long as no cofactor was asked for,
+  // or until the next Reset when the factors are kept, which takes as much memory again.
+  std::vector<double> SolveAgain(std::span<const double> b) const;
+  void KeepFactors() { m_matrix->KeepFactors(); }
 
   // Of the last successful Solve; zero before the first.
   std::span<const double> Solution() const { return m_solution; }
@@ -64,6 +74,10 @@ class NormalEquations {
   // The cofactor of a linear function of the unknowns: sum over all k, m of a_k Q(k, m) a_m.
   double QuadraticForm(std::span<const Term> function) const {
     return m_matrix->QuadraticForm(function);
+  }
+  // Q times a linear function of unknowns that all meet in the pattern, for these unknowns.
+  void Multiply(std::span<const Term> function, std::span<double> product) const {
+    m_matrix->Multiply(function, product);
   }
 
  private:

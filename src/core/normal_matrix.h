@@ -31,11 +31,22 @@ class NormalMatrix {
   virtual double& Diagonal(std::int32_t unknown) = 0;
   // x = N^-1 b; false when a pivot vanishes beside 1.0.  N is used up in either case.
   virtual bool Solve(std::span<const double> b, std::span<double> x) = 0;
+  // The same where nothing is singular: unknowns that no equation determines are held at 0.  Gives
+  // all unknowns that would move with them, ascending.
+  virtual std::vector<std::int32_t> SolveDetermined(std::span<const double> b,
+                                                    std::span<double> x) = 0;
+  // Once more with the same matrix, after SolveDetermined: until the first Cofactor, or with the
+  // factors kept.
+  virtual void KeepFactors() = 0;
+  virtual void SolveAgain(std::span<const double> b, std::span<double> x) = 0;
   // Element (i, j) of N^-1, after a successful Solve.  Not a number where the matrix keeps none.
   // After a failed one it means nothing.
   virtual double Cofactor(std::int32_t i, std::int32_t j) = 0;
   // The sum of a_k Q a_m over any two terms, Q the element of N^-1 of their unknowns.
   virtual double QuadraticForm(std::span<const Term> function) = 0;
+  // The sum of Q a_m over all terms, Q the element of N^-1 of an unknown and that of the term, for
+  // the unknown of each term.
+  virtual void Multiply(std::span<const Term> function, std::span<double> product) = 0;
   // Where an unknown stands in the matrix.  Equations are added fastest in the order of places.
   virtual std::int32_t PlaceOf(std::int32_t unknown) const = 0;
 };

@@ -52,6 +52,14 @@ class PackedNormalMatrix : public NormalMatrix {
     return true;
   }
 
+  // Determinacy is asked of the sparse form only.
+  std::vector<std::int32_t> SolveDetermined(std::span<const double>, std::span<double>) override {
+    assert(false);
+    return {};
+  }
+  void KeepFactors() override { assert(false); }
+  void SolveAgain(std::span<const double>, std::span<double>) override { assert(false); }
+
   double Cofactor(std::int32_t i, std::int32_t j) override {
     return m_elements[PackedIndex(At(i), At(j))];
   }
@@ -65,6 +73,15 @@ class PackedNormalMatrix : public NormalMatrix {
       }
     }
     return sum;
+  }
+
+  void Multiply(std::span<const Term> function, std::span<double> product) override {
+    for (std::size_t k = 0; k < function.size(); ++k) {
+      product[k] = 0.0;
+      for (const Term& m : function) {
+        product[k] += m_elements[PackedIndex(At(function[k].unknown), At(m.unknown))] * m.coefficient;
+      }
+    }
   }
 
   std::int32_t PlaceOf(std::int32_t unknown) const override { return unknown; }

@@ -61,11 +61,12 @@ class TableBuilder {
     rows.reserve(m_context.store.Points().size());
     for (const auto& [index, point] : m_context.store.Points()) {
       std::optional<Row> row = makeRow(point);
-      if (!row) {
+      if (row) {
+        rows.push_back(*row);
+      } else if (!IsLeftOut(NameOf(point))) {
         m_tables.failedIn = table;
         return;
       }
-      rows.push_back(*row);
     }
   }
 
@@ -77,11 +78,12 @@ class TableBuilder {
       for (const auto& [to, obs] : targets) {
         if (!has(obs)) continue;
         const auto result = lookUp(std::string_view(from), std::string_view(to));
-        if (!result) {
+        if (result) {
+          rows.push_back({from, to, *result});
+        } else if (!IsLeftOut(from) && !IsLeftOut(to)) {
           m_tables.failedIn = table;
           return;
         }
-        rows.push_back({from, to, *result});
       }
     }
   }
@@ -94,13 +96,22 @@ class TableBuilder {
         const std::string& to = entry.first;
         if (net.IsControl(from) && net.IsControl(to)) continue;
         const auto result = net.PrecisionOfLine(from, to);
-        if (!result) {
+        if (result) {
+          m_tables.precision.push_back({from, to, *result});
+        } else if (!IsLeftOut(from) && !IsLeftOut(to)) {
           m_tables.failedIn = ResultTable::kPrecision;
           return;
         }
-        m_tables.precision.push_back({from, to, *result});
       }
     }
+  }
+
+  // Whether one of the networks left the point out: it has no rows then.
+  bool IsLeftOut(std::string_view name) const {
+    const PlaneAdjustment& plane = m_context.plane.results;
+    const LevelAdjustment& level = m_context.level.results;
+    return plane.IsLeftOut(plane.Net().layout.IndexOfPoint(name)) ||
+           level.IsLeftOut(level.Net().layout.IndexOfPoint(name));
   }
 
   std::optional<PointRow> Approximate(const PointData& p) const {

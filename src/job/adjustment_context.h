@@ -6,6 +6,7 @@
 
 #include "core/finding.h"
 #include "core/records.h"
+#include "core/rules.h"
 #include "job/store.h"
 #include "level/level_adjustment.h"
 #include "plane/placed_points.h"
@@ -42,6 +43,7 @@ struct AdjustmentContext {
   AdjustmentContext() { findings.reserve(1); }  // to say that memory is exhausted takes none
 
   AdjParam param = brenu::kDefaultParam;
+  brenu::Rules rules;  // of the computations beyond the 61 functions, which are always classic
   brenu::Store store;
   brenu::Store::PointMap
       originalPoints;  // as the last project file gave them; no function reads them

@@ -43,10 +43,8 @@ bool AddTraverseClosures(AdjustmentContext& context) {
   return !records.empty();
 }
 
-}  // namespace
-
-Outcome CalculateClosures(AdjustmentContext& context) {
-  Outcome outcome = RunApproxCalc(context);
+// From networks with their approximate values.
+Outcome ListClosures(AdjustmentContext& context, Outcome outcome) {
   if (!outcome.ok) return outcome;
   context.closeErrors.clear();
   const bool levelling = !HasLevelling(context.netType) || AddLevellingClosures(context);
@@ -58,6 +56,16 @@ Outcome CalculateClosures(AdjustmentContext& context) {
     outcome.findings.push_back(outcome.ok ? Warning(BRENU_NO_CLOSURES) : Error(BRENU_NO_CLOSURES));
   }
   return outcome;
+}
+
+}  // namespace
+
+Outcome CalculateClosures(AdjustmentContext& context) {
+  return ListClosures(context, RunApproxCalc(context));
+}
+
+Outcome CalculateTextbookClosures(AdjustmentContext& context) {
+  return ListClosures(context, RunTextbookApprox(context));
 }
 
 bool AllClosuresPass(const AdjustmentContext& context) {

@@ -1,5 +1,8 @@
 #include "job/computations.h"
 
+#include <string>
+#include <utility>
+
 #include "job/network_build.h"
 #include "plane/unoriented_traverses.h"
 
@@ -117,6 +120,77 @@ Outcome RunDataSnooping(AdjustmentContext& context, std::uint32_t kind, double l
       [&](PlaneAdjustment& plane) {
         return Noted(plane.DataSnooping(planeAlpha, announceRound), context.adjusted.plane);
       });
+}
+
+namespace {
+
+// That one network leaves out a point of the other one alone says nothing.
+bool SaysSomething(const AdjustmentContext& context, Finding& finding) {
+  if (context.netType != kPlaneAndLevelling || finding.names.empty()) return true;
+  if (finding.code == BRENU_HEIGHTS_LEFT_OUT) {
+    const NetworkLayout& net = context.level.net->layout;
+    std::erase_if(finding.names, [&net](const std::string& name) {
+      const Slot slot = net.Names().Find(name);
+      return net.SightsFrom(slot).Size() == 0 && net.SightsTo(slot).empty();
+    });
+    return !finding.names.empty();
+  }
+  return finding.code != BRENU_POINT_LEFT_OUT || finding.values[0] + finding.values[1] > 0.0;
+}
+
+template <typename Level, typename Plane>
+Outcome RunEach(AdjustmentContext& context, Level level, Plane plane) {
+  BuildNetworks(context);
+  if (context.netType == kNoControl) return MissingPart(context);
+  if (context.store.Observations().empty()) return Error(BRENU_NO_OBSERVATIONS);
+  const bool distancesOnly = context.param.format == kFormatDistancesOnly;
+  if (distancesOnly && !HasPlane(context.netType)) return Error(BRENU_FORMAT_NEEDS_PLANE);
+  Outcome outcome;
+  outcome.ok = false;
+  const auto take = [&](Outcome part) {
+    outcome.ok = outcome.ok || part.ok;
+    for (Finding& finding : part.findings) {
+      if (SaysSomething(context, finding)) outcome.findings.push_back(std::move(finding));
+    }
+  };
+  context.adjusted = {};
+  context.level.results = {};
+  context.plane.results = {};
+  if (HasLevelling(context.netType) && !distancesOnly) {
+    context.level.results = LevelAdjustment(context.level.net, context.rules.levelSigma);
+    take(Noted(level(context.level.results), context.adjusted.heights));
+    if (!context.level.results.ApproximateHeights().IsEmpty()) {
+      context.level.heights = context.level.results.ApproximateHeights();
+    }
+  }
+  if (HasPlane(context.netType)) {
+    context.plane.results = PlaneAdjustment(context.plane.net, RuleSet::kTextbook);
+    take(Noted(plane(context.plane.results), context.adjusted.plane));
+    context.plane.points.SetPositions(context.plane.results.ApproximateCoordinates());
+  }
+  return outcome;
+}
+
+}  // namespace
+
+Outcome RunTextbook(AdjustmentContext& context, std::optional<double> snoopingAlpha,
+                    const AnnounceRound& announceRound) {
+  return RunEach(
+      context,
+      [&](LevelAdjustment& level) {
+        return snoopingAlpha ? level.SnoopAsTextbook(*snoopingAlpha, announceRound)
+                             : level.AdjustAsTextbook();
+      },
+      [&](PlaneAdjustment& plane) {
+        return snoopingAlpha ? plane.SnoopAsTextbook(*snoopingAlpha, announceRound)
+                             : plane.AdjustAsTextbook();
+      });
+}
+
+Outcome RunTextbookApprox(AdjustmentContext& context) {
+  return RunEach(
+      context, [](LevelAdjustment& level) { return level.ApproximateAsTextbook(); },
+      [](PlaneAdjustment& plane) { return plane.ApproximateAsTextbook(); });
 }
 
 Outcome PreparePlane(AdjustmentContext& context) {

@@ -4,6 +4,7 @@
 
 #include <cstdint>
 #include <functional>
+#include <optional>
 
 #include "job/adjustment_context.h"
 
@@ -20,6 +21,14 @@ Outcome RunNonDirectionAdj(AdjustmentContext& context);
 // `kind` must equal the network type.
 Outcome RunDataSnooping(AdjustmentContext& context, std::uint32_t kind, double levelAlpha,
                         double planeAlpha, const AnnounceRound& announceRound = {});
+
+// The adjustment of the networks that the job has by the rules of textbooks, with data snooping at
+// that level of significance if one is given.  A network fails by itself; succeeds when one was
+// adjusted.
+Outcome RunTextbook(AdjustmentContext& context, std::optional<double> snoopingAlpha = std::nullopt,
+                    const AnnounceRound& announceRound = {});
+// Approximate values by the same rules.
+Outcome RunTextbookApprox(AdjustmentContext& context);
 
 // The set-up step of the plane network alone, without a build.
 Outcome PreparePlane(AdjustmentContext& context);

@@ -7,7 +7,6 @@
 namespace brenu {
 
 namespace {
-constexpr double kApriori = 0.001;        // standard error of 1 km of levelling, metres
 constexpr double kRemovedWeight = 1e-10;  // below this an observation counts as taken out
 // Where the cofactor of the residual is a smaller part of the variance than this, no other
 // observation checks this one, and both residual and cofactor are rounding errors.
@@ -15,6 +14,7 @@ constexpr double kUnchecked = 1e-9;
 }  // namespace
 
 bool LevelAdjustment::IsRemoved(SightNo observation) const {
+  if (!m_state.IsEmpty()) return m_state[observation] != LineState::kInUse;
   return m_weight[observation] < kRemovedWeight;
 }
 
@@ -27,7 +27,7 @@ LevelAdjustment::WorstObs LevelAdjustment::FindWorst() const {
     const double variance = 1.0 / m_weight[k];
     const double cofactor = variance - CofactorOfDifference(sights[k]);
     if (!(cofactor > kUnchecked * variance)) continue;
-    const double w = std::fabs(m_residual[k] / (kApriori * std::sqrt(cofactor)));
+    const double w = std::fabs(m_residual[k] / (m_apriori * std::sqrt(cofactor)));
     if (IsLargerTestValue(w, worst.value)) worst = {k, w};
   }
   return worst;

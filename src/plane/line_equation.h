@@ -12,6 +12,8 @@ namespace brenu {
 // the coordinates of both.  The derivatives by the first point are the negative of those by the
 // second.
 struct LineEquation {
+  static constexpr std::size_t kMostTerms = 5;
+
   // `dx`, `dy` are the derivatives by the second point.  Points with a negative unknown are held
   // and contribute no terms.
   LineEquation(double lineValue, std::int32_t firstUnknown, std::int32_t secondUnknown, double dx,
@@ -37,7 +39,7 @@ struct LineEquation {
   double value;  // radians in [0, 2 pi), or metres
 
  private:
-  Term m_terms[5];
+  Term m_terms[kMostTerms];
   std::size_t m_count = 0;
 };
 

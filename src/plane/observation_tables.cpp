@@ -6,10 +6,10 @@
 
 namespace brenu {
 
-ObservationTables::ObservationTables(const NetworkLayout& layout) {
+ObservationTables::ObservationTables(const NetworkLayout& layout, bool distancesOnly) {
   for (const SightNo sight : layout.Sights().Indices()) {
     const Sight& s = layout.At(sight);
-    if (HasDirection(s.obs)) {
+    if (HasDirection(s.obs) && !distancesOnly) {
       const auto place = static_cast<std::int32_t>(directions.size());
       const bool newSet = directions.empty() || directions.back().from != s.station;
       if (newSet) sets.push_back({place, place});
@@ -17,7 +17,7 @@ ObservationTables::ObservationTables(const NetworkLayout& layout) {
       sets.back().end = place + 1;
     }
     if (HasDistance(s.obs)) distances.push_back({sight, s.station, s.target, s.obs.distance});
-    if (HasAzimuth(s.obs)) {
+    if (HasAzimuth(s.obs) && !distancesOnly) {
       azimuths.push_back({sight, s.station, s.target, DmsToRad(s.obs.azimuth)});
     }
   }

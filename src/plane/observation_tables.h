@@ -14,6 +14,7 @@ struct PlaneObs {
   double observed;        // radians, or metres for a distance
   double residual = 0.0;  // reduced observation, later residual: arc-seconds, or metres
   bool inUse = true;      // cleared when data snooping takes the observation out
+  bool leftOut = false;   // an end of it is no point, or could not be determined; then not in use
 };
 
 // The directions of one station, which share an orientation.
@@ -25,7 +26,8 @@ struct DirectionSet {
 // The observations of a plane network, each kind in walk order (ascending sights).
 struct ObservationTables {
   ObservationTables() = default;
-  explicit ObservationTables(const NetworkLayout& layout);
+  // All observations, or the distances alone.
+  explicit ObservationTables(const NetworkLayout& layout, bool distancesOnly = false);
 
   bool HasDirectionInUse(const DirectionSet& set) const;
 

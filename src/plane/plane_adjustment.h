@@ -4,14 +4,19 @@
 #include <functional>
 #include <memory>
 #include <optional>
+#include <span>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "core/finding.h"
 #include "core/normal_equations.h"
+#include "core/rules.h"
 #include "plane/coordinates.h"
 #include "plane/line_equation.h"
 #include "plane/observation_tables.h"
+#include "plane/plane_obs_id.h"
+#include "plane/snooping_record.h"
 
 namespace brenu {
 
@@ -41,6 +46,8 @@ class PlaneAdjustment {
   // the two ways to store normal equations.
   explicit PlaneAdjustment(std::shared_ptr<const PlaneNet> net,
                            std::int32_t mostPackedUnknowns = kMostPackedUnknowns);
+  // For a computation by the rules of textbooks.
+  PlaneAdjustment(std::shared_ptr<const PlaneNet> net, RuleSet rules);
 
   // Fails when a new point cannot be reached.
   Outcome CalcApproxCoordinates();
@@ -50,6 +57,17 @@ class PlaneAdjustment {
   // value as long as it exceeds the two-sided critical value of the level of significance.  Each
   // round is announced.
   Outcome DataSnooping(double alpha, const std::function<void(int)>& announceRound = {});
+  // By the rules of textbooks: approximate coordinates without order of growth, and damped passes
+  // until nothing changes any more.  Points that the observations do not determine are left out,
+  // each with a warning; fails when none is left, and when the passes do not converge.
+  Outcome AdjustAsTextbook();
+  // Approximate coordinates alone.
+  Outcome ApproximateAsTextbook();
+  // The same with data snooping (Baarda): as long as the largest standardised residual of those that
+  // others check exceeds the critical value, its observation is taken out; at the end each is tried
+  // again.  A control point that explains the misfit better than any observation ends it.
+  Outcome SnoopAsTextbook(double alpha, const std::function<void(int)>& announceRound = {});
+
   // Adjusts distances alone, with these parameters, on the coordinates as they are: known points
   // are no unknowns, and neither directions nor azimuths take part.
   Outcome AdjustDistances(const AdjParam& param);
@@ -69,6 +87,12 @@ class PlaneAdjustment {
   // What was kept as approximate coordinates; empty as long as they could not be computed.
   const Table<PointNo, Position>& ApproximateCoordinates() const { return m_approximate; }
 
+  // In the order in which they were taken out by the rules of textbooks.
+  const std::vector<TakenOut>& AllTakenOut() const { return m_takenOut; }
+  std::size_t UntestedCount() const { return m_untested; }
+  // Of the control points that observations touch, after an adjustment by the rules of textbooks.
+  std::vector<ControlFit> ControlFits() const;
+
   // Empty when the computation had no such point or observation.
   std::optional<PlaneResult> ResultOfPoint(std::string_view name) const;
   std::optional<PlaneObsResult> ResultOfDirection(std::string_view station,
@@ -79,8 +103,13 @@ class PlaneAdjustment {
                                                 std::string_view target) const;
   std::optional<LinePrecision> PrecisionOfLine(std::string_view station,
                                                std::string_view target) const;
+  // Whether the observations did not determine the point, so that it has no results.
+  bool IsLeftOut(PointNo point) const { return m_isLeftOut.Has(point) && m_isLeftOut[point] != 0; }
   // Whether the computation held the point as a control point.
   bool IsControl(std::string_view name) const;
+  // Of the observations of the last adjustment, by kinds in the order of the enumeration, each in
+  // walk order; those that a point left out makes useless are missing.  Empty without an adjustment.
+  std::vector<PlaneObsCheck> ObservationChecks() const;
   // The a-posteriori standard error of unit weight.
   double Sigma0() const { return m_sigma0; }
   // Observations minus unknowns.
@@ -114,6 +143,28 @@ class PlaneAdjustment {
   Outcome ExplainResult() const;
   Finding ExplainNotFinite() const;
 
+  // Rules of textbooks.
+  Outcome PlaceAndConverge(bool withoutGrossErrors);
+  void TakeOutGrossErrors();
+  Findings PlacePoints();
+  Findings LeaveOut(const std::vector<std::int32_t>& unknowns);
+  void ExcludeObservations();
+  bool HasNewPoint() const;
+  Outcome Converge();
+  void HoldFirmly();
+  Findings SolveAndLeaveOut();
+  bool StepDamped(std::span<const double> step, double& pvv);
+  void Move(std::span<const double> step, double part);
+  double LargestCorrection(std::span<const double> step) const;
+  std::vector<double> RightHandSide() const;
+  double CalcExactResiduals();
+  // Of the observations in use, or of all when none is.
+  double OrientationOf(const DirectionSet& set) const;
+  std::int32_t CountOnce() const;
+  void FinishAsTextbook();
+  class GrossErrors;
+  class Snooped;
+
   UnknownPattern MakeDistancePattern() const;
   Outcome BuildDistanceNormals();
   void DeriveDirections();
@@ -123,6 +174,11 @@ class PlaneAdjustment {
 
   std::shared_ptr<const PlaneNet> m_net = std::make_shared<PlaneNet>();
   AdjParam m_param = kDefaultParam;
+  RuleSet m_rules = RuleSet::kClassic;
+  Table<PointNo, char> m_isLeftOut;  // by the rules of textbooks; empty otherwise
+  Table<PointNo, std::pair<double, double>> m_holding;  // weights that hold X and Y of control
+  std::vector<TakenOut> m_takenOut;
+  std::size_t m_untested = 0;  // observations that data snooping could not test
   Coordinates m_coords;  // working coordinates, then with precision
   Table<PointNo, Position> m_approximate;
   ObservationTables m_obs;  // with use flags and residuals

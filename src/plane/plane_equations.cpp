@@ -69,10 +69,13 @@ Outcome PlaneAdjustment::BuildNormals() {
   for (const PlaneObs& o : m_obs.azimuths) {
     if (!o.inUse) continue;
     const LineEquation line = DirectionCoefficients(o.from, o.to);
-    // The reduced observation stays in radians while the coefficients are in arc-seconds: an
-    // azimuth stiffens the network near its approximate value (docs/computations.md,
-    // "Where to take care").
-    m_normal.Add(line.Terms(), 1.0 / (m_param.MO * m_param.MO), line.value - o.observed);
+    // By the classic rules the reduced observation stays in radians while the coefficients are in
+    // arc-seconds: an azimuth stiffens the network near its approximate value
+    // (docs/computations.md, "Where to take care").
+    const double reduced = m_rules == RuleSet::kClassic
+                               ? line.value - o.observed
+                               : HalfCircle(line.value - o.observed) * kRho;
+    m_normal.Add(line.Terms(), 1.0 / (m_param.MO * m_param.MO), reduced);
   }
   return {};
 }
@@ -84,17 +87,24 @@ void PlaneAdjustment::AddDirectionSet(const DirectionSet& set) {
   // set without any, so that its residuals still say something).
   auto reference = std::find_if(begin, end, [](const PlaneObs& o) { return o.inUse; });
   if (reference == end) reference = begin;
-  const double orientation = PositiveAngle(
-      DirectionCoefficients(reference->from, reference->to).value - reference->observed);
+  const bool isClassic = m_rules == RuleSet::kClassic;
+  const double orientation =
+      isClassic ? PositiveAngle(DirectionCoefficients(reference->from, reference->to).value -
+                                reference->observed)
+                : OrientationOf(set);
 
   const double weight = 1.0 / (m_param.MO * m_param.MO);
   for (auto o = begin; o != end; ++o) {
+    if (o->leftOut) continue;
     LineEquation line = DirectionCoefficients(o->from, o->to);
-    // Not reduced any further (docs/computations.md, "Where to take care").
-    const double turn = PositiveAngle(line.value - o->observed) - orientation;
-    constexpr double kAlmostFullCircle = kTwoPi - kPi / 180.0;
-    if (std::fabs(turn) > kAlmostFullCircle && m_turnedDirection.IsNone()) {
-      m_turnedDirection = o->sight;
+    double turn = HalfCircle(line.value - o->observed - orientation);
+    if (isClassic) {
+      // Not reduced any further (docs/computations.md, "Where to take care").
+      turn = PositiveAngle(line.value - o->observed) - orientation;
+      constexpr double kAlmostFullCircle = kTwoPi - kPi / 180.0;
+      if (std::fabs(turn) > kAlmostFullCircle && m_turnedDirection.IsNone()) {
+        m_turnedDirection = o->sight;
+      }
     }
     o->residual = turn * kRho;
     if (!o->inUse) continue;

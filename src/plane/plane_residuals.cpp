@@ -39,6 +39,7 @@ double PlaneAdjustment::CalcResiduals() {
 double PlaneAdjustment::CalcDistanceResiduals() {
   double sum = 0.0;
   for (PlaneObs& o : m_obs.distances) {
+    if (o.leftOut) continue;
     o.residual = DistanceCoefficients(o.from, o.to).value - o.observed;
     const double error = DistanceError(o.observed);
     if (o.inUse) sum += o.residual * o.residual / (error * error);

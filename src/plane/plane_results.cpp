@@ -7,7 +7,7 @@ namespace brenu {
 
 std::optional<PlaneResult> PlaneAdjustment::ResultOfPoint(std::string_view name) const {
   const PointNo point = m_net->layout.IndexOfPoint(name);
-  if (point.IsNone() || m_coords.IsEmpty()) return std::nullopt;
+  if (point.IsNone() || m_coords.IsEmpty() || IsLeftOut(point)) return std::nullopt;
   return m_coords[m_net->layout.SlotOf(point)];
 }
 
@@ -15,31 +15,33 @@ bool PlaneAdjustment::IsControl(std::string_view name) const {
   return m_net->layout.IsControl(m_net->layout.IndexOfPoint(name));
 }
 
-// The residual (arc-seconds) divided by 10000 is read as dd.mmss: exact below 100", above that the
+// By the classic rules the residual (arc-seconds) divided by 10000 is read as dd.mmss: exact below 100", above that the
 // hundreds count as minutes (docs/computations.md, "Where to take care").
 PlaneObsResult PlaneAdjustment::AngleResult(const PlaneObs& o, double observed) const {
-  const double adjusted = o.observed + DmsToRad(o.residual / 10000.0);
+  const double adjusted = m_rules == RuleSet::kClassic
+                              ? o.observed + DmsToRad(o.residual / 10000.0)
+                              : FullCircle(o.observed + o.residual / kRho);
   return {observed, o.residual, RadToDms(adjusted), m_param.MO, !o.inUse};
 }
 
 std::optional<PlaneObsResult> PlaneAdjustment::ResultOfDirection(std::string_view station,
                                                                  std::string_view target) const {
   const PlaneObs* o = FindObs(m_obs.directions, m_net->layout.FindSight(station, target));
-  if (o == nullptr) return std::nullopt;
+  if (o == nullptr || o->leftOut) return std::nullopt;
   return AngleResult(*o, m_net->layout.At(o->sight).obs.direction);
 }
 
 std::optional<PlaneObsResult> PlaneAdjustment::ResultOfAzimuth(std::string_view station,
                                                                std::string_view target) const {
   const PlaneObs* o = FindObs(m_obs.azimuths, m_net->layout.FindSight(station, target));
-  if (o == nullptr) return std::nullopt;
+  if (o == nullptr || o->leftOut) return std::nullopt;
   return AngleResult(*o, m_net->layout.At(o->sight).obs.azimuth);
 }
 
 std::optional<PlaneObsResult> PlaneAdjustment::ResultOfDistance(std::string_view station,
                                                                 std::string_view target) const {
   const PlaneObs* o = FindObs(m_obs.distances, m_net->layout.FindSight(station, target));
-  if (o == nullptr) return std::nullopt;
+  if (o == nullptr || o->leftOut) return std::nullopt;
   return PlaneObsResult{o->observed, o->residual, o->observed + o->residual,
                         DistanceError(o->observed), !o->inUse};
 }
@@ -54,6 +56,7 @@ std::optional<LinePrecision> PlaneAdjustment::PrecisionOfLine(std::string_view s
   const PointNo to = net.PointOf(s.target);
   if (from.IsNone() || to.IsNone()) return std::nullopt;
   if (net.IsControl(from) && net.IsControl(to)) return std::nullopt;
+  if (IsLeftOut(from) || IsLeftOut(to)) return std::nullopt;
 
   const LineEquation direction = DirectionCoefficients(s.station, s.target);
   const LineEquation distance = DistanceCoefficients(s.station, s.target);

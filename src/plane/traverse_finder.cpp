@@ -79,8 +79,13 @@ MeasuredTraverse TraverseFinder::Measure(const std::vector<Slot>& chain) const {
       m.angles.push_back(AngleAt(chain[i], chain[i - 1], chain[i + 1]));
     }
   }
-  const PlaneResult& first = m_coords[chain.front()];
-  const PlaneResult& last = m_coords[chain.back()];
+  // A loop that nothing ties has a place of its own.
+  const auto placeOf = [this](Slot slot) {
+    const PlaneResult& point = m_coords[slot];
+    return HasCoordinates(point) ? Position{point.x, point.y} : Position{0.0, 0.0};
+  };
+  const Position first = placeOf(chain.front());
+  const Position last = placeOf(chain.back());
   m.startX = first.x;
   m.startY = first.y;
   m.endX = last.x;
@@ -153,7 +158,9 @@ Traverse TraverseFinder::CloseLoop(std::vector<Slot> loop) const {
   const auto sight = hasControl ? OrientationAt(loop[0], loop[1], true) : std::nullopt;
   const PlaneResult& a = m_coords[loop[0]];
   const PlaneResult& b = m_coords[loop[1]];
-  const double azimuth = sight ? sight->azimuth + sight->angle : CalcAzimuth(a.x, a.y, b.x, b.y);
+  const bool arePlaced = HasCoordinates(a) && HasCoordinates(b);
+  const double side = arePlaced ? CalcAzimuth(a.x, a.y, b.x, b.y) : 0.0;
+  const double azimuth = sight ? sight->azimuth + sight->angle : side;
   return ComputeClosedTraverse(m, AngleAt(loop[0], last, loop[1]), azimuth);
 }
 

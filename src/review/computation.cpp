@@ -1,5 +1,7 @@
 #include "review/computation.h"
 
+#include <utility>
+
 #include "job/closure_list.h"
 #include "job/network_build.h"
 #include "review/network_view.h"
@@ -27,8 +29,9 @@ Outcome AdjustDistancesOnly(AdjustmentContext& context) {
 
 Outcome ComputeByFormat(AdjustmentContext& context, std::optional<double> snoopingAlpha,
                         const AnnounceRound& announceRound) {
-  if (IsDistancesOnly(context)) return AdjustDistancesOnly(context);
   if (IsUnoriented(context)) return RunNonDirectionAdj(context);
+  if (context.rules.AreTextbook()) return RunTextbook(context, snoopingAlpha, announceRound);
+  if (IsDistancesOnly(context)) return AdjustDistancesOnly(context);
   if (!snoopingAlpha) return RunLeastSquareAdj(context);
   const auto kind = static_cast<std::uint32_t>(ClassifyNetwork(context));
   return RunDataSnooping(context, kind, *snoopingAlpha, *snoopingAlpha, announceRound);
@@ -38,7 +41,9 @@ Outcome ComputeByFormat(AdjustmentContext& context, std::optional<double> snoopi
 
 Outcome Compute(AdjustmentContext& context, std::optional<double> snoopingAlpha,
                 const AnnounceRound& announceRound) {
-  return Judged(ComputeByFormat(context, snoopingAlpha, announceRound));
+  Outcome outcome = ComputeByFormat(context, snoopingAlpha, announceRound);
+  // By the rules of textbooks a success says that something was adjusted, if not everything.
+  return context.rules.AreTextbook() ? outcome : Judged(std::move(outcome));
 }
 
 Outcome ComputeClosures(AdjustmentContext& context) {
@@ -48,7 +53,8 @@ Outcome ComputeClosures(AdjustmentContext& context) {
         Warning(BRENU_CLOSURES_NOT_OF_FORMAT, {}, {static_cast<double>(context.param.format)}));
     return outcome;
   }
-  Outcome outcome = CalculateClosures(context);
+  Outcome outcome =
+      context.rules.AreTextbook() ? CalculateTextbookClosures(context) : CalculateClosures(context);
   // That there are none is no failure.
   for (Finding& finding : outcome.findings) {
     if (finding.code != BRENU_NO_CLOSURES) continue;

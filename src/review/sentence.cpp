@@ -1,5 +1,6 @@
 #include "review/sentence.h"
 
+#include <cmath>
 #include <string_view>
 #include <vector>
 
@@ -33,6 +34,21 @@ std::size_t NumberIn(std::string_view placeholder, std::size_t place) {
   return place < placeholder.size() ? static_cast<std::size_t>(placeholder[place] - '0') : 0;
 }
 
+std::string Count(double count, const std::string& what) {
+  return Fixed(count, 0) + ' ' + what + (count == 1.0 ? "" : "s");
+}
+
+// Two kinds of things, "direction|distance", counted by the first two values.
+std::string OnlyThese(std::string_view kinds, const Finding& finding) {
+  const std::size_t bar = kinds.find('|');
+  const std::string first = Count(ValueAt(finding, 1), std::string(kinds.substr(0, bar)));
+  const std::string second = Count(ValueAt(finding, 2), std::string(kinds.substr(bar + 1)));
+  if (ValueAt(finding, 1) + ValueAt(finding, 2) == 0.0) return "no observation";
+  if (ValueAt(finding, 2) == 0.0) return first + " only";
+  if (ValueAt(finding, 1) == 0.0) return second + " only";
+  return first + " and " + second + " only";
+}
+
 std::string Fill(std::string_view text, const Finding& finding);
 
 std::string Replacement(std::string_view placeholder, const Finding& finding) {
@@ -47,6 +63,13 @@ std::string Replacement(std::string_view placeholder, const Finding& finding) {
     case '+': {
       const double more = ValueAt(finding, NumberIn(placeholder, 1));
       return more > 0.0 ? " and " + Fixed(more, 0) + " more" : "";
+    }
+    case '&':
+      return OnlyThese(placeholder.substr(1), finding);
+    case '=': {
+      const double value = ValueAt(finding, NumberIn(placeholder, 1));
+      return ValueText(std::fabs(value), placeholder.substr(3, 1)) +
+             std::string(placeholder.substr(4)) + (value < 0.0 ? " smaller" : " greater");
     }
     case '?':
       return ValueAt(finding, NumberIn(placeholder, 1)) != 0.0

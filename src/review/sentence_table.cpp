@@ -224,7 +224,40 @@ constexpr SentenceEntry kSentences[] = {
      "jobs of format {v1} have no closure errors with limits"},
     {BRENU_CLOSURES_FAILED, "closures-failed",
      "{v1} of {v2} closure errors are beyond their limits; look for gross errors along the routes "
-     "that failed"}};
+     "that failed"},
+    {BRENU_POINT_LEFT_OUT, "point-left-out",
+     "the point {1} is left out: it has {&direction|distance}; observe it from another known "
+     "point, "
+     "or measure one more distance"},
+    {BRENU_POINTS_UNDETERMINED, "points-undetermined",
+     "left out: {points}; what hangs together there can still move against the control points; tie "
+     "it by a further direction or distance"},
+    {BRENU_NOTHING_PLACED, "nothing-placed",
+     "no new point can be placed from the control points; observe from a known station, or two "
+     "known points from a new one"},
+    {BRENU_PLANE_NOT_CONVERGED, "plane-not-converged",
+     "the adjustment of the plane network does not converge; look for gross errors by data "
+     "snooping, "
+     "and for points placed with too little"},
+    {BRENU_CONTROL_DOES_NOT_FIT, "control-does-not-fit",
+     "the control point {1} does not fit the others: they agree on {2} {=1.2 m} (test value "
+     "{v2.1}); "
+     "check its coordinates, and that it was the point sighted"},
+    {BRENU_HEIGHTS_LEFT_OUT, "heights-left-out",
+     "the heights of {points} are left out: no chain of height differences with line lengths leads "
+     "there from a bench mark; level it from a known point"},
+    {BRENU_RULES_DIFFER, "rules-differ",
+     "the classic rules put {1} elsewhere, by {v1.4} m, {v2.1} standard errors; compute by them to "
+     "see "
+     "all"},
+    {BRENU_CLASSIC_RULES_REFUSE, "classic-rules-refuse",
+     "the classic rules cannot compute this network; compute by them to see why"},
+    {BRENU_LEVEL_SIGMA_CONTRADICTED, "level-sigma-contradicted",
+     "the residuals of the heights speak of {v1.2} mm for 1 km of levelling, not of the {v2.2} mm "
+     "assumed; set the a-priori error of levelling if that is what it is worth"},
+    {BRENU_GROUP_LEFT_OUT, "group-left-out",
+     "{points} are left out: they hang together, with {&direction|distance} to points that have a "
+     "place; observe two of them from known points, or known points from two of them"}};
 
 constexpr bool AreAscending() {
   for (std::size_t i = 1; i < std::size(kSentences); ++i) {

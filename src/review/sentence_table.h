@@ -13,6 +13,9 @@ namespace brenu {
 //   {x}           the excerpt, quoted
 //   {+1}          " and 7 more" for a value of 7, nothing for 0
 //   {?1 text}     the text when the value is not 0
+//   {&direction|distance}  "1 direction only", "2 directions and 1 distance only", "no
+//                 observation", by the first two values
+//   {=1.2 m}      "0.25 m greater" or "0.25 m smaller", by the sign of the value
 struct SentenceEntry {
   Code code;
   const char* id;

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
 #include <cstdint>
 #include <random>
 #include <vector>
@@ -11,69 +12,52 @@
 namespace brenu::testing {
 namespace {
 
-// A square by columns, and small integers in it, so that products are exact.
+// Small ones, so that products are exact.
 std::vector<double> RandomIntegers(std::ptrdiff_t count, std::uint32_t seed) {
   std::minstd_rand random(seed);
-  std::vector<double> values;
-  for (std::ptrdiff_t i = 0; i < count; ++i) {
-    values.push_back(static_cast<double>(random() % 15) - 7.0);
-  }
+  std::vector<double> values(static_cast<std::size_t>(count));
+  for (double& value : values) value = static_cast<double>(random() % 15) - 7.0;
   return values;
 }
 
-double Element(const MatrixView& m, std::ptrdiff_t i, std::ptrdiff_t p) {
-  return m.data[i * m.rowStride + p * m.columnStride];
-}
-
-// What is made of such products, factors and inverses of panels, normal_equations_test compares
-// with the packed matrix for panels of many widths.
-TEST(DenseProduct, AgreesWithTheDefinitionAcrossAllEdges) {
-  DenseProduct multiplier;
-  struct Size {
-    std::ptrdiff_t rows, columns, depth;
-  };
-  // Below, at and above the tiles and the cache blocks.
-  for (const Size& n :
-       {Size{1, 1, 1}, Size{8, 4, 5}, Size{9, 5, 0}, Size{7, 3, 300}, Size{31, 33, 2},
-        Size{130, 17, 257}, Size{20, 1030, 3}, Size{1040, 1033, 1}}) {
-    const auto a = RandomIntegers(n.rows * n.depth, 1);
-    const auto b = RandomIntegers(n.columns * n.depth, 2);
-    const auto scale = RandomIntegers(n.depth, 3);
+// Beyond the cache blocks in each direction.  For smaller panels of many widths
+// normal_equations_test compares what is made of such products with the packed matrix.
+TEST(DenseProduct, AgreesWithTheDefinitionAcrossItsBlocks) {
+  DenseProduct product;
+  using Size = std::array<std::ptrdiff_t, 3>;
+  for (const auto& [rows, columns, depth] : {Size{130, 17, 300}, Size{1040, 1033, 2}}) {
+    const auto a = RandomIntegers(rows * depth, 1);
+    const auto b = RandomIntegers(columns * depth, 2);
+    const auto scale = RandomIntegers(depth, 3);
     for (const bool transposed : {false, true}) {
-      const MatrixView av =
-          transposed ? MatrixView{a.data(), n.depth, 1} : MatrixView{a.data(), 1, n.rows};
-      const MatrixView bv =
-          transposed ? MatrixView{b.data(), n.depth, 1} : MatrixView{b.data(), 1, n.columns};
-      for (const auto part : {DenseProduct::Part::kWhole, DenseProduct::Part::kLower}) {
-        std::vector<double> c(static_cast<std::size_t>((n.rows + 2) * n.columns), 1.0);
-        multiplier.Add({av, bv, scale.data(), -1.0, n.rows, n.columns, n.depth}, c.data(),
-                       n.rows + 2, part);
-        int wrong = 0;
-        for (std::ptrdiff_t j = 0; j < n.columns; ++j) {
-          const double* column = c.data() + j * (n.rows + 2);
-          for (std::ptrdiff_t i = part == DenseProduct::Part::kLower ? j : 0; i < n.rows; ++i) {
-            double expected = 1.0;
-            for (std::ptrdiff_t p = 0; p < n.depth; ++p) {
-              expected -=
-                  Element(av, i, p) * scale[static_cast<std::size_t>(p)] * Element(bv, j, p);
-            }
-            wrong += column[i] == expected ? 0 : 1;
-          }
-          wrong += column[n.rows] == 1.0 && column[n.rows + 1] == 1.0 ? 0 : 1;  // not its own
+      const MatrixView av{a.data(), transposed ? depth : 1, transposed ? 1 : rows};
+      const MatrixView bv{b.data(), transposed ? depth : 1, transposed ? 1 : columns};
+      std::vector<double> c(static_cast<std::size_t>(rows * columns), 1.0);
+      product.Add({av, bv, scale.data(), -1.0, rows, columns, depth}, c.data(), rows,
+                  DenseProduct::Part::kWhole);
+      int wrong = 0;
+      for (std::ptrdiff_t k = 0; k < rows * columns; ++k) {
+        double expected = 1.0;
+        for (std::ptrdiff_t p = 0; p < depth; ++p) {
+          expected -= av.data[k % rows * av.rowStride + p * av.columnStride] *
+                      bv.data[k / rows * bv.rowStride + p * bv.columnStride] *
+                      scale[static_cast<std::size_t>(p)];
         }
-        EXPECT_EQ(wrong, 0) << n.rows << " x " << n.columns << " x " << n.depth;
+        wrong += c[static_cast<std::size_t>(k)] == expected ? 0 : 1;
       }
+      EXPECT_EQ(wrong, 0) << rows << " x " << columns << " x " << depth;
     }
   }
 }
 
 TEST(DenseProduct, BothTilesAgree) {
-  const auto a = RandomIntegers(kTileRows * 40, 4);
-  const auto b = RandomIntegers(kTileColumns * 40, 5);
+  constexpr std::ptrdiff_t kDepth = 40;
+  const auto a = RandomIntegers(kTileRows * kDepth, 4);
+  const auto b = RandomIntegers(kTileColumns * kDepth, 5);
   std::vector<double> expected(kTileRows * kTileColumns, 2.0);
   std::vector<double> actual = expected;
-  MultiplyTileBaseline(40, a.data(), b.data(), expected.data(), kTileRows);
-  BestMultiplyTile()(40, a.data(), b.data(), actual.data(), kTileRows);
+  MultiplyTileBaseline(kDepth, a.data(), b.data(), expected.data(), kTileRows);
+  BestMultiplyTile()(kDepth, a.data(), b.data(), actual.data(), kTileRows);
   EXPECT_EQ(actual, expected);
 }
 

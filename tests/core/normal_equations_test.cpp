@@ -13,26 +13,20 @@ namespace {
 constexpr std::int32_t kAlwaysSparse = -1;
 constexpr std::int32_t kAlwaysPacked = 1000000;
 
-std::vector<std::vector<std::int32_t>> UnknownsOfGroups(const UnknownPattern& pattern) {
-  std::vector<std::vector<std::int32_t>> unknowns(static_cast<std::size_t>(pattern.groupCount));
-  for (std::size_t i = 0; i < pattern.groupOfUnknown.size(); ++i) {
-    unknowns[static_cast<std::size_t>(pattern.groupOfUnknown[i])].push_back(
-        static_cast<std::int32_t>(i));
+// The unknowns that meet: those of every group, and those of both groups of every connection.
+std::vector<std::vector<std::int32_t>> Meetings(const UnknownPattern& pattern) {
+  std::vector<std::vector<std::int32_t>> meetings(static_cast<std::size_t>(pattern.groupCount));
+  for (std::int32_t i = 0; i < pattern.UnknownCount(); ++i) {
+    const std::int32_t group = pattern.groupOfUnknown[static_cast<std::size_t>(i)];
+    meetings[static_cast<std::size_t>(group)].push_back(i);
   }
-  return unknowns;
-}
-
-// Calls visit(unknowns of both groups) for every connection and visit(its own) for every group.
-template <typename Visit>
-void ForEachMeeting(const UnknownPattern& pattern, Visit visit) {
-  const auto unknowns = UnknownsOfGroups(pattern);
-  for (const auto& own : unknowns) visit(own);
   for (const auto& [a, b] : pattern.connections) {
-    std::vector<std::int32_t> both = unknowns[static_cast<std::size_t>(a)];
-    const auto& other = unknowns[static_cast<std::size_t>(b)];
+    std::vector<std::int32_t> both = meetings[static_cast<std::size_t>(a)];
+    const auto& other = meetings[static_cast<std::size_t>(b)];
     if (a != b) both.insert(both.end(), other.begin(), other.end());
-    visit(both);
+    meetings.push_back(std::move(both));
   }
+  return meetings;
 }
 
 // Equations with coefficients as they occur: some unknowns held hard, some determined weakly.
@@ -41,13 +35,13 @@ void Fill(NormalEquations& normal, const UnknownPattern& pattern, std::uint32_t 
   const auto coefficient = [&] { return static_cast<double>(random() % 2001) / 100.0 - 10.0; };
   std::vector<Term> equation;
   normal.Reset();
-  ForEachMeeting(pattern, [&](const std::vector<std::int32_t>& unknowns) {
+  for (const auto& unknowns : Meetings(pattern)) {
     for (int repeat = 0; repeat < 2; ++repeat) {
       equation.clear();
       for (const std::int32_t u : unknowns) equation.push_back({u, coefficient()});
       normal.Add(equation, 11.0 + coefficient(), coefficient());
     }
-  });
+  }
   for (std::int32_t u = 0; u < pattern.UnknownCount(); ++u) normal.Hold(u, 1.0);
   if (pattern.UnknownCount() > 2) {
     normal.Hold(0, 1e20);
@@ -55,37 +49,32 @@ void Fill(NormalEquations& normal, const UnknownPattern& pattern, std::uint32_t 
   }
 }
 
-void ExpectSameResults(const NormalEquations& packed, const NormalEquations& sparse,
-                       const UnknownPattern& pattern, const std::string& name) {
-  double largest = 0.0;
-  for (const double x : packed.Solution()) largest = std::max(largest, std::fabs(x));
-  for (std::size_t i = 0; i < packed.Solution().size(); ++i) {
-    ASSERT_NEAR(sparse.Solution()[i], packed.Solution()[i], 1e-10 * largest) << name << ' ' << i;
-  }
-  ForEachMeeting(pattern, [&](const std::vector<std::int32_t>& unknowns) {
-    for (const std::int32_t i : unknowns) {
-      for (const std::int32_t j : unknowns) {
-        const double scale = std::sqrt(packed.Cofactor(i, i) * packed.Cofactor(j, j));
-        ASSERT_NEAR(sparse.Cofactor(i, j), packed.Cofactor(i, j), 1e-10 * scale)
-            << name << ' ' << i << ' ' << j;
-      }
-    }
-  });
-}
-
 TEST(NormalEquations, PackedAndSparseAgreeForEveryShape) {
   for (const auto& [name, pattern] : PatternsOfManyShapes()) {
+    SCOPED_TRACE(name);
     NormalEquations packed(kAlwaysPacked);
     NormalEquations sparse(kAlwaysSparse);
     packed.SetPattern(pattern);
     sparse.SetPattern(pattern);
     // The second round works on the analysis of the first.
     for (const std::uint32_t seed : {1U, 2U}) {
-      Fill(packed, pattern, seed);
-      Fill(sparse, pattern, seed);
-      ASSERT_TRUE(packed.Solve()) << name;
-      ASSERT_TRUE(sparse.Solve()) << name;
-      ExpectSameResults(packed, sparse, pattern, name);
+      double largest = 0.0;
+      for (NormalEquations* normal : {&packed, &sparse}) {
+        Fill(*normal, pattern, seed);
+        ASSERT_TRUE(normal->Solve());
+      }
+      for (const double x : packed.Solution()) largest = std::max(largest, std::fabs(x));
+      for (std::size_t i = 0; i < packed.Solution().size(); ++i) {
+        ASSERT_NEAR(sparse.Solution()[i], packed.Solution()[i], 1e-10 * largest) << i;
+      }
+      for (const auto& unknowns : Meetings(pattern)) {
+        for (const std::int32_t i : unknowns) {
+          for (const std::int32_t j : unknowns) {
+            const double scale = std::sqrt(packed.Cofactor(i, i) * packed.Cofactor(j, j));
+            ASSERT_NEAR(sparse.Cofactor(i, j), packed.Cofactor(i, j), 1e-10 * scale) << i << j;
+          }
+        }
+      }
     }
   }
 }
@@ -121,6 +110,8 @@ TEST(NormalEquations, UnknownWithoutEquationIsSingularWhereverItStands) {
     // A failure leaves nothing behind.
     Fill(normal, pattern, 3);
     EXPECT_TRUE(normal.Solve());
+    normal.Reset();
+    EXPECT_FALSE(normal.IsSolved());
   }
 }
 

@@ -1,22 +1,13 @@
 #include <gtest/gtest.h>
 
-#include <algorithm>
-#include <numeric>
-
 #include "core/sparse/elimination_tree.h"
 #include "core/sparse/ordering.h"
 #include "core/sparse/separator.h"
+#include "core/sparse/symbolic_factor.h"
 #include "support/patterns.h"
 
 namespace brenu::testing {
 namespace {
-
-bool IsPermutation(std::vector<std::int32_t> order, std::int32_t count) {
-  std::vector<std::int32_t> expected(static_cast<std::size_t>(count));
-  std::iota(expected.begin(), expected.end(), 0);
-  std::sort(order.begin(), order.end());
-  return order == expected;
-}
 
 std::int64_t FactorSize(const Graph& graph, std::vector<std::int32_t> order) {
   const EliminationTree tree(graph, std::move(order));
@@ -25,14 +16,6 @@ std::int64_t FactorSize(const Graph& graph, std::vector<std::int32_t> order) {
     size += std::int64_t{graph.WeightOf(tree.order[k])} * tree.heightOfColumn[k];
   }
   return size;
-}
-
-TEST(Ordering, IsAPermutationForEveryShape) {
-  for (const auto& [name, pattern] : PatternsOfManyShapes()) {
-    const Graph graph = GroupGraph(pattern);
-    EXPECT_TRUE(IsPermutation(FillReducingOrder(graph), graph.Count())) << name;
-    EXPECT_TRUE(IsPermutation(NestedDissectionOrder(graph), graph.Count())) << name;
-  }
 }
 
 TEST(Ordering, ChainsAndTreesFillNothing) {
@@ -53,29 +36,30 @@ TEST(Ordering, TwoHubsWithManyCommonNeighboursTakeNoSquareOfTime) {
   EXPECT_EQ(FactorSize(graph, FillReducingOrder(graph)), 3 * 100000 + 3);
 }
 
-// A square grid of n points has a factor of about 31/4 n log2 n elements under ideal dissection.
-TEST(Ordering, GridIsDissectedWell) {
-  const Graph graph = GroupGraph(GridPattern(60, 60, 1));
-  const double n = graph.Count();
-  EXPECT_LT(static_cast<double>(FactorSize(graph, FillReducingOrder(graph))),
-            31.0 / 4.0 * n * std::log2(n));
+// Five per cent above what the order gave when this was written: a worse one has to be noticed, a
+// better one may lower the bounds.
+TEST(Ordering, FillIsBounded) {
+  const auto elements = [](const UnknownPattern& pattern) {
+    return SymbolicFactor(pattern).ElementCount();
+  };
+  EXPECT_LT(elements(GridPattern(60, 60, 1)), 122'000);
+  EXPECT_LT(elements(GridPattern(60, 60, 3)), 937'000);
+  EXPECT_LT(elements(GridPattern(8, 300, 2)), 190'000);
+  EXPECT_LT(elements(RandomPattern(1000, 2500, 5)), 243'000);
 }
 
 TEST(Separator, PartsAreBalancedAndNotConnected) {
   for (const auto& [name, pattern] : PatternsOfManyShapes()) {
     const Graph graph = GroupGraph(pattern);
     if (graph.Count() < 2) continue;
-    Separation cut = FindSeparator(graph);
+    const Separation cut = FindSeparator(graph);
     for (std::int32_t v = 0; v < graph.Count(); ++v) {
       for (const std::int32_t u : graph.Neighbours(v)) {
-        const auto a = cut.part[static_cast<std::size_t>(v)];
-        const auto b = cut.part[static_cast<std::size_t>(u)];
-        EXPECT_TRUE(a == b || a == Separation::kSeparator || b == Separation::kSeparator) << name;
+        const int both =
+            cut.part[static_cast<std::size_t>(v)] + cut.part[static_cast<std::size_t>(u)];
+        EXPECT_NE(both, 1) << name;  // part 0 and part 1; the separator is 2
       }
     }
-    const auto kept = cut.weights;
-    cut.Weigh(graph);
-    EXPECT_EQ(kept, cut.weights) << name;
     EXPECT_LE(std::max(cut.weights[0], cut.weights[1]), cut.HeaviestAllowed()) << name;
   }
 }

@@ -12,33 +12,9 @@ constexpr double kPi = 3.141592653589793;
 constexpr double kArcSeconds = 180.0 * 3600.0 / kPi;  // in a radian
 constexpr double kA = 6378137.0;                      // GRS 80
 constexpr double kB = 6356752.3141;
-constexpr double kE2 = 1.0 - kB * kB / (kA * kA);
 constexpr double kSphere = 6371000.0;
 
 constexpr double Deg(double degrees) { return degrees * kPi / 180.0; }
-
-// A line on the sphere between two points given by their Gauss coordinates.
-struct SphericalLine {
-  double azimuth, length;
-
-  SphericalLine(double x1, double y1, double x2, double y2) {
-    const double lat1 = Latitude(x1, y1);
-    const double lat2 = Latitude(x2, y2);
-    const double dl = Longitude(x2, y2) - Longitude(x1, y1);
-    azimuth = std::atan2(
-        std::cos(lat2) * std::sin(dl),
-        std::cos(lat1) * std::sin(lat2) - std::sin(lat1) * std::cos(lat2) * std::cos(dl));
-    const double haversine = std::pow(std::sin((lat2 - lat1) / 2), 2) +
-                             std::cos(lat1) * std::cos(lat2) * std::pow(std::sin(dl / 2), 2);
-    length = 2.0 * kSphere * std::asin(std::sqrt(haversine));
-  }
-  static double Latitude(double x, double y) {
-    return std::asin(std::sin(x / kSphere) / std::cosh(y / kSphere));
-  }
-  static double Longitude(double x, double y) {
-    return std::atan2(std::sinh(y / kSphere), std::cos(x / kSphere));
-  }
-};
 
 TEST(Centring, AgreesWithTheTriangleOfTheMarks) {
   // The instrument at (0, 0), the target sighted at (1000, 0); the marks lie 60 and 30 degrees
@@ -121,21 +97,32 @@ TEST(GaussProjection, WorkedExamples) {
       0.689075758663, 1e-12);
 }
 
+// Against the line on the sphere between the points with these Gauss coordinates.
 TEST(GaussProjection, PlaneAndSphereAgree) {
-  struct Line {
-    double x1, y1, x2, y2;
+  const auto latitude = [](double x, double y) {
+    return std::asin(std::sin(x / kSphere) / std::cosh(y / kSphere));
   };
-  for (const Line& l : {Line{4e6, 100000, 4010000, 104000}, Line{4e6, -100000, 3990000, -80000},
-                        Line{-4e6, 60000, -4015000, 70000}}) {
-    const SphericalLine line(l.x1, l.y1, l.x2, l.y2);
-    const double chord = std::atan2(l.y2 - l.y1, l.x2 - l.x1);
-    const double footLatitude = l.x1 / kSphere;
-    const double gridAzimuth = PlaneAzimuthCorrect(line.azimuth, footLatitude, l.x1, l.y1, l.x2,
-                                                   l.y2, kSphere, kSphere, kSphere);
-    EXPECT_NEAR(std::remainder(gridAzimuth - chord, 2 * kPi) * kArcSeconds, 0.0, 1e-5);
-
-    const double chordLength = std::hypot(l.x2 - l.x1, l.y2 - l.y1);
-    EXPECT_NEAR(DistanceCorrect(l.y1, l.y2, line.length, kSphere), chordLength - line.length, 5e-6);
+  const auto longitude = [](double x, double y) {
+    return std::atan2(std::sinh(y / kSphere), std::cos(x / kSphere));
+  };
+  const double lines[][4] = {
+      {4e6, 1e5, 4010000, 104000}, {4e6, -1e5, 3990000, -80000}, {-4e6, 60000, -4015000, 70000}};
+  for (const auto& [x1, y1, x2, y2] : lines) {
+    const double lat1 = latitude(x1, y1);
+    const double lat2 = latitude(x2, y2);
+    const double dl = longitude(x2, y2) - longitude(x1, y1);
+    const double azimuth = std::atan2(
+        std::cos(lat2) * std::sin(dl),
+        std::cos(lat1) * std::sin(lat2) - std::sin(lat1) * std::cos(lat2) * std::cos(dl));
+    const double haversine = std::pow(std::sin((lat2 - lat1) / 2), 2) +
+                             std::cos(lat1) * std::cos(lat2) * std::pow(std::sin(dl / 2), 2);
+    const double length = 2.0 * kSphere * std::asin(std::sqrt(haversine));
+    const double grid =
+        PlaneAzimuthCorrect(azimuth, x1 / kSphere, x1, y1, x2, y2, kSphere, kSphere, kSphere);
+    const double chord = std::atan2(y2 - y1, x2 - x1);
+    EXPECT_NEAR(std::remainder(grid - chord, 2 * kPi) * kArcSeconds, 0.0, 1e-5);
+    EXPECT_NEAR(DistanceCorrect(y1, y2, length, kSphere), std::hypot(x2 - x1, y2 - y1) - length,
+                5e-6);
   }
 }
 
@@ -151,23 +138,20 @@ TEST(Atmosphere, BranchesOfTheVapourPressure) {
   // Without pressure the correction is (e1/k1 - e2/k2) 5.5e-8 S, k = 1 + t / 273.16.
   constexpr double kWavelength = 2.5;
   constexpr double kIce = 6.107;  // wet bulb at 0 degrees
-  struct Case {
-    double dry1, e1, dry2, e2;
+  const double cases[][4] = {
+      {20.0, kIce, 5.0, kIce},
+      {-12.0, -1.02351, -14.0, -1.21169},  // both quadratic
+      {20.0, kIce, -12.0, kWavelength},    // the first end rules the second
+      {5.0, kIce, 60.0, 9.37401},          // likewise: quadratic at 60 degrees
+      {-10.0, -0.82989, 50.0, 7.50831},    // the limits themselves are outside
+      {-15.0, kWavelength, -10.0, kWavelength},
+      {60.0, kWavelength, 10.0, kIce},
   };
-  for (const Case& c : {
-           Case{20.0, kIce, 5.0, kIce},
-           Case{-12.0, -1.02351, -14.0, -1.21169},  // both quadratic
-           Case{20.0, kIce, -12.0, kWavelength},    // the first end rules the second
-           Case{5.0, kIce, 60.0, 9.37401},          // likewise: quadratic at 60 degrees
-           Case{-10.0, -0.82989, 50.0, 7.50831},    // the limits themselves are outside
-           Case{-15.0, kWavelength, -10.0, kWavelength},
-           Case{60.0, kWavelength, 10.0, kIce},
-       }) {
+  for (const auto& [dry1, e1, dry2, e2] : cases) {
     double correction = 0.0;
-    MeteorologicalCorrect(0.0, c.dry1, 0.0, 0.0, kWavelength, 0.0, c.dry2, 0.0, 0.0, 1.0 / 5.5e-8,
-                          &correction);
-    EXPECT_NEAR(correction, c.e1 / (1.0 + c.dry1 / 273.16) - c.e2 / (1.0 + c.dry2 / 273.16), 1e-7)
-        << c.dry1 << " and " << c.dry2;
+    MeteorologicalCorrect(0, dry1, 0, 0, kWavelength, 0, dry2, 0, 0, 1.0 / 5.5e-8, &correction);
+    EXPECT_NEAR(correction, e1 / (1.0 + dry1 / 273.16) - e2 / (1.0 + dry2 / 273.16), 1e-7)
+        << dry1 << " and " << dry2;
   }
 }
 

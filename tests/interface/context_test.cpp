@@ -22,14 +22,10 @@ TEST(Parameters, FreshContextHoldsTheDefaultsAndKeepsWhatIsSet) {
 }
 
 TEST(NullPointers, AreRefusedByEveryFunction) {
-  Job job;
-  job.AddPoints({{"A", 11, 100, 100, 10}, {"B", 11, 100, 200, 11}, {"P"}});
-  job.ObserveAll({{"A", "B", {100, 130, 1, -1}},
-                  {"A", "P", {111.803, 66.3354, 2, 26.3354}},
-                  {"B", "A", Direction(310)},
-                  {"B", "P", {111.803, 13.2606, 1, -1}},
-                  {"P", "A", Direction(246.3354)},
-                  {"P", "B", Direction(193.2606)}});
+  const Job job({{"A", 11, 100, 100, 10}, {"B", 11, 100, 200, 11}, {"P"}},
+                {{"A", {{"B", {100, 130, 1, -1}}, {"P", {111.803, 66.3354, 2, 26.3354}}}},
+                 {"B", {{"A", Direction(310)}, {"P", {111.803, 13.2606, 1, -1}}}},
+                 {"P", {{"A", Direction(246.3354)}, {"B", Direction(193.2606)}}}});
   PointData point = MakePoint("new");
   ObsData obs = Distance(1);
   double d = 0;
@@ -74,13 +70,10 @@ TEST(NullPointers, AreRefusedByEveryFunction) {
   ExpectRefusesNull(0, GetTraverseResult, job, 2, &d, &d, &d, &d, &d, &d, &d, &d, &d, &d, &d, &d,
                     &n);
 
-  AdjParam param = GetAdjParam(job);
-  param.format = 1;
-  SetAdjParam(job, param);
-  SetAdjParam(nullptr, param);
+  SetAdjParam(job, Errors(2.5, 5, 5, 1));
+  SetAdjParam(nullptr, AdjParam{});
   ExpectRefusesNull(false, NonDirectionAdj, job);
-  param.format = 3;
-  SetAdjParam(job, param);
+  SetAdjParam(job, Errors(2.5, 5, 5, 3));
   CircleRecord first, second;
   char text[255] = {};
   std::uint32_t remaining = 0;

@@ -1,199 +1,186 @@
-// A network of 16 points with directions and distances, compared in all its results with an
-// independent adjustment.
+// Random networks against what an adjustment means: the adjusted coordinates make the weighted sum
+// of squared residuals least, and standard errors are what errors of the observations, one after
+// the other, do to the results.
 #include <gtest/gtest.h>
 
+#include <array>
 #include <cmath>
+#include <complex>
+#include <random>
 #include <string>
-#include <utility>
 #include <vector>
 
 #include "support/job.h"
-#include "support/least_squares.h"
-#include "support/random.h"
 
 namespace brenu::testing {
 namespace {
 
-constexpr long double kPi = 3.14159265358979323846L;
-constexpr long double kRho = 648000 / kPi;
-constexpr std::size_t kControl = 3;
+using Vector = std::complex<double>;  // X + iY: its argument is an azimuth
+using Positions = std::vector<Vector>;
+using Pair = std::array<double, 2>;  // what belongs to a direction and a distance
 
-long double Norm(long double angle) { return std::remainder(angle, 2 * kPi); }
+constexpr double kDegree = 3.14159265358979323846 / 180;
 
-// Packed sexagesimal notation of an angle in whole hundredths of arc-seconds.
-double Packed(long long hundredths) {
-  const long long degrees = hundredths / 360000;
-  const long long minutes = hundredths / 6000 % 60;
-  const long long rest = hundredths % 6000;
-  return static_cast<double>(degrees * 1000000 + minutes * 10000 + rest) / 1e6;
-}
-long double Unpacked(double dms) {
-  const long long units = std::llround(dms * 1e6);
-  const long long degrees = units / 1000000;
-  const long long minutes = units / 10000 % 100;
-  const long long hundredths = degrees * 360000 + minutes * 6000 + units % 10000;
-  return static_cast<long double>(hundredths) / (100 * kRho);
+// The packed notation of an angle in degrees, to 0.0001".
+double Packed(double degrees) {
+  const long long units = std::llround(degrees * 36000000);
+  return static_cast<double>(units / 36000000) +
+         static_cast<double>(units / 600000 % 60 * 1000000 + units % 600000) / 1e8;
 }
 
-struct Obs {
-  std::size_t from, to;
-  bool isDirection;
-  long double value, error;  // radians or metres
-};
-
-// Points on a disturbed grid, the first three known; every point sights its neighbours.  The
-// orientations stay away from the full circle.
 struct Network {
-  Job job;
-  std::vector<std::pair<long double, long double>> points;
-  std::vector<Obs> observations;
-
-  static std::string Name(std::size_t i) { return {static_cast<char>('A' + i)}; }
-  // X of point i, Y one after it; orientations of the stations after all points.
-  std::size_t Unknown(std::size_t i) const { return 2 * (i - kControl); }
-  std::size_t Orientation(std::size_t i) const { return Unknown(points.size()) + i; }
-  std::size_t UnknownCount() const { return Orientation(points.size()); }
-
-  Network() {
-    SetAdjParam(job, Errors(2.5, 0.003, 2e-6));
-    Random random(7);
-    for (std::size_t i = 0; i < 16; ++i) {
-      const std::size_t row = i / 4;
-      const std::size_t column = i % 4;
-      const double x = static_cast<double>(row) * 400 + random.Uniform(-60, 60);
-      const double y = static_cast<double>(column) * 400 + random.Uniform(-60, 60);
-      points.emplace_back(x, y);
-      const bool known = i < kControl;
-      job.Add(Name(i), known ? 10 : 0, known ? x : 0, known ? y : 0);
-    }
-    for (std::size_t i = 0; i < points.size(); ++i) {
-      for (std::size_t k = 0; k < points.size(); ++k) Sight(random, i, k);
-    }
-  }
-
-  void Sight(Random& random, std::size_t i, std::size_t k) {
-    const Line line = Between(i, k);
-    if (i == k || line.length > 650) return;
-    const long double seconds = (line.azimuth + 2 * kPi - ZeroOf(i)) * kRho + random.Uniform(-4, 4);
-    const double reading = Packed(std::llround(seconds * 100) % 129600000);
-    const auto distance = static_cast<double>(line.length) + random.Uniform(-0.007, 0.007);
-    job.Observe(Name(i), Name(k), Direction(reading, i < k ? distance : 0.0));
-    observations.push_back({i, k, true, Unpacked(reading), 2.5});
-    if (i < k) observations.push_back({i, k, false, distance, 0.003 + 2e-6 * distance});
-  }
-
   struct Line {
-    long double dx, dy, length, azimuth;
+    std::size_t from, to;
+    Pair obs, errors;  // degrees and metres
   };
-  Line Between(std::size_t from, std::size_t to) const {
-    const long double dx = points[to].first - points[from].first;
-    const long double dy = points[to].second - points[from].second;
-    return {dx, dy, std::hypot(dx, dy), std::atan2(dy, dx)};
-  }
-  // The azimuth of the zero of a circle.
-  static long double ZeroOf(std::size_t station) {
-    return (40 + 20 * static_cast<long double>(station)) * 3600 / kRho;
-  }
+  static constexpr std::size_t kControl = 3;  // control points come first
+  Positions truth;
+  std::vector<Line> lines;
 
-  // Derivatives of azimuth (arc-seconds) or length by the unknowns.
-  Vector Gradient(std::size_t from, std::size_t to, bool azimuth) const {
-    const auto [dx, dy, s, direction] = Between(from, to);
-    const long double gx = azimuth ? -dy / (s * s) * kRho : dx / s;
-    const long double gy = azimuth ? dx / (s * s) * kRho : dy / s;
-    Vector gradient(UnknownCount());
-    const auto add = [&](std::size_t point, long double sign) {
-      if (point < kControl) return;
-      gradient[Unknown(point)] = sign * gx;
-      gradient[Unknown(point) + 1] = sign * gy;
+  static std::string Name(std::size_t i) { return {static_cast<char>('a' + i)}; }
+  // Of the circle, in degrees; around 0 the differences of azimuths and readings would wrap.
+  static double Orientation(std::size_t i) { return 20 + 12 * static_cast<double>(i); }
+
+  // Points on a disturbed grid; every point sights its neighbours.
+  explicit Network(std::size_t pointCount) {
+    std::mt19937 random;
+    const auto within = [&](double most) {
+      return most * (static_cast<double>(random()) / 2147483648.0 - 1);
     };
-    add(from, -1);
-    add(to, 1);
-    return gradient;
+    for (std::size_t i = 0; i < pointCount; ++i) {
+      const Vector place(static_cast<double>(i / 4), static_cast<double>(i % 4));
+      truth.push_back(Vector(4.5e6 + within(60), 5e5 + within(60)) + 400.0 * place);
+    }
+    for (std::size_t a = 0; a < pointCount; ++a) {
+      for (std::size_t b = 0; b < pointCount; ++b) {
+        const Vector line = truth[b] - truth[a];
+        if (a == b || std::abs(line) > 650) continue;
+        const double reading = std::arg(line) / kDegree - Orientation(a) + within(4) / 3600;
+        const double distance = std::abs(line) + within(0.007);
+        const Pair errors = {2.5 / 3600, 0.003 + 2e-6 * distance};
+        lines.push_back({a, b, {std::fmod(reading + 720, 360), distance}, errors});
+      }
+    }
   }
 
-  // One pass from the present points; moves them and gives the residuals by observation.
-  LeastSquares Adjust(Vector& residuals) {
-    std::vector<Vector> columns(UnknownCount(), Vector(observations.size()));
-    Vector l;
-    for (const Obs& o : observations) {
-      Vector row = Gradient(o.from, o.to, o.isDirection);
-      if (o.isDirection) row[Orientation(o.from)] = -1;
-      for (std::size_t j = 0; j < row.size(); ++j) columns[j][l.size()] = row[j] / o.error;
-      const Line line = Between(o.from, o.to);
-      const long double misfit = o.isDirection
-                                     ? Norm(line.azimuth - o.value - ZeroOf(o.from)) * kRho
-                                     : line.length - o.value;
-      l.push_back(misfit / o.error);
+  // Enters the network backwards, adjusts it and gives the positions.
+  Positions Adjust(Job& job) const {
+    SetAdjParam(job, Errors(2.5, 0.003, 2e-6));
+    for (std::size_t i = truth.size(); i-- > 0;) {
+      const bool known = i < kControl;
+      job.Add(Name(i), known ? 10 : 0, known ? truth[i].real() : 0, known ? truth[i].imag() : 0);
     }
-    LeastSquares solution(columns, l);
-    residuals.clear();
-    for (std::size_t k = 0; k < l.size(); ++k) {
-      long double v = l[k];
-      for (std::size_t j = 0; j < columns.size(); ++j) v += columns[j][k] * solution.x[j];
-      residuals.push_back(v * observations[k].error);
+    for (auto l = lines.rbegin(); l != lines.rend(); ++l) {
+      job.Observe(Name(l->from), Name(l->to), Direction(Packed(l->obs[0]), l->obs[1]));
     }
-    for (std::size_t i = kControl; i < points.size(); ++i) {
-      points[i].first += solution.x[Unknown(i)];
-      points[i].second += solution.x[Unknown(i) + 1];
+    EXPECT_TRUE(LeastSquareAdj(job));
+    Positions adjusted;
+    for (std::size_t i = 0; i < truth.size(); ++i) {
+      const PlaneResult p = ReadPlane(job, Name(i));
+      adjusted.emplace_back(p.x, p.y);
     }
-    return solution;
+    return adjusted;
+  }
+
+  // In units of the standard errors.  The orientation of a station is the mean of what its
+  // directions say.
+  std::vector<Pair> Residuals(const Positions& at) const {
+    std::vector<Pair> v;
+    std::vector<double> sum(truth.size(), 0), count(truth.size(), 0);
+    for (const auto& [from, to, obs, errors] : lines) {
+      const Vector line = at[to] - at[from];
+      const double turn =
+          std::remainder(std::arg(line) / kDegree - obs[0] - Orientation(from), 360);
+      v.push_back({turn / errors[0], (std::abs(line) - obs[1]) / errors[1]});
+      sum[from] += v.back()[0];
+      ++count[from];
+    }
+    for (std::size_t k = 0; k < v.size(); ++k) v[k][0] -= sum[lines[k].from] / count[lines[k].from];
+    return v;
+  }
+  double Pvv(const Positions& at) const {
+    double sum = 0;
+    for (const auto& [direction, distance] : Residuals(at)) {
+      sum += direction * direction + distance * distance;
+    }
+    return sum;
+  }
+
+  // What an error of each observation as large as its standard error does to the positions.
+  std::vector<Positions> Changes() const {
+    std::vector<Positions> changes;
+    for (std::size_t k = 0; k < 2 * lines.size(); ++k) {
+      Network changed = *this;
+      double& obs = changed.lines[k / 2].obs[k % 2];
+      Job more, less;
+      obs += lines[k / 2].errors[k % 2];
+      Positions change = changed.Adjust(more);
+      obs -= 2 * lines[k / 2].errors[k % 2];
+      const Positions opposite = changed.Adjust(less);
+      for (std::size_t i = 0; i < change.size(); ++i) change[i] = (change[i] - opposite[i]) / 2.0;
+      changes.push_back(change);
+    }
+    return changes;
   }
 };
 
-TEST(GeneratedNetwork, AgreesWithAnIndependentAdjustment) {
-  Network net;
-  ASSERT_TRUE(LeastSquareAdj(net.job));
-  Vector residuals;
-  net.Adjust(residuals);
-  net.Adjust(residuals);
-  const LeastSquares solution = net.Adjust(residuals);
-  const auto redundancy = static_cast<double>(net.observations.size() - net.UnknownCount());
-  const auto m0 = std::sqrt(static_cast<double>(solution.Pvv()) / redundancy);
-  const auto covariance = [&](const Vector& f, const Vector& g) {
-    return m0 * m0 * static_cast<double>(solution.Covariance(f, g));
-  };
-
-  for (std::size_t i = kControl; i < net.points.size(); ++i) {
-    const PlaneResult p = ReadPlane(net.job, Network::Name(i));
-    EXPECT_NEAR(p.x, static_cast<double>(net.points[i].first), 1e-6);
-    EXPECT_NEAR(p.y, static_cast<double>(net.points[i].second), 1e-6);
-    Vector x(net.UnknownCount());
-    Vector y(net.UnknownCount());
-    x[net.Unknown(i)] = 1;
-    y[net.Unknown(i) + 1] = 1;
-    const double xx = covariance(x, x);
-    const double yy = covariance(y, y);
-    const double xy = covariance(x, y);
-    EXPECT_TRUE(Near({p.mx, p.my, p.mp}, {std::sqrt(xx), std::sqrt(yy), std::sqrt(xx + yy)}, 1e-7));
-    // The ellipse from the direction of its major axis, tan 2t = 2 xy / (xx - yy): the variances
-    // along and across it.
-    const double t = 0.5 * std::atan2(2 * xy, xx - yy);
-    const auto along = [&](double c, double s) {
-      return std::sqrt(c * c * xx + s * s * yy + 2 * c * s * xy);
-    };
-    EXPECT_NEAR(p.e, along(std::cos(t), std::sin(t)), 1e-7);
-    EXPECT_NEAR(p.f, along(-std::sin(t), std::cos(t)), 1e-7);
-    EXPECT_GE(p.t, 0);
-    EXPECT_LT(p.t, 180);
-    const auto turn = static_cast<double>(Unpacked(p.t)) - t;
-    EXPECT_NEAR(std::sin(turn), 0, 1e-4) << Network::Name(i);
+// Standard errors of one point against another, along an azimuth and across it, and the covariance.
+struct Spread {
+  double along = 0, across = 0, common = 0;
+  Spread(const std::vector<Positions>& changes, std::size_t from, std::size_t to, double azimuth) {
+    for (const Positions& change : changes) {
+      const Vector turned = (change[to] - change[from]) * std::polar(1.0, -azimuth);
+      along = std::hypot(along, turned.real());
+      across = std::hypot(across, turned.imag());
+      common += turned.real() * turned.imag();
+    }
   }
+};
 
-  for (std::size_t k = 0; k < net.observations.size(); ++k) {
-    const Obs& o = net.observations[k];
-    const ObsResult r = Read(o.isDirection ? GetDirAngleResult : GetLengthResult, net.job,
-                             Network::Name(o.from), Network::Name(o.to));
-    EXPECT_NEAR(r.residual, static_cast<double>(residuals[k]), o.isDirection ? 1e-3 : 1e-6);
-    EXPECT_NEAR(r.apriori, static_cast<double>(o.error), 1e-12);
-    if (!o.isDirection || o.to < kControl) continue;
-    const auto line = ReadLine(net.job, Network::Name(o.from), Network::Name(o.to));
-    ASSERT_TRUE(line);
-    const Vector a = net.Gradient(o.from, o.to, true);
-    const Vector s = net.Gradient(o.from, o.to, false);
-    EXPECT_NEAR(line->azimuthError, std::sqrt(covariance(a, a)), 1e-4);
-    EXPECT_NEAR(line->lengthError, std::sqrt(covariance(s, s)), 1e-7);
-    EXPECT_NEAR(line->length, static_cast<double>(net.Between(o.from, o.to).length), 1e-6);
-    EXPECT_EQ(line->relative, static_cast<int32_t>(line->length / line->lengthError));
+// With the packed and, from 21 points on, with the sparse normal matrix.
+TEST(GeneratedNetwork, IsAdjustedAsItsMeaningSays) {
+  for (const std::size_t pointCount : {12u, 24u}) {
+    SCOPED_TRACE(pointCount);
+    const Network net(pointCount);
+    Job job;
+    const Positions adjusted = net.Adjust(job);
+    const std::size_t unknowns = 2 * (pointCount - Network::kControl) + pointCount;
+    const double m0 =
+        std::sqrt(net.Pvv(adjusted) / static_cast<double>(2 * net.lines.size() - unknowns));
+    const std::vector<Positions> changes = net.Changes();
+
+    for (std::size_t i = Network::kControl; i < pointCount; ++i) {
+      for (const Vector axis : {Vector(0.001, 0), Vector(0, 0.001)}) {
+        const auto pvvAt = [&](double steps) {
+          Positions moved = adjusted;
+          moved[i] += steps * axis;
+          return net.Pvv(moved);
+        };
+        // The lowest point of the parabola.
+        EXPECT_NEAR((pvvAt(-1) - pvvAt(1)) / (pvvAt(-1) - 2 * pvvAt(0) + pvvAt(1)), 0, 2e-3);
+      }
+      const PlaneResult p = ReadPlane(job, Network::Name(i));
+      const Spread north(changes, 0, i, 0);
+      EXPECT_TRUE(Near({p.mx, p.my}, {m0 * north.along, m0 * north.across}, 1e-3 * p.mp));
+      EXPECT_NEAR(std::hypot(p.e, p.f), p.mp, 1e-9);
+      const double area = std::pow(north.along * north.across, 2) - std::pow(north.common, 2);
+      EXPECT_NEAR(p.e * p.f / (m0 * m0 * std::sqrt(area)), 1, 1e-3);
+    }
+
+    const std::vector<Pair> v = net.Residuals(adjusted);
+    for (std::size_t k = 0; k < net.lines.size(); ++k) {
+      const auto& [from, to, obs, errors] = net.lines[k];
+      const std::string station = Network::Name(from), target = Network::Name(to);
+      EXPECT_NEAR(Read(GetDirAngleResult, job, station, target).residual, v[k][0] * 2.5, 1e-3);
+      EXPECT_NEAR(Read(GetLengthResult, job, station, target).residual, v[k][1] * errors[1], 1e-6);
+      if (to < Network::kControl) continue;
+      const Vector polar = adjusted[to] - adjusted[from];
+      const Spread spread(changes, from, to, std::arg(polar));
+      const LineResult line = ReadLine(job, station, target).value();
+      EXPECT_NEAR(line.length, std::abs(polar), 1e-6);
+      EXPECT_NEAR(line.lengthError / (m0 * spread.along), 1, 1e-3);
+      EXPECT_NEAR(line.azimuthError / 3600 * kDegree * line.length / (m0 * spread.across), 1, 1e-3);
+    }
   }
 }
 

@@ -1,4 +1,4 @@
-// Which network a job is, how it numbers its points, and that it follows the store.
+// Which network a job is, and how it numbers its points.
 #include <gtest/gtest.h>
 
 #include <cmath>
@@ -29,9 +29,7 @@ TEST(NetworkType, FollowsFromTheTypesOfThePoints) {
 }
 
 TEST(NetworkType, WithoutControlNothingIsComputed) {
-  Job job;
-  job.AddPoints({{"A"}, {"B", 5}});
-  job.Observe("A", "B", {100, 0, 1, 0});
+  const Job job({{"A"}, {"B", 5}}, {{"A", {{"B", {100, 0, 1, 0}}}}});
   EXPECT_FALSE(ApproxCalc(job));
   EXPECT_FALSE(LeastSquareAdj(job));
   EXPECT_EQ(ApproxName(job, 0), "none");
@@ -40,58 +38,27 @@ TEST(NetworkType, WithoutControlNothingIsComputed) {
   EXPECT_EQ(GetPointCount(job), 2U);  // asked of the wrong network, no point is added
 }
 
-// A new (its type is none of the list) at (250 sqrt 2, 250 sqrt 2), B plane control, C control of
-// both kinds: the plane network numbers B, C, A.
-const double kA = 250 * std::sqrt(2.0);
-struct MixedJob : Job {
-  MixedJob() {
-    AddPoints({{"A", 5, 77, 77, 77}, {"B", 10, 0, 0}, {"C", 11, 1000, 0, 50}});
-    ObserveAll({{"B", "C", {1000, 10, 4, -1}},
-                {"B", "A", {500, 55, 0, -1}},
-                {"C", "A", Levelled(std::hypot(1000 - kA, kA), 3)}});
-  }
-};
-
 TEST(NetworkNumbers, PutKnownPointsFirstAndAreStoreIndicesInLevelling) {
-  const MixedJob mixed;
-  ASSERT_TRUE(ApproxCalc(mixed));
+  // A is new (its type is none of the list), B plane control, C control of both kinds.
+  const double a = 250 * std::sqrt(2.0);
+  const Job both({{"A", 5, 77, 77, 77}, {"B", 10, 0, 0}, {"C", 11, 1000, 0, 50}},
+                 {{"B", {{"C", {1000, 10, 4, -1}}, {"A", {500, 55, 0, -1}}}},
+                  {"C", {{"A", Levelled(std::hypot(1000 - a, a), 3)}}}});
+  ASSERT_TRUE(ApproxCalc(both));
   const std::string names[] = {"none", "B", "C", "A", "none"};
-  for (int32_t i = -1; i < 4; ++i) EXPECT_EQ(ApproxName(mixed, i), names[i + 1]);
+  for (int32_t i = -1; i < 4; ++i) EXPECT_EQ(ApproxName(both, i), names[i + 1]);
   // The height is that of the point stored under the same number: A, B, C.
-  const auto height = [&](const char* name) { return ReadApproximate(mixed, name).h; };
+  const auto height = [&](const char* name) { return ReadApproximate(both, name).h; };
   EXPECT_TRUE(Near({height("B"), height("C"), height("A")}, {53, 46, 50}, 0));
 
-  const Job job;
-  AddPoint(job, 4, MakePoint("New"));
-  AddPoint(job, 9, MakePoint("Mark", 1, 0, 0, 10));
-  AddObsData(job, 9, "New", Levelled(100, 1));
-  ASSERT_TRUE(ApproxCalc(job));
-  EXPECT_EQ(ApproxName(job, 4), "New");
-  EXPECT_EQ(ApproxName(job, 9), "Mark");
-  EXPECT_EQ(ApproxName(job, 0), "none");
-}
-
-TEST(NetworkBuild, EditsBetweenComputationsTakeEffect) {
-  const MixedJob job;
-  ASSERT_TRUE(LeastSquareAdj(job));
-  SetObsData(job, 2, "A", Levelled(std::hypot(1000, 200), 5));
-  SetObsData(job, 1, "A", Direction(100, 200));
-  SetPoint(job, 2, MakePoint("C", 11, 1000, 0, 60));
-  // What is read is still the last computation.
-  EXPECT_NEAR(ReadHeight(job, "A").height, 53, 1e-9);
-  EXPECT_NEAR(ReadPlane(job, "A").x, kA, 1e-6);
-  EXPECT_NEAR(Read(GetLengthResult, job, "B", "A").adjusted, 500, 1e-6);
-  ASSERT_TRUE(LeastSquareAdj(job));
-  EXPECT_NEAR(ReadHeight(job, "A").height, 65, 1e-9);
-  EXPECT_NEAR(ReadPlane(job, "A").y, 200, 1e-6);
-
-  // A record without height difference leaves the levelling, its distance the plane not.
-  SetObsData(job, 2, "A", Distance(1020));
-  EXPECT_FALSE(LeastSquareAdj(job));  // A has no height any more
-  SetPoint(job, 0, MakePoint("A", 1, 0, 0, 1));
-  ASSERT_TRUE(LeastSquareAdj(job));
-  EXPECT_NEAR(Read(GetLengthResult, job, "C", "A").apriori, 5.0 + 5.0 * 1020, 1e-9);
-  EXPECT_FALSE(FindHeightObs(job, 2, "A"));
+  const Job level;
+  AddPoint(level, 4, MakePoint("New"));
+  AddPoint(level, 9, MakePoint("Mark", 1, 0, 0, 10));
+  AddObsData(level, 9, "New", Levelled(100, 1));
+  ASSERT_TRUE(ApproxCalc(level));
+  EXPECT_EQ(ApproxName(level, 4), "New");
+  EXPECT_EQ(ApproxName(level, 9), "Mark");
+  EXPECT_EQ(ApproxName(level, 0), "none");
 }
 
 }  // namespace

@@ -13,18 +13,12 @@ constexpr double kRho = 206264.80624709636;
 
 // P lies east of A, on the line from A to B, 300 m away: measured 100.00 m from A and 200.03 m from
 // B, 30 mm too much.  A's two directions fix P across the line.
-struct LineJob : Job {
-  LineJob() {
-    SetAdjParam(*this, Errors(2.0, 0.001, 1e-5));
-    AddPoints({{"A", 10, 0, 0}, {"B", 10, 0, 300}, {"P"}});
-    ObserveAll(
-        {{"A", "B", Direction(30)}, {"A", "P", Direction(30, 100)}, {"B", "P", Distance(200.03)}});
-    EXPECT_TRUE(LeastSquareAdj(*this));
-  }
-};
-
 TEST(PlaneAdjustment, WeightsOfDistancesGrowWithTheirLength) {
-  const LineJob job;
+  const Job job(
+      {{"A", 10, 0, 0}, {"B", 10, 0, 300}, {"P"}},
+      {{"A", {{"B", Direction(30)}, {"P", Direction(30, 100)}}}, {"B", {{"P", Distance(200.03)}}}},
+      Errors(2.0, 0.001, 1e-5));
+  ASSERT_TRUE(LeastSquareAdj(job));
   const double s1 = 0.001 + 1e-5 * 100;
   const double s2 = 0.001 + 1e-5 * 200.03;
   const double p1 = 1 / (s1 * s1);
@@ -47,27 +41,29 @@ TEST(PlaneAdjustment, WeightsOfDistancesGrowWithTheirLength) {
   EXPECT_TRUE(Near({toA.residual, toA.adjusted, toA.apriori}, {v1, y, s1}, 1e-9));
   EXPECT_NEAR(Read(GetLengthResult, job, "B", "P").residual, v2, 1e-9);
   EXPECT_EQ(Read(GetDirAngleResult, job, "A", "P").apriori, 2.0);
-  const auto line = ReadLine(job, "A", "P");
-  ASSERT_TRUE(line);
-  EXPECT_TRUE(Near({line->azimuth, line->length, line->lengthError}, {90, y, my}, 1e-9));
-  EXPECT_NEAR(line->azimuthError, mx / y * kRho, 1e-6);
-  EXPECT_EQ(line->relative, static_cast<int32_t>(y / my));
+  const LineResult line = ReadLine(job, "A", "P").value();
+  EXPECT_TRUE(Near({line.azimuth, line.length, line.lengthError}, {90, y, my}, 1e-9));
+  EXPECT_NEAR(line.azimuthError, mx / y * kRho, 1e-6);
+  EXPECT_EQ(line.relative, static_cast<int32_t>(y / my));
 
   // Control points stay and have no ellipse.
   const PlaneResult b = ReadPlane(job, "B");
   EXPECT_TRUE(Near({b.x, b.y, b.e, b.f, b.t}, {0, 300, 0, 0, 0}, 1e-12));
   EXPECT_LT(b.mp, 1e-6);
+
+  // The renaming is refused, because A is a station: B's distance keeps a name that no point has.
+  EXPECT_EQ(SetPoint(job, 1, MakePoint("A", 10, 0, 300)), -1);
+  EXPECT_FALSE(LeastSquareAdj(job));
 }
 
 // P 1 m east of A.  Directions weigh nothing here; the distance from C, 10 m south, pushes P north
 // by `push`.  Linearised, that leaves P at y = 1; on the true circle around A it is at
 // sqrt(1 - push^2).
 PlaneResult PushedPoint(double push) {
-  Job job;
-  SetAdjParam(job, Errors(1e6, 0.001));
-  job.AddPoints({{"A", 10, 0, 0}, {"B", 10, 1000, 0}, {"C", 10, -10, 1}, {"P"}});
-  job.ObserveAll(
-      {{"A", "B", Direction(30)}, {"A", "P", Direction(120, 1)}, {"C", "P", Distance(10 + push)}});
+  const Job job({{"A", 10, 0, 0}, {"B", 10, 1000, 0}, {"C", 10, -10, 1}, {"P"}},
+                {{"A", {{"B", Direction(30)}, {"P", Direction(120, 1)}}},
+                 {"C", {{"P", Distance(10 + push)}}}},
+                Errors(1e6, 0.001));
   EXPECT_TRUE(LeastSquareAdj(job));
   return ReadPlane(job, "P");
 }
@@ -84,9 +80,9 @@ TEST(PlaneAdjustment, StopsWhenNoCoordinateMovedByMoreThanACentimetre) {
 // All points known: S with A in the north and B in the east, only the orientation is unknown.  It
 // takes the mean, the residuals are half the difference of the two reduced observations each.
 struct OrientationJob : Job {
-  OrientationJob(double readingA, double readingB) {
-    AddPoints({{"A", 10, 1000, 0}, {"B", 10, 0, 1000}, {"S", 10, 0, 0}});
-    ObserveAll({{"S", "A", Direction(readingA)}, {"S", "B", Direction(readingB)}});
+  OrientationJob(double readingA, double readingB)
+      : Job({{"A", 10, 1000, 0}, {"B", 10, 0, 1000}, {"S", 10, 0, 0}},
+            {{"S", {{"A", Direction(readingA)}, {"B", Direction(readingB)}}}}) {
     EXPECT_TRUE(LeastSquareAdj(*this));
   }
   ObsResult Of(const char* target) const { return Read(GetDirAngleResult, *this, "S", target); }
@@ -113,10 +109,8 @@ TEST(PlaneAdjustment, AnOrientationAtTheFullCircleIsNotReduced) {
 // enters in radians, l = -10 / rho, against coefficients in arc-seconds: of the three equations
 // -z, -c dX - z, -c dX + l with c = rho / 1000 the sum of squares is least for dX = 2 l / (3 c).
 TEST(PlaneAdjustment, AzimuthMisclosuresEnterInRadians) {
-  Job job;
-  SetAdjParam(job, Errors(2.5, 0.01));
-  job.AddPoints({{"A", 10, 0, 0}, {"B", 10, 1000, 0}, {"P"}});
-  job.ObserveAll({{"A", "B", Direction(20)}, {"A", "P", {1000, 110, 0, 90.0010}}});
+  const Job job({{"A", 10, 0, 0}, {"B", 10, 1000, 0}, {"P"}},
+                {{"A", {{"B", Direction(20)}, {"P", {1000, 110, 0, 90.0010}}}}}, Errors(2.5, 0.01));
   ASSERT_TRUE(LeastSquareAdj(job));
   const double c = kRho / 1000;
   const PlaneResult p = ReadPlane(job, "P");
@@ -126,41 +120,6 @@ TEST(PlaneAdjustment, AzimuthMisclosuresEnterInRadians) {
   const ObsResult azimuth = Read(GetAzimuthResult, job, "A", "P");
   EXPECT_TRUE(Near({azimuth.residual, azimuth.adjusted, azimuth.apriori}, {-10, 90, 2.5}, 1e-3));
   EXPECT_TRUE(Near({p.mx, p.my}, {10 / (c * std::sqrt(1.5)), 10 / 2.5 * 0.01}, 1e-5));
-}
-
-TEST(PlaneAdjustment, FailsOnAnObservationOfANameWithoutPoint) {
-  const LineJob job;
-  // The renaming is refused, because A is a station: B's distance keeps a name that no point has.
-  EXPECT_EQ(SetPoint(job, 1, MakePoint("A", 10, 0, 300)), -1);
-  EXPECT_FALSE(LeastSquareAdj(job));
-}
-
-TEST(PlaneResults, AreRefusedWithoutTouchingTheOutputs) {
-  const LineJob job;
-  double d = 77;
-  int32_t n = 77;
-  PlaneResult plane = {77, 77, 77, 77, 77, 77, 77, 77};
-  const auto line = [&](int32_t station, const char* target) {
-    return GetAzAndLenPrecision(job, station, target, &d, &d, &d, &d, &n);
-  };
-  EXPECT_FALSE(line(0, "B"));  // two control points
-  EXPECT_FALSE(line(0, "X"));
-  EXPECT_FALSE(line(2, "A"));  // P is no station
-  EXPECT_FALSE(line(8, "A"));
-  EXPECT_FALSE(GetPlaneResult(job, 8, &plane));
-  EXPECT_FALSE(GetDirAngleResult(job, 1, "P", &d, &d, &d));  // only a distance
-  EXPECT_FALSE(GetLengthResult(job, 0, "B", &d, &d, &d));    // only a direction
-  EXPECT_FALSE(GetAzimuthResult(job, 0, "P", &d, &d, &d));
-  EXPECT_EQ(GetPointCount(job), 3U);
-
-  // As a levelling network the job has no plane results any more.
-  for (const char* name : {"A", "B"}) SetPoint(job, job.Index(name), MakePoint(name, 1));
-  ApproxCalc(job);
-  EXPECT_FALSE(GetPlaneResult(job, 2, &plane));
-  EXPECT_FALSE(GetLengthResult(job, 0, "P", &d, &d, &d));
-  EXPECT_FALSE(line(0, "P"));
-  EXPECT_TRUE(Near({d, plane.x}, {77, 77}, 0));
-  EXPECT_EQ(n, 77);
 }
 
 }  // namespace

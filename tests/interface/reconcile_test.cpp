@@ -10,9 +10,6 @@ namespace {
 // Station S sees A, B and C; it has not the index 0, for which a success would be reported as -1.
 class Reconcile : public ::testing::Test {
  protected:
-  Reconcile() {
-    for (const char* name : {"A", "S", "B", "C"}) job.Add(name);
-  }
   std::int32_t AddPair(const std::string& target1, const std::string& target2, ObsData obs1,
                        ObsData obs2, bool reconcile = true, const std::string& station = "S") {
     return AddObsData2(job, job.Index(station), target1.c_str(), target2.c_str(), obs1, obs2,
@@ -20,11 +17,12 @@ class Reconcile : public ::testing::Test {
   }
   ObsData At(const std::string& target) const { return Stored(job, "S", target); }
   std::int32_t Count() const { return GetObsDataCount(job, job.Index("S")); }
-  Job job;
+  Job job = Job({{"A"}, {"S"}, {"B"}, {"C"}});
 };
 
 TEST_F(Reconcile, NothingStoredOrNotAskedForAddsBothAsTheyAre) {
   EXPECT_EQ(AddPair("A", "B", Direction(10.0), Direction(50.0)), 1);
+  EXPECT_EQ(At("A").direction, 10.0);
   EXPECT_EQ(At("B").direction, 50.0);
   EXPECT_EQ(AddPair("A", "C", Direction(20.0), Direction(60.0), false), -1);
   EXPECT_EQ(Count(), 2);
@@ -44,21 +42,20 @@ TEST_F(Reconcile, TurnsTheOtherTargetOntoTheStoredOne) {
   EXPECT_NEAR(At("C").direction, 355.0030, 1e-9);
 }
 
-TEST_F(Reconcile, StaysWithinTheCircle) {
-  job.Observe("S", "A", Direction(100.0));
-  EXPECT_EQ(AddPair("A", "B", Direction(0.0), Direction(300.0)), 1);
-  EXPECT_NEAR(At("B").direction, 40.0, 1e-9);
-  // 0.2" short of the full circle is a whole degree in dd.mmss: 0, not 360.
-  EXPECT_EQ(AddPair("A", "C", Direction(0.0), Direction(259.59598)), 1);
-  EXPECT_EQ(At("C").direction, 0.0);
-}
-
-TEST_F(Reconcile, ReadingsThatAgreeAreNotTurned) {
-  job.Observe("S", "A", Direction(10.0));
-  EXPECT_EQ(AddPair("A", "B", Direction(10.000009), Direction(50.123456)), 1);
-  EXPECT_EQ(At("B").direction, 50.123456);
-  EXPECT_EQ(AddPair("A", "C", Direction(10.000011), Direction(50.123456)), 1);  // 0.11"
-  EXPECT_NEAR(At("C").direction, 50.123445, 1e-10);
+TEST_F(Reconcile, StaysWithinTheCircleAndLeavesReadingsThatAgree) {
+  const struct {
+    double stored, first, second, turned, tolerance;
+  } kCases[] = {{100.0, 0.0, 300.0, 40.0, 1e-9},
+                // 0.2" short of the full circle is a whole degree in dd.mmss: 0, not 360.
+                {100.0, 0.0, 259.59598, 0.0, 0.0},
+                {10.0, 10.000009, 50.123456, 50.123456, 0.0},     // 0.09"
+                {10.0, 10.000011, 50.123456, 50.123445, 1e-10}};  // 0.11"
+  for (const auto& c : kCases) {
+    job.Observe("S", "A", Direction(c.stored));
+    EXPECT_EQ(AddPair("A", "B", Direction(c.first), Direction(c.second)), 1);
+    EXPECT_NEAR(At("B").direction, c.turned, c.tolerance);
+    for (const char* name : {"A", "B"}) DeleteObsData(job, job.Index("S"), name);
+  }
 }
 
 TEST_F(Reconcile, WithoutReferenceOnlyADistanceIsAdded) {
@@ -76,7 +73,7 @@ TEST_F(Reconcile, WithoutReferenceOnlyADistanceIsAdded) {
 
 // Any result of the addition but 0 counts as success: hosts rely on it.
 TEST_F(Reconcile, ResultsOfRefusalAndOfStationZero) {
-  job.ObserveAll({{"S", "A", Direction(10.0)}, {"S", "B", Direction(50.0)}});
+  job.ObserveAll({{"S", {{"A", Direction(10.0)}, {"B", Direction(50.0)}}}});
   EXPECT_EQ(AddPair("A", "B", Direction(11.0), Direction(51.0)), 1);
   EXPECT_EQ(At("B").direction, 50.0);
   EXPECT_EQ(AddPair("A", "no point", Direction(11.0), Direction(51.0)), 1);

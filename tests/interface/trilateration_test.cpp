@@ -1,8 +1,8 @@
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <array>
 #include <cmath>
-#include <map>
 #include <string>
 #include <utility>
 
@@ -12,7 +12,7 @@
 namespace brenu::testing {
 namespace {
 
-constexpr AdjParam kDistancesOnly = {2.5, 0.01, 0.0, 4, 20, 4, 5, 3, 3};
+const AdjParam kDistancesOnly = Errors(2.5, 0.01, 0.0, 3);
 
 struct Step {
   std::int32_t found = 0;
@@ -22,14 +22,15 @@ struct Step {
 };
 
 Step Next(const Job& job, const std::string& name = "") {
-  std::array<char, 256> buffer{};
+  std::array<char, 256> buffer;
+  buffer.fill('!');  // also beyond the 255 bytes of the interface
   name.copy(buffer.data(), 254);
-  buffer[255] = '!';  // beyond the 255 bytes of the interface
+  buffer[std::min<std::size_t>(name.size(), 254)] = '\0';
   Step step;
   step.found = GetTrilaterationDirection(job, &step.first, &step.second, buffer.data());
-  EXPECT_EQ(buffer[254], '\0');
   EXPECT_EQ(buffer[255], '!');
-  step.text = buffer.data();
+  EXPECT_TRUE(step.found == 0 || buffer[254] == '\0');
+  step.text = std::string(buffer.data(), 255).c_str();
   return step;
 }
 
@@ -53,95 +54,85 @@ void Begin(const Job& job) {
   ASSERT_TRUE(InitializeDataTrilateration(job));
 }
 
-// ---- The whole way ----
-
-TEST(Trilateration, FromTheDistancesToTheAdjustedNetwork) {
-  const std::map<std::string, std::pair<double, double>> truth = {
-      {"A", {1000, 1000}}, {"B", {1020, 1600}}, {"C", {400, 1310}},
-      {"P", {700, 1050}},  {"Q", {690, 1580}},  {"R", {1050, 1290}}};
-  Job job;
-  for (const auto& [name, p] : truth) {
-    const bool known = name < "P";
-    job.Add(name, known ? 10 : 0, known ? p.first : 0, known ? p.second : 0);
-  }
-  for (const auto& [from, a] : truth) {
-    for (const auto& [to, b] : truth) {
-      if (from >= to || to == "B") continue;
-      job.Observe(from, to, Direction(0, std::hypot(b.first - a.first, b.second - a.second)));
-    }
-  }
-  SetAdjParam(job, kDistancesOnly);
+// P at the origin, 100 m from three control points.  The distances from the north east and from the
+// south west are measured 30 mm too long: P stays between them.  That from the north west fits; the
+// directions only place P.
+TEST(DistanceAdjustment, HasOnlyTheNewPointsAsUnknownsAndTakesTheNetworkAsItStands) {
+  const double c = 100 / std::sqrt(2.0);
+  const Job job({{"NE", 10, c, c}, {"SW", 10, -c, -c}, {"NW", 10, c, -c}, {"P"}},
+                {{"NE", {{"SW", Direction(10)}, {"P", Direction(10, 100.03)}}},
+                 {"SW", {{"P", Distance(100.03)}}},
+                 {"NW", {{"P", Distance(100)}}}},
+                kDistancesOnly);
   EXPECT_FALSE(LeastSquareAdj(job));  // nothing set up
-  Begin(job);
-  for (std::uint32_t expected : {2U, 1U, 0U}) {
-    EXPECT_FALSE(TrilaterationDirection(job));  // points are left
-    const Step step = Next(job);
-    ASSERT_EQ(step.found, 1);
-    // The side on which the point lies in truth, by the bearings from the first centre.
-    const auto [x, y] = truth.at(step.Name());
-    const double toSecond = std::atan2(step.second.y - step.first.y, step.second.x - step.first.x);
-    const double toPoint = std::atan2(y - step.first.y, x - step.first.x);
-    const bool right = std::sin(toPoint - toSecond) > 0.0;
-    EXPECT_EQ(Place(job, right, step.first, step.second, step.Name()), expected);
-  }
-  EXPECT_EQ(Next(job).found, 0);
-  ASSERT_TRUE(TrilaterationDirection(job));
-  // atan2(530, -10) = 91 deg 04' 51.3"
-  EXPECT_NEAR(Read(GetDirAngleResult, job, "P", "Q").adjusted, 91.04513, 1e-5);
-
+  ASSERT_TRUE(ApproxCalc(job));
+  job.Change("SW", "P", Distance(70));
   ASSERT_TRUE(LeastSquareAdj(job));
-  for (const auto& [name, p] : truth) {
-    const PlaneResult r = ReadPlane(job, name);
-    EXPECT_TRUE(Near({r.x, r.y}, {p.first, p.second}, 1e-7)) << name;
-  }
-  const ObsResult pq = Read(GetLengthResult, job, "P", "Q");
-  EXPECT_TRUE(
-      Near({pq.residual, pq.adjusted, pq.apriori}, {0, std::hypot(530.0, 10.0), 0.01}, 1e-7));
+  // [pvv] = 2 * 3^2; all 5 observations count: r = 5 - 2 - 1, and m0 = 3.  Across the two distances
+  // P has the standard error of one, along them that of their mean.
+  const double f = 0.03 / std::sqrt(2.0);
+  const PlaneResult p = ReadPlane(job, "P");
+  EXPECT_TRUE(Near({p.x, p.y, ReadPlane(job, "NE").mx}, {0, 0, 0}, 1e-8));
+  EXPECT_TRUE(Near({p.mx, p.my, p.e, p.f}, {p.my, p.mx, 0.03, f}, 1e-6));
+  EXPECT_NEAR(p.mp, std::hypot(0.03, f), 1e-6);
+  EXPECT_NEAR(p.t, 135, 1e-6);
+  EXPECT_NEAR(Read(GetLengthResult, job, "SW", "P").residual, -0.03, 1e-9);
+  const LineResult line = ReadLine(job, "SW", "P").value();
+  EXPECT_TRUE(Near({line.azimuth, line.lengthError}, {45, f}, 1e-6));
+  EXPECT_NEAR(line.azimuthError, 0.03 / 100 * 206264.806, 1e-3);
+  EXPECT_FALSE(ReadLine(job, "NE", "SW"));
+
+  // The renaming is refused, but NW's distance has a name now that no point has.
+  EXPECT_EQ(SetPoint(job, 2, MakePoint("SW", 10, c, -c)), -1);
+  ASSERT_TRUE(ApproxCalc(job));
+  EXPECT_FALSE(LeastSquareAdj(job));
 }
 
 // ---- Single steps: control points A and B on a line to the east, 60 m apart ----
 
 class TwoCentres : public ::testing::Test {
  protected:
-  explicit TwoCentres(double x = 1000.0) : m_x(x) {
-    job.AddPoints({{"A", 10, x, 1000}, {"B", 10, x, 1060}, {"P"}, {"Q"}});
-    job.ObserveAll({{"A", "P", Distance(50.0)}, {"B", "P", Distance(50.0)}});
-    job.Observe("Q", "A", Distance(70.0));  // measured at the new point
-    job.Observe("Q", "B", Distance(70.0));
-    Begin(job);
-  }
-  CircleRecord A(double radius) const { return {"A", m_x, 1000, radius}; }
-  CircleRecord B(double radius) const { return {"B", m_x, 1060, radius}; }
-  Job job;
-
- private:
-  double m_x;
+  TwoCentres() { Begin(job); }
+  CircleRecord A(double radius) const { return {"A", x, 1000, radius}; }
+  CircleRecord B(double radius) const { return {"B", x, 1060, radius}; }
+  double x = 1000.0;
+  Job job = Job({{"A", 10, x, 1000}, {"B", 10, x, 1060}, {"P"}, {"Q"}},
+                {{"A", {{"P", Distance(50.0)}}},
+                 {"B", {{"P", Distance(50.0)}}},
+                 // Measured at the new point:
+                 {"Q", {{"A", Distance(70.0)}, {"B", Distance(70.0)}}}});
 };
 
-class NearTheOrigin : public TwoCentres {
- protected:
-  NearTheOrigin() : TwoCentres(40.0) {}
-};
-
-// Half the base is 30 m, so 3-4-5: 40 m off the line.
-TEST_F(TwoCentres, RightIsSouthOfALineToTheEast) {
-  EXPECT_EQ(Place(job, true, A(50), B(50), "P"), 1U);
-  EXPECT_EQ(Position(job, 2), std::pair(960.0, 1030.0));
-  EXPECT_EQ(Place(job, false, A(50), B(50), "Q"), 0U);
-  EXPECT_EQ(Position(job, 3), std::pair(1040.0, 1030.0));
-}
-
-// Pairs without a distance get a direction when they have a reading, and break no report.  Heights
-// are not computed, even beside a bench mark.
-TEST_F(TwoCentres, PairsWithoutDistanceHaveResultsToo) {
-  SetPoint(job, 0, MakePoint("A", 11, 1000, 1000, 50));
-  job.ObserveAll({{"P", "Q", Direction(10.0)}, {"P", "A", {0.0, -1.0, 1.5, -1.0}}});
+// Half the base is 30 m, so P is 40 m off the line.  R hangs on P and Q.  Pairs without a distance
+// get a direction when they have a reading, and break no report.  Heights are not computed, even
+// beside a bench mark.
+TEST_F(TwoCentres, FromTheDistancesToTheAdjustedNetwork) {
+  job.Change("A", 11, 1000, 1000, 50);
+  job.Add("R");
+  job.ObserveAll(
+      {{"P", {{"R", Distance(60)}, {"Q", Direction(10.0)}, {"A", {0.0, -1.0, 1.5, -1.0}}}},
+       {"Q", {{"R", Distance(60)}}},
+       {"A", {{"Q", Distance(70.02)}}}});
   Begin(job);
-  Place(job, true, A(50), B(50), "P");
-  Place(job, false, A(70), B(70), "Q");
+  EXPECT_EQ(Next(job).Name(), "P");
+  EXPECT_EQ(Next(job, "R").found, 0);  // nothing to place it with
+  EXPECT_EQ(Place(job, true, A(50), B(50), "P"), 2U);
+  EXPECT_EQ(Position(job, 2), std::pair(960.0, 1030.0));
+  EXPECT_EQ(Place(job, false, A(70), B(70), "Q"), 1U);
+  EXPECT_FALSE(TrilaterationDirection(job));  // a point is left
+  const Step r = Next(job);                   // P and Q would have better angles
+  EXPECT_EQ(r.text, "R: P -> Q, left or right");
+  EXPECT_EQ(Place(job, true, r.first, r.second, "R"), 0U);
+  EXPECT_EQ(Next(job).found, 0);
   ASSERT_TRUE(TrilaterationDirection(job));
+  EXPECT_NEAR(Read(GetDirAngleResult, job, "P", "Q").adjusted, 0.0, 1e-9);  // Q lies north of P
   ASSERT_TRUE(LeastSquareAdj(job));
-  EXPECT_NEAR(Read(GetDirAngleResult, job, "P", "Q").adjusted, 0.0, 1e-6);  // Q lies north of P
+  // With 70.01 m from A in the mean it is a little further east: 23".
+  const double east = (70.01 * 70.01 - 70.0 * 70.0) / 120.0;
+  const double north = 40.0 + std::sqrt(70.0 * 70.0 - (30.0 - east) * (30.0 - east));
+  EXPECT_NEAR(Read(GetDirAngleResult, job, "P", "Q").adjusted, east / north * 20.6264806, 1e-6);
+  EXPECT_NEAR(ReadLine(job, "Q", "R")->length, 60, 1e-6);
+  EXPECT_GT(ReadPlane(job, "R").y, 1060);
   const ReportText report = Export(ExportResultFile, job);
   EXPECT_TRUE(report.complete);
   EXPECT_NE(Section(report.text, "[CONTROLPOINT]"), "");
@@ -156,6 +147,10 @@ TEST_F(TwoCentres, CirclesThatDoNotMeetPlaceNothing) {
     EXPECT_EQ(Place(job, right, A(50), A(50), "P"), 2U);   // concentric
   }
   EXPECT_EQ(Position(job, 2), std::pair(0.0, 0.0));
+  // Half a metre apart they do.
+  CircleRecord close = A(50);
+  close.y += 0.5;
+  EXPECT_EQ(Place(job, true, A(50), close, "P"), 1U);
 }
 
 // The side counts from the stored centres: circles 500 m further north meet on their left only.
@@ -172,7 +167,11 @@ TEST_F(TwoCentres, NothingIsPlacedWhenBothSolutionsLieOnTheOtherSide) {
   EXPECT_EQ(Place(job, true, {"nowhere", 0, 0, 50}, B(50), "P"), 0U);
 }
 
-TEST_F(NearTheOrigin, PointAtXZeroCountsAsNotPlaced) {
+TEST_F(TwoCentres, PointAtXZeroCountsAsNotPlaced) {
+  x = 40.0;
+  job.Change("A", 10, x, 1000);
+  job.Change("B", 10, x, 1060);
+  Begin(job);
   EXPECT_EQ(Place(job, true, A(50), B(50), "P"), 1U);
   EXPECT_EQ(Position(job, 2), std::pair(0.0, 1030.0));
   EXPECT_EQ(Next(job, "P").found, 1);
@@ -186,26 +185,26 @@ TEST_F(TwoCentres, NextPointHasTheBestAngleOrIsTheOneAskedFor) {
   const Step q = Next(job, "Q");
   EXPECT_EQ(q.text, "Q: A -> B, left or right");
   EXPECT_STREQ(q.second.name, "B");
-  EXPECT_EQ(q.second.y, 1060.0);
-  EXPECT_EQ(q.second.radius, 70.0);
+  EXPECT_TRUE(Near({q.second.y, q.second.radius}, {1060, 70}, 0));
   EXPECT_EQ(Next(job, "A").found, 0);  // known
   EXPECT_EQ(Next(job, "nobody").found, 0);
   EXPECT_EQ(Next(job, q.text).found, 0);  // a buffer not emptied
 
-  job.Change("Q", "A", Distance(45.0));
-  job.Change("Q", "B", Distance(40.0));  // 90 deg are nearer: 25 / 3600
-  Begin(job);
+  const auto measureQ = [this](double toA, double toB) {
+    job.Change("Q", "A", Distance(toA));
+    job.Change("Q", "B", Distance(toB));
+    Begin(job);
+  };
+  measureQ(45.0, 40.0);  // 90 deg are nearer: 25 / 3600
   EXPECT_EQ(Next(job).Name(), "Q");
-  job.Change("Q", "A", Distance(50.0));
-  job.Change("Q", "B", Distance(50.0));
-  Begin(job);
+  measureQ(50.0, 50.0);
   EXPECT_EQ(Next(job).Name(), "P");  // equal: name order
+  measureQ(20.0, 20.0);              // no circles that meet
+  EXPECT_EQ(Next(job, "Q").found, 0);
 }
 
 TEST_F(TwoCentres, TextIsCutToTheBuffer) {
-  const std::string a(127, 'a');
-  const std::string b(127, 'b');
-  const std::string p(127, 'p');
+  const std::string a(127, 'a'), b(127, 'b'), p(127, 'p');
   SetPoint(job, 0, MakePoint(a, 10, 1000, 1000));
   SetPoint(job, 1, MakePoint(b, 10, 1000, 1060));
   SetPoint(job, 2, MakePoint(p));
@@ -217,7 +216,7 @@ TEST_F(TwoCentres, RefusedWithoutFormatOrPlaneNetwork) {
   SetAdjParam(job, Errors(2.5, 0.01));
   EXPECT_FALSE(JudgeTrilateration(job));
   SetAdjParam(job, kDistancesOnly);
-  for (const char* name : {"A", "B"}) SetPoint(job, job.Index(name), MakePoint(name, 1));
+  for (const char* name : {"A", "B"}) job.Change(name, 1);
   EXPECT_TRUE(JudgeTrilateration(job));
   EXPECT_FALSE(InitializeDataTrilateration(job));
   EXPECT_FALSE(TrilaterationDirection(job));

@@ -1,4 +1,4 @@
-// A context for a test, with short ways to fill it.
+// A context for a test, with short ways to fill it and to read from it.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -30,12 +30,8 @@ inline ::testing::AssertionResult Near(const std::vector<double>& actual,
 // Copies at most the 128 bytes of the field, without a NUL when the name fills it.
 inline PointData MakePoint(std::string_view name, std::int32_t type = 0, double x = 0.0,
                            double y = 0.0, double h = 0.0) {
-  PointData point{};
+  PointData point{{}, type, 0, x, y, h};
   name.copy(point.name, sizeof(point.name));
-  point.type = type;
-  point.x = x;
-  point.y = y;
-  point.h = h;
   return point;
 }
 
@@ -44,7 +40,14 @@ inline ObsData Levelled(double length, double heightDiff) {
 }
 inline ObsData Direction(double dms, double distance = 0.0) { return {distance, dms, 0.0, -1.0}; }
 inline ObsData Distance(double metres) { return {metres, -1.0, 0.0, -1.0}; }
+inline constexpr ObsData kNothing = {0.0, -1.0, 0.0, -1.0};
 inline ObsData Azimuth(double dms) { return {0.0, -1.0, 0.0, dms}; }
+
+// Parameters with the standard errors given (arc-seconds, metres, metres a metre).
+inline AdjParam Errors(double direction, double constant, double proportional = 0.0,
+                       std::int32_t format = 0) {
+  return {direction, constant, proportional, 4, 20, 4, 5, 3, format};
+}
 
 // A record as the bytes that cross the interface.
 template <typename Record>
@@ -55,7 +58,28 @@ std::string Bytes(const Record& record) {
 // Owns a context; converts to it, so that it stands wherever a context is asked for.
 class Job {
  public:
-  Job() : m_context(StartAdjustment(), &EndAdjustment) {}
+  struct NewPoint {
+    std::string name;
+    std::int32_t type = 0;
+    double x = 0.0, y = 0.0, h = 0.0;
+  };
+  struct NewSight {
+    std::string target;
+    ObsData obs;
+  };
+  // A page of a field book: what was observed at one station.
+  struct Page {
+    std::string station;
+    std::vector<NewSight> sights;
+  };
+
+  explicit Job(const std::vector<NewPoint>& points = {}, const std::vector<Page>& pages = {},
+               const std::optional<AdjParam>& param = {})
+      : m_context(StartAdjustment(), &EndAdjustment) {
+    for (const NewPoint& p : points) Add(p.name, p.type, p.x, p.y, p.h);
+    ObserveAll(pages);
+    if (param) SetAdjParam(*this, *param);
+  }
   operator AdjustmentContext*() const { return m_context.get(); }
 
   // Adds a point under the next index, which it returns (-1 when refused).
@@ -67,24 +91,18 @@ class Job {
   std::int32_t Observe(const std::string& station, const std::string& target, ObsData obs) {
     return AddObsData(*this, Index(station), target.c_str(), obs);
   }
-  // Puts other values into an observation that is stored.
+  void ObserveAll(const std::vector<Page>& pages) {
+    for (const auto& [station, sights] : pages) {
+      for (const auto& [target, obs] : sights) Observe(station, target, obs);
+    }
+  }
+  // Puts other values into a point or an observation that is stored.
+  void Change(const std::string& name, std::int32_t type, double x = 0.0, double y = 0.0,
+              double h = 0.0) const {
+    EXPECT_NE(SetPoint(*this, Index(name), MakePoint(name, type, x, y, h)), -1);
+  }
   void Change(const std::string& station, const std::string& target, ObsData obs) const {
     EXPECT_NE(SetObsData(*this, Index(station), target.c_str(), obs), -1);
-  }
-  struct NewPoint {
-    std::string name;
-    std::int32_t type = 0;
-    double x = 0.0, y = 0.0, h = 0.0;
-  };
-  void AddPoints(const std::vector<NewPoint>& points) {
-    for (const NewPoint& p : points) Add(p.name, p.type, p.x, p.y, p.h);
-  }
-  struct NewObs {
-    std::string station, target;
-    ObsData obs;
-  };
-  void ObserveAll(const std::vector<NewObs>& observations) {
-    for (const NewObs& o : observations) Observe(o.station, o.target, o.obs);
   }
   std::int32_t Index(const std::string& name) const { return GetPointNum(*this, name.c_str()); }
   // The name stored under an index; "none" when there is no point.
@@ -96,15 +114,6 @@ class Job {
  private:
   std::unique_ptr<AdjustmentContext, void (*)(AdjustmentContext*)> m_context;
 };
-
-// Parameters with the standard errors given (arc-seconds, metres, metres a metre).
-inline AdjParam Errors(double direction, double constant, double proportional = 0.0) {
-  AdjParam param = GetAdjParam(Job());
-  param.MO = direction;
-  param.MS = constant;
-  param.MR = proportional;
-  return param;
-}
 
 // What one of the three getters of plane observations gives; a test failure when it gives nothing.
 struct ObsResult {
@@ -148,15 +157,12 @@ inline VerticalResult ReadHeight(const Job& job, const std::string& name) {
 struct HeightObs {
   double residual, adjusted, sigma, weight;
 };
-inline std::optional<HeightObs> FindHeightObs(const Job& job, std::int32_t station,
-                                              const char* target) {
+inline std::optional<HeightObs> ReadHeightObs(const Job& job, const std::string& station,
+                                              const std::string& target) {
   HeightObs r{};
-  const bool found =
-      GetHeightObsResult(job, station, target, &r.residual, &r.adjusted, &r.sigma, &r.weight);
+  const bool found = GetHeightObsResult(job, job.Index(station), target.c_str(), &r.residual,
+                                        &r.adjusted, &r.sigma, &r.weight);
   return found ? std::optional(r) : std::nullopt;
-}
-inline HeightObs ReadHeightObs(const Job& job, const std::string& station, const char* target) {
-  return FindHeightObs(job, job.Index(station), target).value();
 }
 
 // The approximate position of a point, wherever it stands in the network.

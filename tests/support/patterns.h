@@ -64,13 +64,6 @@ inline std::vector<std::pair<std::string, UnknownPattern>> PatternsOfManyShapes(
     patterns.emplace_back("thick random " + std::to_string(seed),
                           RandomPattern(points, 4 * points, seed));
   }
-  // Two parts that are not connected.
-  UnknownPattern apart = GridPattern(15, 15, 2);
-  const UnknownPattern ring = PatternOfShape("ring", 90);
-  for (const std::int32_t g : ring.groupOfUnknown) apart.groupOfUnknown.push_back(g + 225);
-  for (const auto& [a, b] : ring.connections) apart.Connect(a + 225, b + 225);
-  apart.groupCount += ring.groupCount;
-  patterns.emplace_back("two parts", std::move(apart));
   return patterns;
 }
 

@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <atomic>
 #include <cstdio>
 #include <fstream>
 #include <iterator>
@@ -17,7 +18,7 @@ class TempFile {
   // Tests may run in several processes, and in several checkouts at once.
   explicit TempFile(std::string_view content = {}) {
     static const std::string process = std::to_string(std::random_device{}());
-    static int count = 0;
+    static std::atomic<int> count = 0;
     m_path = ::testing::TempDir() + "brenu-" + process + "." + std::to_string(++count) + ".txt";
     std::ofstream(m_path, std::ios::binary) << content;
   }

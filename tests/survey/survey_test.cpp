@@ -50,13 +50,11 @@ TEST(Survey, PointsAreWalkedInTheOrderOfIndices) {
 
 TEST(Survey, ObservationsAreWalkedInTheOrderOfNames) {
   const std::string longest(127, 'z');
-  Job job;
-  job.AddPoints({{longest}, {"b"}, {""}, {"a"}});
-  job.ObserveAll({{longest, "a", Distance(5)},
-                  {"b", longest, Distance(4)},
-                  {"b", "a", Distance(3)},
-                  {"a", "", Distance(2)},
-                  {"", "a", Distance(1)}});
+  const Job job({{longest}, {"b"}, {""}, {"a"}},
+                {{longest, {{"a", Distance(5)}}},
+                 {"b", {{longest, Distance(4)}, {"a", Distance(3)}}},
+                 {"a", {{"", Distance(2)}}},
+                 {"", {{"a", Distance(1)}}}});
   std::vector<double> walked;
   brenu_pair pair{};
   while (brenu_next_observation(job, &pair)) {

@@ -29,12 +29,13 @@ void SubtractColumns(double* BRENU_RESTRICT to, const double* BRENU_RESTRICT fro
 
 // Column j of L D is what remains of it after the columns q before: a_j - sum L_q (d_q L_jq).
 bool FactorNarrowPanel(double* panel, std::ptrdiff_t stride, std::ptrdiff_t height,
-                       std::ptrdiff_t width) {
+                       std::ptrdiff_t width, PivotCheck* check, std::ptrdiff_t place) {
   double c[kNarrow];
   for (std::ptrdiff_t j = 0; j < width; ++j) {
     for (std::ptrdiff_t q = 0; q < j; ++q) c[q] = panel[q * stride + q] * panel[q * stride + j];
     double* column = panel + j * stride;
     SubtractColumns(column + j, panel + j, stride, height - j, c, j);
+    if (check != nullptr) column[j] = check->Checked(place + j, column[j]);
     const double pivot = column[j];
     if (1.0 + pivot == 1.0) return false;
     const double reciprocal = 1.0 / pivot;
@@ -51,11 +52,11 @@ std::ptrdiff_t FirstPart(std::ptrdiff_t width) {
 }  // namespace
 
 bool FactorPanel(double* panel, std::ptrdiff_t stride, std::ptrdiff_t height, std::ptrdiff_t width,
-                 DenseProduct& product) {
-  if (width <= kNarrow) return FactorNarrowPanel(panel, stride, height, width);
+                 DenseProduct& product, PivotCheck* check, std::ptrdiff_t place) {
+  if (width <= kNarrow) return FactorNarrowPanel(panel, stride, height, width, check, place);
   const std::ptrdiff_t left = FirstPart(width);
   const std::ptrdiff_t right = width - left;
-  if (!FactorPanel(panel, stride, height, left, product)) return false;
+  if (!FactorPanel(panel, stride, height, left, product, check, place)) return false;
   // The right part loses L D L^T of the left one.
   const double* below = panel + left;
   std::vector<double> d(static_cast<std::size_t>(left));
@@ -64,7 +65,7 @@ bool FactorPanel(double* panel, std::ptrdiff_t stride, std::ptrdiff_t height, st
   double* rest = panel + left * (stride + 1);
   product.Add({{below, 1, stride}, {below, 1, stride}, d.data(), -1.0, height - left, right, left},
               rest, stride, DenseProduct::Part::kLower);
-  return FactorPanel(rest, stride, height - left, right, product);
+  return FactorPanel(rest, stride, height - left, right, product, check, place + left);
 }
 
 namespace {

@@ -15,8 +15,8 @@ std::size_t At(std::ptrdiff_t i) { return static_cast<std::size_t>(i); }
 // its update.  It waits on a stack until the parent takes it up.
 class Factorisation {
  public:
-  Factorisation(const SymbolicFactor& symbolic, std::span<double> elements)
-      : m_symbolic(symbolic), m_elements(elements) {
+  Factorisation(const SymbolicFactor& symbolic, std::span<double> elements, PivotCheck* check)
+      : m_symbolic(symbolic), m_elements(elements), m_check(check) {
     m_stack.reserve(MostStacked());
   }
 
@@ -46,7 +46,7 @@ class Factorisation {
       childUpdate += UpdateSize(SupernodeOf(c));
     }
 
-    if (!FactorPanel(panel, height, height, width, m_product)) return false;
+    if (!FactorPanel(panel, height, height, width, m_product, m_check, s.first)) return false;
     m_d.resize(At(width));
     for (std::ptrdiff_t j = 0; j < width; ++j) m_d[At(j)] = panel[j * (height + 1)];
     // U -= L D L^T
@@ -93,6 +93,7 @@ class Factorisation {
 
   const SymbolicFactor& m_symbolic;
   std::span<double> m_elements;
+  PivotCheck* m_check;
   std::vector<double> m_stack;  // updates that wait, those of the children of one parent together
   std::vector<double> m_d;      // D of the current supernode
   DenseProduct m_product;
@@ -100,8 +101,8 @@ class Factorisation {
 
 }  // namespace
 
-bool FactorSparse(const SymbolicFactor& symbolic, std::span<double> elements) {
-  return Factorisation(symbolic, elements).Run();
+bool FactorSparse(const SymbolicFactor& symbolic, std::span<double> elements, PivotCheck* check) {
+  return Factorisation(symbolic, elements, check).Run();
 }
 
 namespace {
@@ -146,6 +147,13 @@ void SolveSparse(const SymbolicFactor& symbolic, std::span<const double> factor,
   for (const Supernode& s : supernodes) {
     SolveForward(symbolic, s, factor.data() + s.firstElement, x.data(), below);
   }
+  SolveBackward(symbolic, factor, x);
+}
+
+void SolveBackward(const SymbolicFactor& symbolic, std::span<const double> factor,
+                   std::span<double> x) {
+  const auto supernodes = symbolic.Supernodes();
+  std::vector<double> below;
   for (std::size_t k = supernodes.size(); k-- > 0;) {
     const Supernode& s = supernodes[k];
     SolveBackward(symbolic, s, factor.data() + s.firstElement, x.data(), below);

@@ -1,5 +1,6 @@
 #include <algorithm>
 #include <cassert>
+#include <cmath>
 #include <limits>
 #include <utility>
 #include <vector>
@@ -21,6 +22,7 @@ class SparseNormalMatrix : public NormalMatrix {
 
   void Clear() override {
     m_elements.assign(At(m_symbolic.ElementCount()), 0.0);
+    m_factor.clear();
     m_isFactor = m_isInverse = false;
   }
 
@@ -48,6 +50,32 @@ class SparseNormalMatrix : public NormalMatrix {
     return true;
   }
 
+  std::vector<std::int32_t> SolveDetermined(std::span<const double> b,
+                                            std::span<double> x) override {
+    std::vector<double> diagonal(b.size());
+    for (std::size_t place = 0; place < diagonal.size(); ++place) {
+      const auto p = static_cast<std::int32_t>(place);
+      diagonal[place] = m_elements[At(m_symbolic.FindElement(p, p))];
+    }
+    PivotCheck check(diagonal);
+    FactorSparse(m_symbolic, m_elements, &check);
+    m_isFactor = true;
+    std::vector<std::int32_t> moving = UnknownsMovingWith(check.WeakPlaces());
+    SolveAgain(b, x);
+    return moving;
+  }
+
+  void KeepFactors() override { m_factor = m_elements; }
+
+  void SolveAgain(std::span<const double> b, std::span<double> x) override {
+    const std::vector<double>& factor = m_factor.empty() ? m_elements : m_factor;
+    assert(!m_factor.empty() || m_isFactor);
+    std::vector<double> byPlace(b.size());
+    for (std::size_t i = 0; i < b.size(); ++i) byPlace[Place(i)] = b[i];
+    SolveSparse(m_symbolic, factor, byPlace);
+    for (std::size_t i = 0; i < b.size(); ++i) x[i] = byPlace[Place(i)];
+  }
+
   double Cofactor(std::int32_t i, std::int32_t j) override {
     Invert();
     const auto [column, row] = std::minmax({m_symbolic.PlaceOf(i), m_symbolic.PlaceOf(j)});
@@ -71,6 +99,19 @@ class SparseNormalMatrix : public NormalMatrix {
     return sum;
   }
 
+  void Multiply(std::span<const Term> function, std::span<double> product) override {
+    Invert();
+    std::fill_n(product.begin(), function.size(), 0.0);
+    ForEachColumn(function, [&](std::size_t c, const double* column) {
+      for (std::size_t r = 0; r < function.size(); ++r) {
+        if (m_places[r] < m_places[c]) continue;
+        const double element = column[m_rows[r]];
+        product[r] += element * function[c].coefficient;
+        if (m_places[r] > m_places[c]) product[c] += element * function[r].coefficient;
+      }
+    });
+  }
+
   std::int32_t PlaceOf(std::int32_t unknown) const override { return m_symbolic.PlaceOf(unknown); }
 
  private:
@@ -83,6 +124,27 @@ class SparseNormalMatrix : public NormalMatrix {
       std::fill(m_elements.begin(), m_elements.end(), std::numeric_limits<double>::quiet_NaN());
     }
     m_isInverse = true;
+  }
+
+  // A pivot that vanishes leaves a direction of the unknowns in which the equations change nothing:
+  // L^T n = e.
+  std::vector<std::int32_t> UnknownsMovingWith(const std::vector<std::int32_t>& weakPlaces) const {
+    constexpr double kMoving = 1e-7;  // beside 1 for the unknown of the pivot
+    std::vector<char> moves(At(m_symbolic.UnknownCount()), 0);
+    std::vector<double> n;
+    for (const std::int32_t weak : weakPlaces) {
+      n.assign(moves.size(), 0.0);
+      n[At(weak)] = m_elements[At(m_symbolic.FindElement(weak, weak))];
+      SolveBackward(m_symbolic, m_elements, n);
+      for (std::size_t place = 0; place < n.size(); ++place) {
+        if (std::fabs(n[place]) > kMoving) moves[place] = 1;
+      }
+    }
+    std::vector<std::int32_t> unknowns;
+    for (std::int32_t i = 0; i < m_symbolic.UnknownCount(); ++i) {
+      if (moves[At(PlaceOf(i))] != 0) unknowns.push_back(i);
+    }
+    return unknowns;
   }
 
   // Calls visit(c, column) with the column of the matrix that belongs to each term c; m_places and
@@ -118,6 +180,7 @@ class SparseNormalMatrix : public NormalMatrix {
 
   SymbolicFactor m_symbolic;
   std::vector<double> m_elements;  // N, after Solve L and D, after the first Cofactor N^-1
+  std::vector<double> m_factor;    // L and D, when they are kept beside the inverse
   bool m_isFactor = false;
   bool m_isInverse = false;
   std::vector<std::int32_t> m_places;  // of the terms being visited
