@@ -9,6 +9,7 @@
 #include "adjust_command.h"
 #include "arguments.h"
 #include "closures_command.h"
+#include "import_command.h"
 #include "review/text.h"
 
 namespace {
@@ -69,7 +70,9 @@ CLI::App& AddAdjust(CLI::App& app, AdjustOptions& options) {
   adjust
       .add_option_function<double>(
           "--level-sigma",
-          [&options](const double& millimetres) { options.rules.levelSigma = millimetres / 1000.0; },
+          [&options](const double& millimetres) {
+            options.rules.levelSigma = millimetres / 1000.0;
+          },
           "a-priori standard error of 1 km of levelling in mm (1.0)")
       ->check(CLI::PositiveNumber)
       ->type_name("MM");
@@ -116,6 +119,8 @@ ExitStatus Run(std::vector<std::string> arguments) {
   ClosureOptions closureOptions;
   const CLI::App& adjust = AddAdjust(app, adjustOptions);
   AddClosures(app, closureOptions);
+  brenu::tool::FieldImportOptions importOptions;
+  const CLI::App& importing = brenu::tool::AddImport(app, importOptions);
   if (HasWrongCommand(app, arguments)) return brenu::tool::kFileOrUsage;
   try {
     std::reverse(arguments.begin(), arguments.end());  // as the parser takes them
@@ -123,6 +128,7 @@ ExitStatus Run(std::vector<std::string> arguments) {
   } catch (const CLI::ParseError& end) {  // also how help and version come out
     return app.exit(end) == 0 ? brenu::tool::kDone : brenu::tool::kFileOrUsage;
   }
+  if (importing.parsed()) return brenu::tool::RunImport(importOptions);
   return adjust.parsed() ? brenu::tool::RunAdjust(adjustOptions)
                          : brenu::tool::RunClosures(closureOptions);
 }

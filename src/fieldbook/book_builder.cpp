@@ -13,7 +13,7 @@ void BookBuilder::Doubt(Code code, std::vector<std::string> names, std::string_v
 void BookBuilder::LeaveOut(Code code, std::vector<std::string> names, std::string_view excerpt,
                            Severity severity) {
   Doubt(code, std::move(names), excerpt, severity);
-  Became(LineRole::kLeftOut);
+  Became(LineRole::kLeftOut, code);
 }
 
 void BookBuilder::BeginSetup(std::string_view station) {
@@ -21,7 +21,7 @@ void BookBuilder::BeginSetup(std::string_view station) {
   Became(LineRole::kSetup);
 }
 
-bool BookBuilder::Accept(std::string_view target, Sight& sight) {
+bool BookBuilder::Accept(std::string_view target, BookSight& sight) {
   sight.line = m_line;
   sight.target = Name(target);
   const bool isEmpty = !sight.direction && !sight.slope && !sight.horizontal && !sight.azimuth;
@@ -36,7 +36,7 @@ bool BookBuilder::Accept(std::string_view target, Sight& sight) {
   return false;
 }
 
-void BookBuilder::Keep(Sight sight) {
+void BookBuilder::Keep(BookSight sight) {
   if (!HasSetup()) m_book.setups.push_back({m_line, {}, {}});
   CurrentSetup().sights.push_back(std::move(sight));
 }
@@ -46,7 +46,9 @@ void BookBuilder::Withdraw(std::int32_t line, Code code, std::vector<std::string
   auto note = std::lower_bound(m_book.notes.begin(), m_book.notes.end(), line,
                                [](const LineNote& n, std::int32_t l) { return n.line < l; });
   for (; note != m_book.notes.end() && note->line == line; ++note) {
-    if (note->role == LineRole::kSight) note->role = LineRole::kLeftOut;
+    if (note->role != LineRole::kSight) continue;
+    *note = {line, LineRole::kLeftOut, code};
+    break;
   }
   StartLine(line);
   Doubt(code, std::move(names), {}, severity);
@@ -63,15 +65,23 @@ void BookBuilder::EnterReading(LevelReading reading) {
   Became(LineRole::kReading);
 }
 
+void BookBuilder::EnterHeightLine(HeightLine line) {
+  line.line = m_line;
+  m_book.heightLines.push_back(line);
+  Became(LineRole::kHeightDifference);
+}
+
 void BookBuilder::EnterPoint(BookPoint point) {
   point.line = m_line;
-  Became(point.kind == PointKind::kControl ? LineRole::kControl : LineRole::kCoordinates);
+  Became(point.kind == BookPointKind::kControl ? LineRole::kControl : LineRole::kCoordinates);
   m_book.points.push_back(point);
 }
 
 void BookBuilder::Finish() {
+  std::stable_sort(m_book.notes.begin(), m_book.notes.end(),
+                   [](const LineNote& a, const LineNote& b) { return a.line < b.line; });
   for (Setup& setup : m_book.setups) {
-    std::erase_if(setup.sights, [&](const Sight& sight) {
+    std::erase_if(setup.sights, [&](const BookSight& sight) {
       const bool noStation = setup.station.IsNone();
       if (!noStation && sight.target != setup.station) return false;
       Withdraw(sight.line, noStation ? BRENU_SIGHT_WITHOUT_SETUP : BRENU_SIGHT_OF_STATION,

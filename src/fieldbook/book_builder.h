@@ -23,7 +23,9 @@ class BookBuilder {
   NameNo Name(std::string_view name) { return m_names.Enter(name); }
   const std::string& NameOf(NameNo name) const { return m_names[name]; }
 
-  void Became(LineRole role) { m_book.notes.push_back({m_line, role}); }
+  void Became(LineRole role, Code why = BRENU_NOTHING) {
+    m_book.notes.push_back({m_line, role, why});
+  }
   // The line, or a value in it, is not used; `excerpt` is what stands there.
   void LeaveOut(Code code, std::vector<std::string> names = {}, std::string_view excerpt = {},
                 Severity severity = Severity::kWarning);
@@ -44,16 +46,22 @@ class BookBuilder {
   NameNo Station() const { return HasSetup() ? m_book.setups.back().station : NameNo(); }
   // Gives a sight its line and target.  One without target, or with nothing measured that can be
   // used, is left out: false.
-  bool Accept(std::string_view target, Sight& sight);
+  bool Accept(std::string_view target, BookSight& sight);
   // Enters an accepted sight from the current setup.  Before the first one a setup without station
   // takes it.
-  void Keep(Sight sight);
-  void EnterSight(std::string_view target, Sight sight) {
+  void Keep(BookSight sight);
+  void EnterSight(std::string_view target, BookSight sight) {
     if (Accept(target, sight)) Keep(std::move(sight));
   }
   // Leaves out a line that was taken for a sight.
   void Withdraw(std::int32_t line, Code code, std::vector<std::string> names,
                 Severity severity = Severity::kWarning);
+
+  // The same for formats whose sights name their setup: its number, counted from 0.
+  std::size_t LastSetup() const { return m_book.setups.size() - 1; }
+  void EnterSight(std::size_t setup, std::string_view target, BookSight sight) {
+    if (Accept(target, sight)) m_book.setups[setup].sights.push_back(std::move(sight));
+  }
 
   // Level lines.
   void BeginLevelLine(int readingsEach);
@@ -61,6 +69,7 @@ class BookBuilder {
   LevelLine& CurrentLevelLine() { return m_book.levelLines.back(); }
   void EnterReading(LevelReading reading);
 
+  void EnterHeightLine(HeightLine line);
   void EnterPoint(BookPoint point);
 
   FieldBook& Book() { return m_book; }

@@ -10,7 +10,6 @@ namespace {
 
 constexpr std::size_t kHeadSize = 1 << 12;
 
-bool IsDigit(char c) { return c >= '0' && c <= '9'; }
 bool IsLetter(char c) { return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z'); }
 
 // The first line that is not blank.

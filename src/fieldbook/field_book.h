@@ -32,7 +32,7 @@ struct Eccentric {
 };
 
 // One pointing at a target.  What was not measured is absent.
-struct Sight {
+struct BookSight {
   std::int32_t line = 0;
   NameNo target;
   Face face = Face::kOne;
@@ -53,7 +53,7 @@ struct Sight {
 struct Setup {
   std::int32_t line = 0;
   NameNo station;
-  std::vector<Sight> sights;
+  std::vector<BookSight> sights;
 };
 
 enum class Staff : std::uint8_t { kBack, kFore, kIntermediate };
@@ -81,7 +81,7 @@ struct HeightLine {
   double length = 0.0;      // 0 when there is none
 };
 
-enum class PointKind : std::uint8_t {
+enum class BookPointKind : std::uint8_t {
   kControl,     // entered or known
   kListed,      // entered in a list: control where the file is given for its control only
   kApproximate  // worth a start
@@ -90,7 +90,7 @@ enum class PointKind : std::uint8_t {
 struct BookPoint {
   std::int32_t line = 0;
   NameNo name;
-  PointKind kind = PointKind::kControl;
+  BookPointKind kind = BookPointKind::kControl;
   std::optional<double> x, y, h;
 };
 
@@ -117,6 +117,7 @@ enum class LineRole : std::uint8_t {
 struct LineNote {
   std::int32_t line = 0;
   LineRole role = LineRole::kNote;
+  Code why = BRENU_NOTHING;  // of a line that is left out
 };
 
 // A-priori standard errors: arc-seconds, metres, a ratio.

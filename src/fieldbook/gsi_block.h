@@ -9,13 +9,13 @@
 namespace brenu {
 
 struct GsiWord {
-  int index = 0;                 // of two figures, or three
-  char source = '.';             // where the value comes from
-  char unit = '.';               // in which it is
+  int index = 0;      // of two figures, or three
+  char source = '.';  // where the value comes from
+  char unit = '.';    // in which it is
   bool isNegative = false;
-  std::string_view text;         // the whole word, as it stands
-  std::string_view data;         // behind the sign
-  bool isComplete = false;       // whether no character of the data is missing
+  std::string_view text;    // the whole word, as it stands
+  std::string_view data;    // behind the sign
+  bool isComplete = false;  // whether no character of the data is missing
 
   bool IsEntered() const { return source == '1' || source == '5'; }
   // Whether it holds a number: not dashes, and no figure is cut off.
@@ -32,8 +32,8 @@ struct GsiWord {
 
 struct GsiBlock {
   std::vector<GsiWord> words;
-  std::optional<int> number;      // the running one, when the first word has it
-  std::string_view damage;        // from where the line cannot be cut into words; empty if it can
+  std::optional<int> number;  // the running one, when the first word has it
+  std::string_view damage;    // from where the line cannot be cut into words; empty if it can
 
   const GsiWord* Find(int index) const;
   bool Has(int index) const { return Find(index) != nullptr; }

@@ -153,8 +153,8 @@ void GsiReader::ReadCode() {
   const GsiWord& code = m_block.words.front();
   if (GsiLevel::IsLineStart(code)) return m_level.Begin(code);
   const GsiWord* station = m_block.Find(kCodeStation);
-  const bool begins = std::find(m_stationCodes.begin(), m_stationCodes.end(), code.Name()) !=
-                      m_stationCodes.end();
+  const bool begins =
+      std::find(m_stationCodes.begin(), m_stationCodes.end(), code.Name()) != m_stationCodes.end();
   if (!begins || station == nullptr || station->Name().empty()) {
     return m_book.Became(LineRole::kCode);
   }
@@ -208,7 +208,10 @@ void GsiReader::BeginStation(std::string_view name) {
   const bool isFree = isComputed(kStationEast) || isComputed(kStationNorth);
   if (isFree && m_book.HasSetup() && m_book.Station().IsNone()) {
     m_book.NameStation(name);
-    return m_book.Became(LineRole::kSetup);
+    for (BookSight& sight : m_book.CurrentSetup().sights) {
+      if (!sight.instrumentHeight) sight.instrumentHeight = m_instrumentHeight;
+    }
+    return m_book.BeginSetup(name);  // the circle may have been turned by the result
   }
   if (isFree && m_book.HasSetup() && !m_book.CurrentSetup().sights.empty()) {
     m_book.Doubt(BRENU_FREE_STATION_BEHIND_SIGHTS,
@@ -232,7 +235,7 @@ void GsiReader::KeepStationPoint() {
 }
 
 void GsiReader::ReadSight(const GsiWord& target) {
-  Sight sight;
+  BookSight sight;
   sight.direction = AngleOf(kDirection);
   sight.zenith = AngleOf(kZenith);
   sight.slope = DistanceOf(kSlope);
@@ -246,10 +249,12 @@ void GsiReader::ReadSight(const GsiWord& target) {
 void GsiReader::ReadCoordinates(const GsiWord& name) {
   BookPoint point;
   point.name = m_book.Name(name.Name());
-  point.kind = PointKind::kListed;
-  point.x = EnteredLength(kTargetNorth);
-  point.y = EnteredLength(kTargetEast);
-  point.h = EnteredLength(kTargetHeightOfPoint);
+  point.x = LengthOf(kTargetNorth);
+  point.y = LengthOf(kTargetEast);
+  point.h = LengthOf(kTargetHeightOfPoint);
+  const bool isEntered = EnteredLength(kTargetNorth) || EnteredLength(kTargetEast) ||
+                         EnteredLength(kTargetHeightOfPoint);
+  point.kind = isEntered ? BookPointKind::kListed : BookPointKind::kApproximate;
   if (!point.x && !point.y && !point.h) return m_book.Became(LineRole::kCoordinates);
   m_book.EnterPoint(point);
 }

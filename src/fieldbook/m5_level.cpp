@@ -12,9 +12,8 @@ struct ReadingType {
   std::string_view type, german;
   Staff staff;
 };
-constexpr ReadingType kReadings[] = {{"Rb", "Lr", Staff::kBack},
-                                     {"Rf", "Lv", Staff::kFore},
-                                     {"Rz", "Lz", Staff::kIntermediate}};
+constexpr ReadingType kReadings[] = {
+    {"Rb", "Lr", Staff::kBack}, {"Rf", "Lv", Staff::kFore}, {"Rz", "Lz", Staff::kIntermediate}};
 
 // One reading of each staff with BF and aBF, two with all others.
 int ReadingsOf(std::string_view method) {

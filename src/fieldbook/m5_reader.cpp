@@ -147,7 +147,7 @@ void M5Reader::BeginStationing(bool isKnown) {
 void M5Reader::EndStationing() {
   if (!m_isStationing) return;
   m_isStationing = false;
-  for (Sight& sight : m_book.CurrentSetup().sights) {
+  for (BookSight& sight : m_book.CurrentSetup().sights) {
     if (sight.direction) *sight.direction = FullCircle(*sight.direction + m_orientation);
   }
 }
@@ -189,7 +189,8 @@ bool M5Reader::TakeHeights(const M5Line& line) {
   if (!hasInstrument) return hasTarget;
   m_instrumentHeight = LengthOf(line, "ih");
   if (m_isHeightOld && m_book.HasSetup()) {
-    for (Sight& sight : m_book.CurrentSetup().sights) sight.instrumentHeight = m_instrumentHeight;
+    for (BookSight& sight : m_book.CurrentSetup().sights)
+      sight.instrumentHeight = m_instrumentHeight;
   }
   m_isHeightOld = false;
   return true;
@@ -241,7 +242,7 @@ void M5Reader::ReadStation(const M5Line& line, std::string_view point) {
 }
 
 void M5Reader::ReadSight(const M5Line& line, std::string_view point) {
-  Sight sight;
+  BookSight sight;
   sight.direction = AngleOf(line, "Hz");
   sight.zenith = AngleOf(line, "V1");
   if (line.Find("V3") != nullptr) {

@@ -18,8 +18,10 @@ struct OtherRecord {
   std::string_view type;
   LineRole role;
 };
-constexpr OtherRecord kOtherRecords[] = {{"04", LineRole::kInstrument}, {"05", LineRole::kHeights},
-                                         {"06", LineRole::kHeights},    {"10", LineRole::kHeader},
+constexpr OtherRecord kOtherRecords[] = {{"04", LineRole::kInstrument},
+                                         {"05", LineRole::kHeights},
+                                         {"06", LineRole::kHeights},
+                                         {"10", LineRole::kHeader},
                                          {"11", LineRole::kResult}};
 
 // A set that the observer has marked as bad: its targets, as many as the record says.
@@ -61,7 +63,7 @@ class SdrReader {
   SdrUnits m_units;
   std::string_view m_station;  // of the last station record
   std::optional<double> m_stationHeight, m_instrumentHeight, m_targetHeight;
-  std::vector<Sight> m_means;  // of the current setup
+  std::vector<BookSight> m_means;  // of the current setup
   BadSet m_badSet;
 };
 
@@ -144,7 +146,7 @@ void SdrReader::BeginSetup(std::string_view station, std::optional<double> instr
 void SdrReader::EndSetup() {
   const std::int32_t line = m_book.Line();
   const bool isUsed = !m_book.HasSetup() || m_book.CurrentSetup().sights.empty();
-  for (Sight& mean : m_means) {
+  for (BookSight& mean : m_means) {
     if (isUsed) {
       m_book.Keep(std::move(mean));
     } else {
@@ -198,7 +200,7 @@ void SdrReader::ReadSight(std::string_view record) {
   if (m_badSet.Takes(target)) {
     return m_book.LeaveOut(BRENU_SIGHT_OF_BAD_SET, {std::string(target)});
   }
-  Sight sight;
+  BookSight sight;
   sight.slope = Length(fields.Number(), "slope distance");
   if (sight.slope == 0.0) sight.slope.reset();
   sight.zenith = ZenithAngle(fields.Number());

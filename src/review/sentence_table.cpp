@@ -270,6 +270,7 @@ static_assert(AreAscending());
 }  // namespace
 
 const SentenceEntry* FindSentence(std::int32_t code) {
+  if (code >= BRENU_FIELD_BOOK_UNKNOWN) return FindFieldBookSentence(code);
   const auto found = std::lower_bound(
       std::begin(kSentences), std::end(kSentences), code,
       [](const SentenceEntry& entry, std::int32_t wanted) { return entry.code < wanted; });

@@ -24,5 +24,7 @@ struct SentenceEntry {
 
 // Null for a number that is no code.
 const SentenceEntry* FindSentence(std::int32_t code);
+// The same among those of field books.
+const SentenceEntry* FindFieldBookSentence(std::int32_t code);
 
 }  // namespace brenu
