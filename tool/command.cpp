@@ -1,6 +1,8 @@
 #include "command.h"
 
+#include <algorithm>
 #include <cstdio>
+#include <map>
 
 #include "review/data_check.h"
 #include "review/load.h"
@@ -33,12 +35,23 @@ void Say(const std::string& path, const std::string& sentence) {
   std::fprintf(stderr, "%sbrenu: %s: %s\n", LineStart(), Printable(path).c_str(), sentence.c_str());
 }
 
+// Of many of a kind the first ones tell what is the matter.
 void Say(const std::string& path, const Findings& findings) {
+  constexpr int kMostOfAKind = 10;
+  std::map<Code, int> said;
   for (const Finding& finding : findings) {
+    if (++said[finding.code] > kMostOfAKind) continue;
     const char* const kind = finding.severity == Severity::kWarning ? "warning: "
                              : finding.severity == Severity::kNote  ? "note: "
                                                                     : "";
     Say(path, kind + SentenceOf(finding));
+  }
+  for (const auto& [code, count] : said) {
+    if (count <= kMostOfAKind) continue;
+    const auto example = std::find_if(findings.begin(), findings.end(),
+                                      [code](const Finding& f) { return f.code == code; });
+    Say(path,
+        "and " + std::to_string(count - kMostOfAKind) + " more like this: " + SentenceOf(*example));
   }
 }
 
@@ -52,7 +65,7 @@ ExitStatus RunOnFile(const FileOptions& options, const Work& work) {
     return kFileOrUsage;
   }
   std::string text;
-  const Ending ending = work(context, progress, text);
+  const Ending ending = work(context, found, progress, text);
   progress.Stop();
   const bool printed = Print(text);
   Say(options.file, ending.findings);

@@ -37,6 +37,32 @@ void AddFile(CLI::App& command, brenu::tool::FileOptions& options) {
                    "treat a doubt about a value of the file as an error");
 }
 
+void AddOutputs(CLI::App& command, brenu::tool::OutputOptions& outputs) {
+  const auto add = [&](const char* name, std::string& path, const char* help) {
+    command.add_option(name, path, help)->type_name("OUT");
+  };
+  outputs.language = brenu::tool::LanguageOfEnvironment();
+  add("--html", outputs.html, "write the report page to this file");
+  add("--json", outputs.json,
+      "write the report for programs to this file, or with - to the standard output in place of "
+      "the tables");
+  add("--report", outputs.text, "write the report as text (UTF-8) to this file");
+  add("--svg", outputs.svg, "write the sketch as a picture to this file");
+  add("--dxf", outputs.dxf, "write the sketch as a drawing to this file");
+  command.add_option("--csv", outputs.csvFolder, "write the tables of the report to this folder")
+      ->type_name("DIR");
+  command
+      .add_option_function<std::string>(
+          "--lang",
+          [&outputs](const std::string& language) {
+            outputs.language =
+                language == "zh" ? brenu::Language::kChinese : brenu::Language::kEnglish;
+          },
+          "language of verdict, page and text report: en or zh (that of the environment)")
+      ->check(CLI::IsMember({"en", "zh"}))
+      ->type_name("LANG");
+}
+
 void AddRules(CLI::App& command, brenu::Rules& rules) {
   command.add_flag_callback(
       "--classic", [&rules] { rules.set = brenu::RuleSet::kClassic; },
@@ -66,6 +92,9 @@ CLI::App& AddAdjust(CLI::App& app, AdjustOptions& options) {
                   "0 and 1, such as 0.001, and list them (format 0)")
       ->type_name("ALPHA");
   adjust.add_flag("--summary", options.summaryOnly, "print no tables of points");
+  AddOutputs(adjust, options.outputs);
+  adjust.add_flag("--no-verdict", options.noVerdict,
+                  "end with status 0 where the network is adjusted, passed or not");
   AddRules(adjust, options.rules);
   adjust
       .add_option_function<double>(

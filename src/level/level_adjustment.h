@@ -108,12 +108,13 @@ class LevelAdjustment {
   double CalcVtPV();
   void SetSigma0(double vtpv);
   void CalcLevelPrecision();
+  double PrecisionScale() const;
   Outcome ExplainNotFinite() const;
   // The cofactor of the adjusted height difference.
   double CofactorOfDifference(const Sight& sight) const;
 
   // Rules of textbooks.
-  void FinishAsTextbook();
+  Outcome FinishAsTextbook();
   Outcome Solve();
   class Snooped;
 

@@ -18,7 +18,7 @@ LevelAdjustment::LevelAdjustment(std::shared_ptr<const LevelNet> net, double apr
 Outcome LevelAdjustment::AdjustAsTextbook() {
   Outcome outcome = ApproximateAsTextbook();
   if (outcome.ok) outcome += Solve();
-  if (outcome.ok) FinishAsTextbook();
+  if (outcome.ok) outcome += FinishAsTextbook();
   return outcome;
 }
 
@@ -81,13 +81,16 @@ Outcome LevelAdjustment::Solve() {
   return {};
 }
 
-void LevelAdjustment::FinishAsTextbook() {
+Outcome LevelAdjustment::FinishAsTextbook() {
   double pvv = 0.0;
   for (const SightNo k : m_weight.Indices()) {
     if (!IsRemoved(k)) pvv += m_weight[k] * m_residual[k] * m_residual[k];
   }
   m_sigma0 = std::sqrt(pvv / Redundancy());
   CalcLevelPrecision();
+  Outcome outcome = ExplainNotFinite();
+  outcome.ok = outcome.findings.empty();
+  return outcome;
 }
 
 std::vector<BenchMarkFit> LevelAdjustment::BenchMarkFits() const {
@@ -168,8 +171,7 @@ Outcome LevelAdjustment::SnoopAsTextbook(double alpha,
     for (const std::size_t other : out.alternatives) record.alternatives.emplace_back(other);
     m_takenOut.push_back(std::move(record));
   }
-  FinishAsTextbook();
-  return outcome;
+  return outcome += FinishAsTextbook();
 }
 
 }  // namespace brenu

@@ -103,6 +103,9 @@ class PlaneAdjustment {
                                                 std::string_view target) const;
   std::optional<LinePrecision> PrecisionOfLine(std::string_view station,
                                                std::string_view target) const;
+  // Of the position of a target relative to its station: x and y are the coordinate differences.
+  // Empty between control points.
+  std::optional<PlaneResult> PrecisionBetween(SightNo sight) const;
   // Whether the observations did not determine the point, so that it has no results.
   bool IsLeftOut(PointNo point) const { return m_isLeftOut.Has(point) && m_isLeftOut[point] != 0; }
   // Whether the computation held the point as a control point.
@@ -139,6 +142,7 @@ class PlaneAdjustment {
   std::int32_t OrientationCount() const;
   void CountRedundancy(std::int32_t orientations);
   void CalcPointPrecision();
+  double PrecisionScale() const;
   PlaneObs* FindWorst(double critical);
   Outcome ExplainResult() const;
   Finding ExplainNotFinite() const;
@@ -161,7 +165,7 @@ class PlaneAdjustment {
   // Of the observations in use, or of all when none is.
   double OrientationOf(const DirectionSet& set) const;
   std::int32_t CountOnce() const;
-  void FinishAsTextbook();
+  Outcome FinishAsTextbook();
   class GrossErrors;
   class Snooped;
 

@@ -62,9 +62,9 @@ std::optional<LinePrecision> PlaneAdjustment::PrecisionOfLine(std::string_view s
   const LineEquation distance = DistanceCoefficients(s.station, s.target);
   LinePrecision line{};
   line.azimuth = RadToDms(direction.value);
-  line.azimuthError = std::sqrt(m_normal.QuadraticForm(direction.Terms())) * m_sigma0;
+  line.azimuthError = std::sqrt(m_normal.QuadraticForm(direction.Terms())) * PrecisionScale();
   line.length = distance.value;
-  line.lengthError = std::sqrt(m_normal.QuadraticForm(distance.Terms())) * m_sigma0;
+  line.lengthError = std::sqrt(m_normal.QuadraticForm(distance.Terms())) * PrecisionScale();
   line.relativePrecision = TruncateToInt32(1.0 / (line.lengthError / line.length));
   return line;
 }

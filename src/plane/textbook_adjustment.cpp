@@ -23,7 +23,7 @@ PlaneAdjustment::PlaneAdjustment(std::shared_ptr<const PlaneNet> net, RuleSet ru
 
 Outcome PlaneAdjustment::AdjustAsTextbook() {
   Outcome outcome = PlaceAndConverge(false);
-  if (outcome.ok) FinishAsTextbook();
+  if (outcome.ok) outcome += FinishAsTextbook();
   return outcome;
 }
 
@@ -45,10 +45,12 @@ Outcome PlaneAdjustment::PlaceAndConverge(bool withoutGrossErrors) {
   return outcome;
 }
 
-void PlaneAdjustment::FinishAsTextbook() {
+Outcome PlaneAdjustment::FinishAsTextbook() {
   m_redundancy = CountOnce();
   m_sigma0 = std::sqrt(CalcExactResiduals() / m_redundancy);
   CalcPointPrecision();
+  const bool isFinite = m_redundancy <= 0 || std::isfinite(m_sigma0);
+  return isFinite ? Outcome{} : Outcome(Error(BRENU_PLANE_RESIDUALS_TOO_LARGE));
 }
 
 // Approximate coordinates; points without are left out.

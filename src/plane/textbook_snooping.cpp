@@ -220,8 +220,7 @@ Outcome PlaneAdjustment::SnoopAsTextbook(double alpha,
     }
     m_takenOut.push_back(std::move(record));
   }
-  FinishAsTextbook();
-  return outcome;
+  return outcome += FinishAsTextbook();
 }
 
 }  // namespace brenu

@@ -83,8 +83,9 @@ Findings CheckLevelSigma(const AdjustmentContext& context) {
   constexpr double kTail = 0.025;
   const bool fits =
       statistic >= ChiSquareQuantile(kTail, r) && statistic <= ChiSquareQuantile(1.0 - kTail, r);
-  if (fits) return {};
   constexpr double kMillimetres = 1000.0;
+  constexpr double kLeastShown = 0.005;  // mm; below it the observations are computed ones
+  if (fits || level.Sigma0() * kMillimetres < kLeastShown) return {};
   return {Note(BRENU_LEVEL_SIGMA_CONTRADICTED, {},
                {level.Sigma0() * kMillimetres, level.Apriori() * kMillimetres})};
 }

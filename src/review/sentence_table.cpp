@@ -257,7 +257,56 @@ constexpr SentenceEntry kSentences[] = {
      "assumed; set the a-priori error of levelling if that is what it is worth"},
     {BRENU_GROUP_LEFT_OUT, "group-left-out",
      "{points} are left out: they hang together, with {&direction|distance} to points that have a "
-     "place; observe two of them from known points, or known points from two of them"}};
+     "place; observe two of them from known points, or known points from two of them"},
+
+    {BRENU_M0_TOO_LARGE, "m0-too-large",
+     "the standard error of unit weight of the {n1} is {v4.2} times the a-priori one, beyond chance "
+     "([pvv] {v2.1} exceeds {v3.1}, chi-square 95 %); look for gross errors, or correct the "
+     "a-priori errors"},
+    {BRENU_M0_SMALL, "m0-small",
+     "the standard error of unit weight of the {n1} is {v4.2} times the a-priori one, less than "
+     "chance explains ([pvv] {v2.1} is below {v3.1}); the a-priori errors may be too large"},
+    {BRENU_NOTHING_REDUNDANT, "nothing-redundant",
+     "nothing is redundant in the {n1}, so no error would show; observe more than is needed"},
+    {BRENU_OBSERVATION_SUSPECT, "observation-suspect",
+     "the {k1} {1} - {2} does not fit: its test value is {v2.1}, the critical one {v3.2}; it would "
+     "fit if it were {u14}; check it"},
+    {BRENU_MORE_SUSPECTS, "more-suspects",
+     "further observations beyond the critical value: {v1}, some of them because of the first; look "
+     "at these when the first is settled"},
+    {BRENU_POINTS_NOT_CHECKED, "points-not-checked",
+     "nothing checks {points}: an error in its observations would not show; observe it once more "
+     "from elsewhere"},
+    {BRENU_POINTS_WEAK, "points-weak",
+     "hardly anything checks {points}; observe it once more from elsewhere"},
+    {BRENU_CLOSURE_OF_HEIGHTS, "closure-of-heights",
+     "the closure {1} is off by {v1.1} mm, more than the {v2.1} mm of grade {v3}{?4 ; it meets "
+     "grade {v4}}{?5 ; the statistics of the network are in order, so it is the grade, not a gross "
+     "error}"},
+    {BRENU_CLOSURE_OF_ANGLES, "closure-of-angles",
+     "the angles of {1} are off by {v1.1}\", more than the {v2.1}\" of grade {v3}{?4 ; they meet "
+     "grade {v4}}{?5 ; the statistics of the network are in order, so it is the grade, not a gross "
+     "error}"},
+    {BRENU_CLOSURE_OF_SIDES, "closure-of-sides",
+     "the traverse {1} is off by {v1.1} mm, more than the {v2.1} mm of grade {v3}{?4 ; it meets "
+     "grade {v4}}{?5 ; the statistics of the network are in order, so it is the grade, not a gross "
+     "error}"},
+    {BRENU_MORE_CLOSURES, "more-closures", "further closures beyond their limits: {v1}"},
+    {BRENU_LARGE_BY_CHANCE, "large-by-chance",
+     "the {k1} {1} - {2} has the test value {v2.1}{?3  and {v3} more exceed 3.29}, which chance "
+     "explains in a network of this size"},
+    {BRENU_GROUP_VARIANCE, "group-variance",
+     "the residuals of the {p1} are {v2.2} times as large as their a-priori errors say; correct "
+     "these if that is what the instrument is worth"},
+    {BRENU_OBSERVATIONS_OUT, "observations-out",
+     "observations taken out by data snooping: {v1}; see the table"},
+    {BRENU_LIKE_OTHER_FACE, "like-other-face", "half a circle: read on the other face"},
+    {BRENU_LIKE_DEGREES, "like-degrees", "a misreading of {v1} degrees"},
+    {BRENU_LIKE_MINUTES, "like-minutes", "a misreading of {v1} minutes"},
+    {BRENU_LIKE_METRES, "like-metres", "a misreading of {v1.g} m"},
+    {BRENU_LIKE_FEET, "like-feet", "feet taken for metres"},
+    {BRENU_CLOSURES_EXPLAINED, "closures-explained",
+     "closures beyond their limits that run over observations taken out: {v1}"}};
 
 constexpr bool AreAscending() {
   for (std::size_t i = 1; i < std::size(kSentences); ++i) {
@@ -270,7 +319,9 @@ static_assert(AreAscending());
 }  // namespace
 
 const SentenceEntry* FindSentence(std::int32_t code) {
-  if (code >= BRENU_FIELD_BOOK_UNKNOWN) return FindFieldBookSentence(code);
+  if (code >= BRENU_FIELD_BOOK_UNKNOWN && code < BRENU_M0_TOO_LARGE) {
+    return FindFieldBookSentence(code);
+  }
   const auto found = std::lower_bound(
       std::begin(kSentences), std::end(kSentences), code,
       [](const SentenceEntry& entry, std::int32_t wanted) { return entry.code < wanted; });

@@ -47,16 +47,22 @@ TEST_F(AdjustFormats, DistancesOnlyTellTheSide) {
 }
 
 TEST_F(AdjustFormats, SaysWhichPointsCannotBePlaced) {
-  ExpectFailure(Distances(",", ",", false), 1, "the side of the point P on the line A - B");
-  ExpectFailure(Distances("1090,1110", ",", false), 1, "the side of the point Q on the line");
+  const std::string classic = "adjust --classic";
+  ExpectFailure(Distances(",", ",", false), 1, "the side of the point P on the line A - B",
+                classic);
+  ExpectFailure(Distances("1090,1110", ",", false), 1, "the side of the point Q on the line",
+                classic);
   ExpectFailure(With(Distances("1090,1110", ",", false), "P,B,,141.42136", "P,B,,20"), 1,
-                "no place can be found for the points P and Q;");
+                "no place can be found for the points P and Q;", classic);
   ExpectFailure(With(Distances(",", ",", true), "A,10,1000", "A,10,0"), 1,
-                "the point A lies at X = 0");
+                "the point A lies at X = 0", classic);
+  const Outcome run = On(Distances(",", ",", false), "adjust");
+  EXPECT_EQ(run.status, 1);
+  EXPECT_THAT(run.err, HasSubstr("the points P and Q are left out: they hang together"));
   // A distance to a point in line with the two centres fits both sides, whatever its error.
   std::string text = With(Distances(",", ",", true), "C,10,1400,", "C,10,1000,");
   text = With(With(text, "P,C,,360.55513", "P,C,,223.6068"), "C,Q,,424.26407", "C,Q,,316.2278");
-  ExpectFailure(text, 1, "is undetermined");
+  ExpectFailure(text, 1, "is undetermined", classic);
 }
 
 }  // namespace

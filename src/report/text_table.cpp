@@ -1,9 +1,9 @@
-#include "tables/text_table.h"
+#include "report/text_table.h"
 
 #include <algorithm>
 #include <utility>
 
-namespace brenu::tool {
+namespace brenu {
 
 namespace {
 
@@ -42,4 +42,4 @@ std::string TextTable::Text() const {
   return text;
 }
 
-}  // namespace brenu::tool
+}  // namespace brenu

@@ -4,7 +4,7 @@
 #include <string_view>
 #include <vector>
 
-namespace brenu::tool {
+namespace brenu {
 
 // Rows of text in aligned columns.
 class TextTable {
@@ -24,4 +24,4 @@ class TextTable {
   std::vector<std::vector<std::string>> m_rows;
 };
 
-}  // namespace brenu::tool
+}  // namespace brenu
