@@ -9,9 +9,6 @@
 
 namespace brenu::tool {
 
-namespace {
-
-// "survey.txt" becomes "survey-heights.txt".
 std::string HeightsPath(const std::string& path) {
   const std::size_t name = path.find_last_of("/\\");
   const std::size_t dot = path.rfind('.');
@@ -28,6 +25,14 @@ void SayGrouped(const std::string& file, const Findings& findings) {
     Say(file, kind + sentence.text);
   }
 }
+
+bool WriteText(const std::string& path, const std::string& text) {
+  if (ReplaceFile(Utf8Path(path.c_str()), text) == Replaced::kDone) return true;
+  Say(path, Findings{Error(BRENU_FILE_NOT_WRITTEN, {path})});
+  return false;
+}
+
+namespace {
 
 std::string JobSummary(const std::string& path, const ImportedJob& job) {
   std::size_t directions = 0;
@@ -48,12 +53,6 @@ std::string JobSummary(const std::string& path, const ImportedJob& job) {
          count(heights, "height differences") + '\n';
 }
 
-bool Write(const std::string& path, const std::string& text) {
-  if (ReplaceFile(Utf8Path(path.c_str()), text) == Replaced::kDone) return true;
-  Say(path, Findings{Error(BRENU_FILE_NOT_WRITTEN, {path})});
-  return false;
-}
-
 bool WriteJobs(const FieldImportOptions& options, const FieldImport& import, const ImportedJob& job,
                const ImportedJob& heights) {
   const std::string project = ProjectText(job.param, job.store);
@@ -65,11 +64,11 @@ bool WriteJobs(const FieldImportOptions& options, const FieldImport& import, con
   }
   std::string summary;
   for (const ImportedBook& book : import.Books()) summary += BookSummary(book, import.Names());
-  if (!Write(options.project, project)) return false;
+  if (!WriteText(options.project, project)) return false;
   summary += JobSummary(options.project, job);
   if (hasHeights) {
     const std::string path = HeightsPath(options.project);
-    if (!Write(path, ProjectText(heights.param, heights.store))) return false;
+    if (!WriteText(path, ProjectText(heights.param, heights.store))) return false;
     summary += JobSummary(path, heights);
   }
   std::fputs(summary.c_str(), stdout);
@@ -96,7 +95,7 @@ ExitStatus RunImport(const FieldImportOptions& options) {
     SayGrouped(file, about.findings);
   }
   if (!isDone) return kFileOrUsage;
-  if (!options.log.empty() && !Write(options.log, ImportLog(import))) return kFileOrUsage;
+  if (!options.log.empty() && !WriteText(options.log, ImportLog(import))) return kFileOrUsage;
   return WriteJobs(options, import, job, heights) ? kDone : kFileOrUsage;
 }
 

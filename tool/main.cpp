@@ -9,7 +9,9 @@
 #include "adjust_command.h"
 #include "arguments.h"
 #include "closures_command.h"
+#include "convert_command.h"
 #include "import_command.h"
+#include "reduce_command.h"
 #include "review/text.h"
 
 namespace {
@@ -149,6 +151,10 @@ ExitStatus Run(std::vector<std::string> arguments) {
   const CLI::App& adjust = AddAdjust(app, adjustOptions);
   AddClosures(app, closureOptions);
   brenu::tool::FieldImportOptions importOptions;
+  brenu::tool::ReduceOptions reduceOptions;
+  const CLI::App& reducing = brenu::tool::AddReduce(app, reduceOptions);
+  brenu::tool::ConvertOptions convertOptions;
+  const CLI::App& converting = brenu::tool::AddConvert(app, convertOptions);
   const CLI::App& importing = brenu::tool::AddImport(app, importOptions);
   if (HasWrongCommand(app, arguments)) return brenu::tool::kFileOrUsage;
   try {
@@ -157,6 +163,8 @@ ExitStatus Run(std::vector<std::string> arguments) {
   } catch (const CLI::ParseError& end) {  // also how help and version come out
     return app.exit(end) == 0 ? brenu::tool::kDone : brenu::tool::kFileOrUsage;
   }
+  if (reducing.parsed()) return brenu::tool::RunReduce(reduceOptions);
+  if (converting.parsed()) return brenu::tool::RunConvert(convertOptions);
   if (importing.parsed()) return brenu::tool::RunImport(importOptions);
   return adjust.parsed() ? brenu::tool::RunAdjust(adjustOptions)
                          : brenu::tool::RunClosures(closureOptions);

@@ -183,8 +183,8 @@ void GkfReader::EnterCoordinates(const pugi::xml_node& point, BookPointKind kind
     entered.y = Number(point, m_axes.isSwapped ? "x" : "y");
   }
   if (height) entered.h = Number(point, "z");
-  if (entered.x || entered.y || entered.h) return m_book.EnterPoint(entered);
-  m_book.Became(LineRole::kCoordinates);
+  const bool isEmpty = !entered.x && !entered.y && !entered.h;
+  if (!isEmpty || kind == BookPointKind::kApproximate) m_book.EnterPoint(entered);
 }
 
 void GkfReader::ReadCluster(const pugi::xml_node& obs) {

@@ -87,6 +87,7 @@ void FieldImport::EnterBookPoints(const FieldBook& book, bool isList, Findings& 
     const bool isControl =
         point.kind == BookPointKind::kControl || (isList && point.kind == BookPointKind::kListed);
     EnterPoint(point, isControl, findings);
+    if (book.format == BookFormat::kGkf && !point.name.IsNone()) m_places[point.name].isKept = true;
     if (isList && !point.name.IsNone()) m_places[point.name].isListed = true;
   }
 }
@@ -115,16 +116,17 @@ void FieldImport::Finish(ImportedJob& job, ImportedJob& heights, Findings& findi
     });
     lines.insert(lines.end(), trigonometric.begin(), trigonometric.end());
   }
-  JobWriter writer(m_names, m_places, findings);
+  JobWriter writer(m_survey, m_names, m_places, findings);
   const bool hasPlane = std::any_of(m_survey.Stations().begin(), m_survey.Stations().end(),
                                     [](const StationMeans& s) { return !s.Targets().empty(); });
-  if (hasPlane) writer.WritePlane(m_survey, job);
-  if (!lines.empty()) writer.WriteHeights(lines, hasPlane ? heights : job);
+  if (hasPlane) writer.WritePlane(job);
+  const bool areShared = hasPlane && !lines.empty() && writer.JoinHeights(lines, job);
+  if (!lines.empty() && !areShared) writer.WriteHeights(lines, hasPlane ? heights : job);
   if (!hasPlane && lines.empty()) {
     writer.WritePoints(job);
     if (m_places.empty()) findings.push_back(Warning(BRENU_NOTHING_IMPORTED));
   }
-  if (hasPlane && !lines.empty()) findings.push_back(Note(BRENU_HEIGHTS_APART));
+  if (hasPlane && !lines.empty() && !areShared) findings.push_back(Note(BRENU_HEIGHTS_APART));
 }
 
 }  // namespace brenu

@@ -39,7 +39,8 @@ class FieldImport {
   Outcome AddBook(std::string name, std::string_view text, bool withLog);
 
   // Fills the jobs with what was read.  Heights share the field of the distance with the plane, as
-  // the length of their line: a survey of both becomes two jobs, the heights in the second.
+  // the length of their line: a survey of both becomes two jobs, the heights in the second, unless
+  // the lines have the lengths of the distances.
   // `findings` are about the survey as a whole.
   void Finish(ImportedJob& job, ImportedJob& heights, Findings& findings);
 

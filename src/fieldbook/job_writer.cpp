@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 #include "core/angles.h"
 
@@ -14,6 +15,12 @@ constexpr int kHeightControl = 1;
 
 double DirectionOf(std::optional<double> angle) {
   return angle ? RadToDms(FullCircle(*angle)) : kAbsentAngle;
+}
+
+// A height difference or length of 0 would count as absent.
+double Present(double value) {
+  constexpr double kSmallest = 1e-6;
+  return std::fabs(value) < kSmallest ? kSmallest : value;
 }
 
 void EnterErrors(const APriori& errors, ImportedJob& job) {
@@ -63,7 +70,8 @@ void JobWriter::EnterControl(Known known, const std::set<NameNo>& sighted, Impor
   m_indices.clear();
   for (const auto& [name, place] : m_places) {
     const bool isControl = known == Known::kPlane ? place.isPlaneKnown : place.isHeightKnown;
-    if (isControl && (!place.isListed || sighted.contains(name))) Point(name, known, job);
+    const bool isWanted = isControl && (!place.isListed || sighted.contains(name));
+    if (isWanted || place.isKept) Point(name, known, job);
   }
 }
 
@@ -77,16 +85,16 @@ void JobWriter::SayControl(const ImportedJob& job, Known known) {
   }
 }
 
-void JobWriter::WritePlane(const SurveyReduction& survey, ImportedJob& job) {
+void JobWriter::WritePlane(ImportedJob& job) {
   std::set<NameNo> sighted;
-  for (const StationMeans& station : survey.Stations()) {
+  for (const StationMeans& station : m_survey.Stations()) {
     sighted.insert(station.Station());
     for (const TargetMeans& target : station.Targets()) sighted.insert(target.target);
   }
   EnterControl(Known::kPlane, sighted, job);
-  EnterErrors(survey.APrioriErrors(), job);
+  EnterErrors(m_survey.APrioriErrors(), job);
   bool hasAngles = false;
-  for (const StationMeans& station : survey.Stations()) {
+  for (const StationMeans& station : m_survey.Stations()) {
     const std::int32_t index = Point(station.Station(), Known::kPlane, job);
     for (const TargetMeans& target : station.Targets()) {
       Point(target.target, Known::kPlane, job);
@@ -104,20 +112,15 @@ void JobWriter::WritePlane(const SurveyReduction& survey, ImportedJob& job) {
   SayControl(job, Known::kPlane);
 }
 
-// A height difference or length of 0 would count as absent.
 void JobWriter::WriteHeights(const std::vector<HeightLine>& lines, ImportedJob& job) {
-  constexpr double kSmallest = 1e-6;
-  const auto present = [](double value) {
-    return std::fabs(value) < kSmallest ? kSmallest : value;
-  };
   std::set<NameNo> sighted;
   for (const HeightLine& line : lines) sighted.insert({line.from, line.to});
   EnterControl(Known::kHeight, sighted, job);
-  EnterErrors(kUsualErrors, job);
+  EnterErrors(m_survey.APrioriErrors(), job);
   for (const HeightLine& line : lines) {
     const std::int32_t from = Point(line.from, Known::kHeight, job);
     Point(line.to, Known::kHeight, job);
-    const ObsData obs = {present(line.length), kAbsentAngle, present(line.difference),
+    const ObsData obs = {Present(line.length), kAbsentAngle, Present(line.difference),
                          kAbsentAngle};
     Outcome added = job.store.AddObs(from, NameFor(line.to), obs);
     for (Finding& finding : added.findings) {
@@ -126,6 +129,32 @@ void JobWriter::WriteHeights(const std::vector<HeightLine>& lines, ImportedJob& 
     }
   }
   SayControl(job, Known::kHeight);
+}
+
+bool JobWriter::JoinHeights(const std::vector<HeightLine>& lines, ImportedJob& job) {
+  constexpr double kSame = 0.001;  // metres
+  std::vector<std::pair<std::int32_t, ObsData>> joined;
+  for (const HeightLine& line : lines) {
+    const auto from = m_indices.find(line.from.Number());
+    if (from == m_indices.end()) return false;
+    const ObsData* obs = std::as_const(job.store).FindObs(from->second, NameFor(line.to));
+    if (obs == nullptr || std::fabs(obs->distance - line.length) > kSame) return false;
+    joined.emplace_back(from->second, *obs);
+    joined.back().second.heightDiff = Present(line.difference);
+  }
+  for (std::size_t i = 0; i < lines.size(); ++i) {
+    Outcome set = job.store.SetObs(joined[i].first, NameFor(lines[i].to), joined[i].second);
+    for (Finding& finding : set.findings) m_findings.push_back(std::move(finding));
+  }
+  for (const auto& [name, place] : m_places) {
+    const auto index = m_indices.find(name.Number());
+    if (!place.isHeightKnown || index == m_indices.end()) continue;
+    PointData point = *job.store.FindPoint(index->second);
+    point.type += kHeightControl;
+    Outcome set = job.store.SetPoint(index->second, point);
+    for (Finding& finding : set.findings) m_findings.push_back(std::move(finding));
+  }
+  return true;
 }
 
 void JobWriter::WritePoints(ImportedJob& job) {

@@ -18,6 +18,7 @@ namespace brenu {
 struct KnownPlace {
   std::optional<double> x, y, h;
   bool isPlaneKnown = false, isHeightKnown = false;  // control; else approximate
+  bool isKept = false;    // of a network file, which lists the points of its job
   bool isListed = false;  // in a file of control, which may hold more points than the survey
 };
 using KnownPlaces = std::map<NameNo, KnownPlace>;
@@ -32,13 +33,17 @@ struct ImportedJob {
 // were sighted.  Other points are left out.
 class JobWriter {
  public:
-  JobWriter(const PointNames& names, const KnownPlaces& places, Findings& findings)
-      : m_names(names), m_places(places), m_findings(findings) {}
+  JobWriter(const SurveyReduction& survey, const PointNames& names, const KnownPlaces& places,
+            Findings& findings)
+      : m_survey(survey), m_names(names), m_places(places), m_findings(findings) {}
 
   // Directions, distances and azimuths; control is of type 10.
-  void WritePlane(const SurveyReduction& survey, ImportedJob& job);
+  void WritePlane(ImportedJob& job);
   // Height differences; control is of type 01.
   void WriteHeights(const std::vector<HeightLine>& lines, ImportedJob& job);
+  // Height differences into a job of the plane, when all of them are beside a distance that is the
+  // length of their line; false otherwise.
+  bool JoinHeights(const std::vector<HeightLine>& lines, ImportedJob& job);
   // All points, of what is a list of them.
   void WritePoints(ImportedJob& job);
 
@@ -52,6 +57,7 @@ class JobWriter {
   // As a job can keep it: without commas and control characters, not too long.
   const std::string& NameFor(NameNo name);
 
+  const SurveyReduction& m_survey;
   const PointNames& m_names;
   const KnownPlaces& m_places;
   Findings& m_findings;

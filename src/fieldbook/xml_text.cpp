@@ -52,6 +52,7 @@ std::vector<std::ptrdiff_t> LineEndsOf(std::string_view text) {
 }  // namespace
 
 XmlText::XmlText(std::string_view text, BookBuilder& book) : m_lineEnds(LineEndsOf(text)) {
+  m_lastLine = static_cast<std::int32_t>(m_lineEnds.size()) + (text.ends_with('\n') ? 0 : 1);
   constexpr std::string_view kInFront(" \t\r\n\0\x02", 6);
   const bool isWide = CharactersOf(text) == Characters::kBig16;
   const std::size_t start = isWide ? 0 : std::min(text.find_first_not_of(kInFront), text.size());

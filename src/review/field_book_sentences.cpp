@@ -42,7 +42,7 @@ constexpr SentenceEntry kSentences[] = {
     {BRENU_BLOCKS_MISSING, "blocks-missing",
      "{v1} running numbers are missing from here on; these blocks were deleted on the instrument"},
     {BRENU_RECORD_IS_RESULT, "record-is-result", "{1} is computed from other records and not used"},
-    {BRENU_CANNOT_BE_KEPT, "cannot-be-kept", "{1} cannot be kept in a job and is left out"},
+    {BRENU_CANNOT_BE_KEPT, "cannot-be-kept", "{1} cannot be kept and is left out"},
     {BRENU_SIGHT_WITHOUT_SETUP, "sight-without-setup",
      "the sight to {1} stands under no station and is left out; add the station"},
     {BRENU_SIGHT_OF_STATION, "sight-of-station",
