@@ -57,7 +57,7 @@ double ProjectedDistance(double horizontal, const ReductionOptions& options, con
     const PlaneReduction& plane = *options.plane;
     double projected = distance * plane.scale;
     if (plane.easting != 0.0) {
-      projected += GridDistanceCorrection(plane.easting, plane.easting, plane.radius, distance);
+      projected += GridDistanceCorrection(plane.easting, plane.easting, distance, plane.radius);
     }
     log.Add(Step::kProjection, distance, projected);
     distance = projected;

@@ -20,7 +20,7 @@ constexpr double kRatioWithSpread = 2e-6;
 }  // namespace
 
 void Spread::Sum::Add(const std::vector<Deviation>& added, double withFreedom, double ofSets) {
-  if (withFreedom <= 0.0) return;
+  if (added.empty() || withFreedom <= 0.0) return;
   for (const Deviation& deviation : added) {
     squares += deviation.value * deviation.value;
     deviations.push_back(deviation);
@@ -76,9 +76,12 @@ Findings Spread::Outliers(const PointNames& names) const {
   constexpr double kFactor = 3.0;
   Findings found;
   const auto test = [&](const Sum& sum, double small, double unit, Code code) {
-    const double limit = std::max(kFactor * sum.Error().value_or(0.0), small);
+    const double redundancy = sum.freedom / static_cast<double>(sum.deviations.size());
     for (const Deviation& d : sum.deviations) {
-      if (std::fabs(d.value) <= limit) continue;
+      // Without what the deviation itself adds, v^2 / r of the redundancy number r.
+      const double others = std::max(sum.squares - d.value * d.value / redundancy, 0.0);
+      const double error = std::sqrt(others / std::max(sum.freedom - 1.0, 1.0) * redundancy);
+      if (std::fabs(d.value) <= std::max(kFactor * error, small)) continue;
       found.push_back({code,
                        Severity::kWarning,
                        d.line,
