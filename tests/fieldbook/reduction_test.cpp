@@ -58,13 +58,13 @@ TEST(Reduction, StepsThatAreAskedFor) {
   EXPECT_NEAR(DistanceWith(steps), (1000.0 + 0.026724893) * 0.8660254038, 1e-6);
 }
 
-// 1000 cos 60 + 1.5 - 1.7; weight by (1000 m 5" )^2 + 2 mm^2 in km for 1 mm: 587.6 + 2 km.
+// 1000 cos 60 + 1.5 - 1.7; weight by (1000 m 5" )^2 + 2 mm^2 in km for 1 mm: 587.61 + 2 km.
 TEST(Reduction, TrigonometricHeights) {
   ImportOptions options;
   options.reduction.trigonometricHeights = true;
   const Imported job = Import({kSight}, options);
   EXPECT_THAT(job.heights, HasSubstr(",499.800000,"));
-  EXPECT_THAT(job.heights, HasSubstr("A,B,,589607."));
+  EXPECT_THAT(job.heights, HasSubstr("A,B,,589610."));
   EXPECT_THAT(job.findings, HasSubstr("heights-apart"));
   const std::string without =
       "110001+0000000A 84..10+00100000 85..10+00200000\n"
