@@ -115,6 +115,7 @@ CLI::App& AddImport(CLI::App& app, FieldImportOptions& options) {
       .add_option("--station-codes", options.import.reading.stationCodes,
                   "codes (word 41 of GSI) that begin a setup (2,21)")
       ->delimiter(',')
+      ->allow_extra_args(false)
       ->type_name("CODES");
   AddSteps(command, options.import.reduction);
   AddCorrections(command, options.import.reduction);

@@ -114,7 +114,7 @@ void AppendSpread(std::string& out, const SurveyReduction& survey) {
 
 // "5, 7-9" of ascending numbers; of many ranges the first ones.
 std::string Ranges(std::vector<std::int32_t> lines) {
-  constexpr int kMost = 20;
+  constexpr int kMost = 100;
   std::sort(lines.begin(), lines.end());
   lines.erase(std::unique(lines.begin(), lines.end()), lines.end());
   std::string text;
@@ -134,14 +134,16 @@ std::string Ranges(std::vector<std::int32_t> lines) {
 
 std::string BookSummary(const ImportedBook& imported, const PointNames& names) {
   const FieldBook& book = imported.book;
-  std::array<int, std::size(kRoles)> counts{};
-  for (const LineNote& note : book.notes) ++counts[static_cast<std::size_t>(note.role)];
+  std::array<std::vector<std::int32_t>, std::size(kRoles)> lines;
+  for (const LineNote& note : book.notes) {
+    lines[static_cast<std::size_t>(note.role)].push_back(note.line);
+  }
   std::string text = Printable(imported.name) + ": " + NameOf(book.format) + ", " +
                      std::to_string(book.lineCount) + " lines";
   std::string separator = "; ";
-  for (std::size_t role = 0; role < counts.size(); ++role) {
-    if (counts[role] == 0) continue;
-    text += separator + kRoles[role] + ' ' + std::to_string(counts[role]);
+  for (std::size_t role = 0; role < lines.size(); ++role) {
+    if (lines[role].empty()) continue;
+    text += separator + kRoles[role] + ' ' + std::to_string(lines[role].size());
     separator = ", ";
   }
   text += '\n';
@@ -149,6 +151,12 @@ std::string BookSummary(const ImportedBook& imported, const PointNames& names) {
     if (setup.sights.empty()) continue;
     text += "  " + Printable(names[setup.station]) + ": " + std::to_string(setup.sights.size()) +
             " sights\n";
+  }
+  for (const LineRole role : {LineRole::kOrientation, LineRole::kResult, LineRole::kCode,
+                              LineRole::kNote, LineRole::kTransfer, LineRole::kLeftOut}) {
+    const auto& those = lines[static_cast<std::size_t>(role)];
+    if (those.empty()) continue;
+    text += std::string("  not used, ") + RoleText(role) + ": lines " + Ranges(those) + '\n';
   }
   return text;
 }
