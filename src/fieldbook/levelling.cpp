@@ -64,12 +64,30 @@ class LineWalk {
   // A setup begins where the last one ended.  If it begins where one on the way began, that was
   // measured again; otherwise the line breaks off.
   void Connect(const LevelSetup& setup) {
-    if (m_legs.empty() || m_legs.back().fore == setup.back.point) return;
+    const NameNo back = setup.back.point;
+    if (m_legs.empty()) {
+      const bool isInside = !back.IsNone() && !IsNamed(back) && !m_finished.empty();
+      if (isInside && Holds(m_finished, back)) ReopenLine();
+    }
+    if (m_legs.empty() || m_legs.back().fore == back) return;
+    if (!Holds(m_legs, back)) return BreakOff(m_legs.back().fore);
     const auto again = std::find_if(m_legs.begin(), m_legs.end(),
-                                    [&](const Leg& leg) { return leg.back == setup.back.point; });
-    if (again == m_legs.end()) return BreakOff(m_legs.back().fore);
-    Tell(BRENU_LEVEL_SETUP_REPEATED, Severity::kWarning, again->line, {m_names[setup.back.point]});
+                                    [&](const Leg& leg) { return leg.back == back; });
+    Tell(BRENU_LEVEL_SETUP_REPEATED, Severity::kWarning, again->line, {m_names[back]});
     m_legs.erase(again, m_legs.end());
+  }
+
+  static bool Holds(const std::vector<Leg>& legs, NameNo back) {
+    return std::any_of(legs.begin(), legs.end(), [&](const Leg& leg) { return leg.back == back; });
+  }
+
+  // The last line, a setup of which is measured again.
+  void ReopenLine() {
+    m_legs.swap(m_finished);
+    m_finished.clear();
+    if (m_finishedLine < m_lines.size()) {
+      m_lines.erase(m_lines.begin() + static_cast<std::ptrdiff_t>(m_finishedLine));
+    }
   }
 
   void BreakOff(NameNo last) {
@@ -79,9 +97,12 @@ class LineWalk {
   }
 
   void EndAt(NameNo point) {
-    std::vector<Leg> legs;
+    std::vector<Leg>& legs = m_finished;
+    legs.clear();
     legs.swap(m_legs);
+    const std::size_t before = m_lines.size();
     EnterLine(legs, point);
+    m_finishedLine = m_lines.size() > before ? before : kNoLine;
     double balance = 0.0;
     for (const Leg& leg : legs) balance += leg.balance;
     if (std::fabs(balance) <= kUnbalanced * static_cast<double>(legs.size())) return;
@@ -140,6 +161,7 @@ class LineWalk {
               setup.back.reading - setup.fore->reading);
   }
 
+  static constexpr std::size_t kNoLine = static_cast<std::size_t>(-1);
   static constexpr double kUnbalanced = 2.0;      // metres a setup
   static constexpr double kLengthAssumed = 50.0;  // of a setup whose distances are not given
 
@@ -148,7 +170,9 @@ class LineWalk {
   Findings& m_findings;
   std::vector<HeightLine>& m_lines;
   SetLog m_log;
-  std::vector<Leg> m_legs;  // since the last named point
+  std::vector<Leg> m_legs;      // since the last named point
+  std::vector<Leg> m_finished;  // those of the last line
+  std::size_t m_finishedLine = kNoLine;
 };
 
 // Where lines begin and end, those of intermediate sights included.

@@ -123,6 +123,13 @@ TEST(Gsi, LevelLines) {
                                  Reading("0000000X", "332", "+00110000") + on + there + on});
   EXPECT_EQ(again.observations, "G,F,,40.000000,0.600000,\n");
   EXPECT_EQ(again.findings, "level-setup-incomplete@8 1");
+  // The last setup again, to another height: 1.4 - 1.3.
+  const Imported last =
+      Import({there + on + Reading("00000001", "331", "+00140000") +
+              Reading("0000000F", "332", "+00130000") + Reading("0000000F", "336", "+00130000") +
+              Reading("00000001", "335", "+00140000")});
+  EXPECT_EQ(last.observations, "G,F,,80.000000,0.400000,\n");
+  EXPECT_EQ(last.findings, "level-setup-repeated@8 1");
   const Imported twice = Import({there + there + on});
   EXPECT_EQ(
       twice.observations,
