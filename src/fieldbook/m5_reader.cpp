@@ -99,14 +99,15 @@ void M5Reader::ReadText(const M5Line& line) {
     ReadLayout(line);
     return m_book.Became(LineRole::kHeader);
   }
-  TakeHeights(line);
-  if (words == "KN STAT" || words == "UN STAT") return BeginStationing(words == "KN STAT");
+  const bool hasHeights = TakeHeights(line);
+  const bool isKnown = words.starts_with("KN STAT");
+  if (isKnown || words.starts_with("UN STAT")) return BeginStationing(isKnown);
   if (line.Find("Om") != nullptr) {
     m_orientation = AngleOf(line, "Om").value_or(0.0);
     return m_book.Became(LineRole::kOrientation);
   }
-  if (words == "POLAR") EndStationing();
-  m_book.Became(TakeHeights(line) ? LineRole::kHeights : LineRole::kNote);
+  if (words.starts_with("POLAR")) EndStationing();
+  m_book.Became(hasHeights ? LineRole::kHeights : LineRole::kNote);
 }
 
 // Other columns of the information: two numbers, first and last or first and width.
