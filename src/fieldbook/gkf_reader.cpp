@@ -1,5 +1,6 @@
 #include <cmath>
 #include <string>
+#include <unordered_map>
 #include <utility>
 #include <vector>
 
@@ -52,15 +53,28 @@ struct Cluster {
   std::string station;
   std::int32_t line = 0;
   std::vector<Entry> entries;
+  std::unordered_map<std::string, std::size_t> last;  // sight of a target
 
-  // The first sight of the target that lacks such a value.
-  BookSight& Lacking(std::string_view to, Kind kind, std::int32_t at) {
-    for (Entry& entry : entries) {
-      if (entry.target == to && !PartOf(entry.sight, kind)) return entry.sight;
-    }
-    entries.push_back({std::string(to), {}});
+  // The last sight of the target if it lacks such a value, else a new one.
+  BookSight& Lacking(const std::string& to, Kind kind, std::int32_t at) {
+    const auto [place, isNew] = last.try_emplace(to, entries.size());
+    if (!isNew && !PartOf(entries[place->second].sight, kind)) return entries[place->second].sight;
+    place->second = entries.size();
+    entries.push_back({to, {}});
     entries.back().sight.line = at;
     return entries.back().sight;
+  }
+};
+
+// Those of an obs element, of its own station first.
+struct Clusters {
+  std::vector<Cluster> all;
+  std::unordered_map<std::string, std::size_t> places;
+
+  Cluster& From(const std::string& station, std::int32_t line) {
+    const auto [place, isNew] = places.try_emplace(station, all.size());
+    if (isNew) all.push_back({station, line, {}, {}});
+    return all[place->second];
   }
 };
 
@@ -76,7 +90,7 @@ class GkfReader {
   void ReadObservations(const pugi::xml_node& observations);
   void ReadPoint(const pugi::xml_node& point);
   void ReadCluster(const pugi::xml_node& obs);
-  void ReadValue(const pugi::xml_node& value, Kind kind, std::vector<Cluster>& clusters);
+  void ReadValue(const pugi::xml_node& value, Kind kind, Clusters& clusters);
   void ReadHeights(const pugi::xml_node& heights);
   void ReadHeight(const pugi::xml_node& dh, std::optional<double> stdev);
   void EnterCoordinates(const pugi::xml_node& point, BookPointKind kind, bool plane, bool height);
@@ -189,8 +203,8 @@ void GkfReader::EnterCoordinates(const pugi::xml_node& point, BookPointKind kind
 
 void GkfReader::ReadCluster(const pugi::xml_node& obs) {
   Start(obs);
-  std::vector<Cluster> clusters;
-  clusters.push_back({std::string(AttributeOf(obs, "from")), m_book.Line(), {}});
+  Clusters clusters;
+  clusters.From(std::string(AttributeOf(obs, "from")), m_book.Line());
   for (const pugi::xml_node& value : obs.children()) {
     if (value.type() != pugi::node_element) continue;
     const std::string_view name = value.name();
@@ -206,7 +220,7 @@ void GkfReader::ReadCluster(const pugi::xml_node& obs) {
       CannotKeep(value, name);
     }
   }
-  for (Cluster& cluster : clusters) {
+  for (Cluster& cluster : clusters.all) {
     m_book.StartLine(cluster.line);
     m_book.BeginSetup(cluster.station);
     for (auto& [target, sight] : cluster.entries) {
@@ -229,18 +243,14 @@ std::optional<double> GkfReader::Value(const pugi::xml_node& node, Kind kind) {
   return angle ? std::optional(PositiveAngle(FullCircle(*angle))) : std::nullopt;
 }
 
-void GkfReader::ReadValue(const pugi::xml_node& value, Kind kind, std::vector<Cluster>& clusters) {
+void GkfReader::ReadValue(const pugi::xml_node& value, Kind kind, Clusters& clusters) {
   Start(value);
-  const std::string_view from = AttributeOf(value, "from");
-  const std::string_view to = AttributeOf(value, "to");
-  std::size_t place = 0;
-  if (!from.empty() && from != clusters.front().station) {
-    while (place < clusters.size() && clusters[place].station != from) ++place;
-    if (place == clusters.size()) clusters.push_back({std::string(from), m_book.Line(), {}});
-  }
+  const std::string_view own = AttributeOf(value, "from");
+  const std::string from = own.empty() ? clusters.all.front().station : std::string(own);
+  const std::string to(AttributeOf(value, "to"));
   const std::optional<double> number = Value(value, kind);
   if (!number) return m_book.Became(LineRole::kLeftOut, BRENU_VALUE_NOT_READ);
-  BookSight& sight = clusters[place].Lacking(to, kind, m_book.Line());
+  BookSight& sight = clusters.From(from, m_book.Line()).Lacking(to, kind, m_book.Line());
   PartOf(sight, kind) = number;
   if (kind != Kind::kSlope && kind != Kind::kZenith) return;
   if (const auto height = Number(value, "from_dh")) sight.instrumentHeight = height;

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <set>
 #include <utility>
 
 #include "fieldbook/book_format.h"
@@ -108,11 +109,12 @@ void FieldImport::Finish(ImportedJob& job, ImportedJob& heights, Findings& findi
   std::vector<HeightLine> lines = m_survey.LevelLines(&m_log);
   if (m_options.reduction.trigonometricHeights) {
     std::vector<HeightLine> trigonometric = m_survey.TrigonometricLines(findings);
+    std::set<std::pair<NameNo, NameNo>> levelled;
+    for (const HeightLine& line : lines) {
+      levelled.insert({{line.from, line.to}, {line.to, line.from}});
+    }
     std::erase_if(trigonometric, [&](const HeightLine& line) {
-      return std::any_of(lines.begin(), lines.end(), [&](const HeightLine& levelled) {
-        return (levelled.from == line.from && levelled.to == line.to) ||
-               (levelled.from == line.to && levelled.to == line.from);
-      });
+      return levelled.contains({line.from, line.to});
     });
     lines.insert(lines.end(), trigonometric.begin(), trigonometric.end());
   }

@@ -47,12 +47,13 @@ class SetMeans {
       : m_station(setup.station), m_notes(notes), m_targets(ByTarget(setup)) {
     for (Pointings& target : m_targets) {
       const std::size_t sets = std::max(target.faces[0].size(), target.faces[1].size());
-      m_setCount = std::max(m_setCount, sets);
       for (std::size_t k = 0; k < sets && (k == 0 || options.averageSets); ++k) {
         const auto sight = [&](std::size_t face) {
           return k < target.faces[face].size() ? target.faces[face][k] : nullptr;
         };
         Place(target, k);
+        m_bySet.resize(std::max(m_bySet.size(), k + 1));
+        m_bySet[k].push_back(&target);
         target.sets.push_back(MeanOfFaces(sight(0), sight(1), options, notes));
       }
     }
@@ -80,28 +81,28 @@ class SetMeans {
   // Onto the circle of the first set: by the mean over the targets of direction minus that of
   // set 1.
   void TurnSets() {
-    for (std::size_t k = 1; k < m_setCount; ++k) {
+    for (std::size_t k = 1; k < m_bySet.size(); ++k) {
       Sum differences;
       std::size_t targets = 0;
       double start = 0.0;
-      for (const Pointings& target : m_targets) {
-        if (k >= target.sets.size() || !target.sets[k].direction) continue;
+      for (const Pointings* target : m_bySet[k]) {
+        if (!target->sets[k].direction) continue;
         ++targets;
-        if (!target.sets[0].direction) continue;
-        const double difference = *target.sets[k].direction - *target.sets[0].direction;
+        if (!target->sets[0].direction) continue;
+        const double difference = *target->sets[k].direction - *target->sets[0].direction;
         if (differences.count == 0.0) start = HalfCircle(difference);
         differences.Add(start + HalfCircle(difference - start));
       }
       const bool isUsed = targets > 1 && differences.count > 0.0;
-      for (Pointings& target : m_targets) {
-        if (k >= target.sets.size() || !target.sets[k].direction) continue;
-        std::optional<double>& direction = target.sets[k].direction;
+      for (Pointings* target : m_bySet[k]) {
+        std::optional<double>& direction = target->sets[k].direction;
+        if (!direction) continue;
         if (!isUsed) {
           direction.reset();
           continue;
         }
         const double turned = FullCircle(*direction - differences.Mean());
-        Place(target, k);
+        Place(*target, k);
         m_notes.log.Add(Step::kSetTurned, *direction, -differences.Mean(), turned);
         direction = turned;
       }
@@ -166,7 +167,7 @@ class SetMeans {
   // Redundancy of n directions in sets with an orientation each and t mean directions.
   void JudgeDirections(const std::vector<TargetMeans>& means) {
     std::vector<Spread::Deviation> deviations;
-    std::vector<bool> hasSet(m_setCount, false);
+    std::vector<bool> hasSet(m_bySet.size(), false);
     double targets = 0.0;
     for (std::size_t i = 0; i < means.size(); ++i) {
       if (means[i].direction.sets < 2.0) continue;
@@ -188,7 +189,7 @@ class SetMeans {
   NameNo m_station;
   ReductionNotes& m_notes;
   std::vector<Pointings> m_targets;
-  std::size_t m_setCount = 0;
+  std::vector<std::vector<Pointings*>> m_bySet;  // the targets of each set
 };
 
 }  // namespace
