@@ -182,8 +182,7 @@ typedef enum brenu_code {
   BRENU_FACES_DIFFER = 552,      /* names: station, target; values: set, collimation, seconds */
   BRENU_ECCENTRIC_WITHOUT_DISTANCE = 554,    /* names: station, target */
   BRENU_HEIGHTS_OF_INSTRUMENT_MISSING = 555, /* names: station, target; values: how many more */
-  BRENU_DISTANCE_OUT_OF_SPREAD =
-      556,                   /* names: station, target; values: set, metres from the mean */
+  BRENU_DISTANCE_OUT_OF_SPREAD = 556,        /* names: station, target; values: set, metres off */
   BRENU_LEVEL_BALANCE = 557, /* names: from, to; values: back minus fore distances, metres */
   /* Into a project. */
   BRENU_CONTROL_CONFLICT = 560, /* names: point; values: metres between the two places */
