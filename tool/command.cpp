@@ -31,11 +31,6 @@ Findings Prepare(AdjustmentContext& context, const FileOptions& options, Progres
   return std::move(read.findings);
 }
 
-void SayText(const FileOptions& options, const std::string& text) {
-  std::fprintf(stderr, "%sbrenu: %s: %s\n", LineStart(), Printable(options.file).c_str(),
-               text.c_str());
-}
-
 constexpr Words kSeverities[] = {{"note: ", "注意："}, {"warning: ", "警告："}, {"", ""}};
 
 }  // namespace
@@ -49,8 +44,13 @@ Language LanguageOfEnvironment() {
   return Language::kEnglish;
 }
 
+void SayText(const FileOptions& options, Severity severity, const std::string& text) {
+  std::fprintf(stderr, "%sbrenu: %s: %s%s\n", LineStart(), Printable(options.file).c_str(),
+               kSeverities[static_cast<int>(severity)].In(options.language), text.c_str());
+}
+
 void SayWords(const FileOptions& options, const Words& sentence) {
-  SayText(options, sentence.In(options.language));
+  SayText(options, Severity::kError, sentence.In(options.language));
 }
 
 // Of many of a kind the first ones tell what is the matter.
@@ -60,16 +60,16 @@ void Say(const FileOptions& options, const Findings& findings) {
   std::map<Code, int> said;
   for (const Finding& finding : findings) {
     if (++said[finding.code] > kMostOfAKind) continue;
-    SayText(options, kSeverities[static_cast<int>(finding.severity)].In(language) +
-                         SentenceOf(finding, language));
+    SayText(options, finding.severity, SentenceOf(finding, language));
   }
   for (const auto& [code, count] : said) {
     if (count <= kMostOfAKind) continue;
     const auto example = std::find_if(findings.begin(), findings.end(),
                                       [code](const Finding& f) { return f.code == code; });
-    SayText(options, Words{"and ", "另有 "}.In(language) + std::to_string(count - kMostOfAKind) +
-                         Words{" more like this: ", " 个同类提示，例如："}.In(language) +
-                         SentenceOf(*example, language));
+    SayText(options, Severity::kError,
+            Words{"and ", "另有 "}.In(language) + std::to_string(count - kMostOfAKind) +
+                Words{" more like this: ", " 个同类提示，例如："}.In(language) +
+                SentenceOf(*example, language));
   }
 }
 

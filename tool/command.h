@@ -36,6 +36,13 @@ struct FileOptions {
   Language language = LanguageOfEnvironment();  // of all that people read
 };
 
+// A file to say something about.
+inline FileOptions About(std::string file) {
+  FileOptions options;
+  options.file = std::move(file);
+  return options;
+}
+
 // What a command does with a file that has been read: appends to the text for the standard output.
 // That is printed whatever the ending.
 // `read` is what reading and checking found, which has been said already.
@@ -49,6 +56,7 @@ ExitStatus RunOnFile(const FileOptions& options, const Work& work);
 // The findings about a file on the standard error, warnings said to be so.
 void Say(const FileOptions& options, const Findings& findings);
 // One sentence about it.
+void SayText(const FileOptions& options, Severity severity, const std::string& text);
 void SayWords(const FileOptions& options, const Words& sentence);
 
 }  // namespace brenu::tool

@@ -10,7 +10,10 @@
 #include "arguments.h"
 #include "check_command.h"
 #include "closures_command.h"
+#include "convert_command.h"
 #include "core/parallel.h"
+#include "import_command.h"
+#include "reduce_command.h"
 #include "review/text.h"
 
 namespace {
@@ -180,6 +183,12 @@ ExitStatus Run(std::vector<std::string> arguments) {
   const CLI::App& adjust = AddAdjust(app, adjustOptions);
   const CLI::App& check = AddCheck(app, checkOptions);
   AddClosures(app, closureOptions);
+  brenu::tool::FieldImportOptions importOptions;
+  brenu::tool::ReduceOptions reduceOptions;
+  const CLI::App& reducing = brenu::tool::AddReduce(app, reduceOptions);
+  brenu::tool::ConvertOptions convertOptions;
+  const CLI::App& converting = brenu::tool::AddConvert(app, convertOptions);
+  const CLI::App& importing = brenu::tool::AddImport(app, importOptions);
   if (HasWrongCommand(app, arguments)) return brenu::tool::kFileOrUsage;
   try {
     std::reverse(arguments.begin(), arguments.end());  // as the parser takes them
@@ -188,6 +197,9 @@ ExitStatus Run(std::vector<std::string> arguments) {
     return app.exit(end) == 0 ? brenu::tool::kDone : brenu::tool::kFileOrUsage;
   }
   if (check.parsed()) return brenu::tool::RunCheck(checkOptions);
+  if (reducing.parsed()) return brenu::tool::RunReduce(reduceOptions);
+  if (converting.parsed()) return brenu::tool::RunConvert(convertOptions);
+  if (importing.parsed()) return brenu::tool::RunImport(importOptions);
   return adjust.parsed() ? brenu::tool::RunAdjust(adjustOptions)
                          : brenu::tool::RunClosures(closureOptions);
 }

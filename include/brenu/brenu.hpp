@@ -107,6 +107,15 @@ class Context {
   brenu_file_kind ReadText(std::string_view text) {
     return Kind(brenu_read_memory(Get(), text.data(), text.size()));
   }
+  // Field books, as brenu_import; heights may be null.
+  void Import(const std::vector<std::string>& paths, const std::string& control = {},
+              Context* heights = nullptr, const brenu_import_options* options = nullptr) {
+    std::string all;
+    for (const std::string& path : paths) all += path + '\n';
+    brenu_import(Get(), heights == nullptr ? nullptr : heights->Get(), all.c_str(),
+                 control.empty() ? nullptr : control.c_str(), options, nullptr);
+    Check();
+  }
   void OpenProject(const std::string& path) {
     OpenBrenuAdjustFile(Get(), path.c_str());
     Check();

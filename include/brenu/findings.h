@@ -140,6 +140,64 @@ typedef enum brenu_code {
   BRENU_GROUP_LEFT_OUT = 434,           /* names: points that hang together; values: as for one */
   BRENU_NO_RELATIVE_ELLIPSE = 435,      /* names: the two points that it was asked for */
 
+  /* ---- Field books: the file ---- */
+  BRENU_FIELD_BOOK_UNKNOWN = 500,
+  BRENU_FIELD_BOOK_COMMA_LIST = 501,  /* records of fields between commas */
+  BRENU_FIELD_BOOK_DAMAGED = 502,     /* XML that breaks off or is none; names: what is wrong */
+  BRENU_FIELD_BOOK_WITHOUT_XML = 503, /* this library was built without a reader of XML */
+  BRENU_FIELD_BOOK_READ = 504,        /* names: file, format; the findings about it follow */
+  BRENU_FIELD_BOOK_SATELLITES = 505,
+  BRENU_NOTHING_IMPORTED = 506,
+  /* Lines; the excerpt is the line or the value. */
+  BRENU_LINE_NOT_OF_FORMAT = 510, /* names: the format */
+  BRENU_LINE_MARKED_FAULTY = 511,
+  BRENU_RECORD_NOT_USED = 512, /* names: its kind */
+  BRENU_WORD_NOT_READ = 513,   /* excerpt: the line from there on */
+  BRENU_WORD_NOT_USED = 514,   /* names: the index of the word */
+  BRENU_VALUE_NOT_READ = 515,  /* names: what it is */
+  BRENU_HEADER_WITHOUT_UNITS = 516,
+  BRENU_BLOCKS_MISSING = 517,   /* values: how many */
+  BRENU_RECORD_IS_RESULT = 518, /* names: its kind */
+  BRENU_CANNOT_BE_KEPT = 519,   /* names: what it is */
+  /* Sights; names: target. */
+  BRENU_SIGHT_WITHOUT_SETUP = 520,
+  BRENU_SIGHT_OF_STATION = 521,
+  BRENU_SIGHT_WITHOUT_TARGET = 522,
+  BRENU_SIGHT_WITHOUT_VALUES = 523,
+  BRENU_SIGHT_IS_MEAN = 524,
+  BRENU_SIGHT_OF_BAD_SET = 525,
+  BRENU_SIGHT_DELETED = 526,
+  BRENU_NOTE_LIKE_SIGHT = 527,
+  BRENU_FREE_STATION_BEHIND_SIGHTS = 528,      /* names: station, the one before */
+  BRENU_STATION_AT_ORIGIN = 529,               /* names: station */
+  BRENU_STATION_COORDINATES_FROM_MEMORY = 530, /* names: station */
+  BRENU_CONSTRAINT_NOT_KEPT = 531,             /* names: point */
+  BRENU_LENGTH_ASSUMED = 532,                  /* names: from, to */
+  /* Levelling. */
+  BRENU_LEVEL_METHOD_NOT_READ = 540, /* names: the method */
+  BRENU_READING_STRUCK_OUT = 541,
+  BRENU_READING_WITHOUT_LINE = 542,
+  BRENU_LEVEL_SETUP_INCOMPLETE = 543,     /* names: back point */
+  BRENU_LEVEL_SETUP_REPEATED = 544,       /* names: back point */
+  BRENU_LEVEL_LINE_BROKEN = 545,          /* names: first point, point where it breaks off */
+  BRENU_LEVEL_LINE_TO_ITSELF = 546,       /* names: point */
+  BRENU_READING_WITHOUT_BACK_SIGHT = 548, /* names: point */
+  BRENU_LEVEL_DISTANCES_MISSING = 549,    /* names: from, to; values: readings without distance */
+  /* Reduction. */
+  BRENU_SETUP_WITHOUT_COMMON_TARGET = 550, /* names: station */
+  BRENU_SET_OUT_OF_SPREAD = 551, /* names: station, target; values: set, seconds from the mean */
+  BRENU_FACES_DIFFER = 552,      /* names: station, target; values: set, collimation, seconds */
+  BRENU_ECCENTRIC_WITHOUT_DISTANCE = 554,    /* names: station, target */
+  BRENU_HEIGHTS_OF_INSTRUMENT_MISSING = 555, /* names: station, target; values: how many more */
+  BRENU_DISTANCE_OUT_OF_SPREAD = 556,        /* names: station, target; values: set, metres off */
+  BRENU_LEVEL_BALANCE = 557, /* names: from, to; values: back minus fore distances, metres */
+  /* Into a project. */
+  BRENU_CONTROL_CONFLICT = 560, /* names: point; values: metres between the two places */
+  BRENU_IMPORT_WITHOUT_CONTROL = 561,
+  BRENU_CONTROL_FIELDS = 562, /* not name,X,Y,H or name,type,X,Y,H */
+  BRENU_NAME_CHANGED = 563,   /* names: as it stands, as it was entered */
+  BRENU_HEIGHTS_APART = 565,
+
   /* The verdict on an adjustment.  Networks by number: 0 heights, 1 plane.  Kinds of observations:
    * 0 directions, 1 distances, 2 azimuths, 3 height differences; their errors are arc-seconds or
    * metres. */

@@ -83,6 +83,45 @@ BRENU_API int32_t brenu_read_memory(AdjustmentContext* context, const char* data
  * units that look wrong, control far from all others...  True when no error is among them. */
 BRENU_API bool brenu_check_data(AdjustmentContext* context);
 
+/* ---- Field books: what instruments write, docs/import.md ---- */
+
+/* Steps from sights to observations, to be added up. */
+typedef enum brenu_import_steps {
+  BRENU_FACE_ONE_ONLY = 1,    /* faces are not averaged: face 1 alone where there is one */
+  BRENU_FIRST_SET_ONLY = 2,   /* nor sets */
+  BRENU_FIRST_SETUP_ONLY = 4, /* nor setups on one station */
+  BRENU_NO_CENTRING = 8,      /* eccentric prisms count as the points themselves */
+  BRENU_TRIG_HEIGHTS = 16,    /* trigonometric height differences, too */
+  BRENU_REFRACTION = 32,      /* curvature of the Earth and refraction */
+  BRENU_ELLIPSOID = 64        /* distances down to the ellipsoid */
+} brenu_import_steps;
+
+typedef struct brenu_import_options { /* 48 bytes: 0 everywhere but in projectionScale is usual */
+  int32_t steps;                      /* sum of brenu_import_steps */
+  int32_t reserved;                   /* 0 */
+  double refraction;                  /* coefficient, usually 0.13 */
+  double constant;                    /* of distances, mm */
+  double scale;                       /* of distances, mm/km */
+  double height;                      /* mean, above the ellipsoid, metres */
+  double projectionScale;             /* into the plane; 1 for none, 0 counts as 1 */
+} brenu_import_options;
+
+/* Reads the field books of a survey into a fresh context: GSI, SDR, M5, JobXML or gama-local XML,
+ * told apart by content; faces and sets are averaged.  Heights beside a plane survey go to the
+ * second context, for the lengths of their lines are no distances of the plane; they are dropped
+ * when it is null.
+ *
+ * paths: of the field books, separated by line feeds.  control: path of known points (lines
+ * name,X,Y,H or name,type,X,Y,H, a file that brenu_read_file reads, or a field book), null for
+ * none.  options: null for the usual ones.  log: path for a text with what each line became and
+ * each step of the reduction, null for none.
+ *
+ * False when a file cannot be read, is no field book, or the log cannot be written; then nothing is
+ * entered.  What is left out or doubtful are findings of a success; those after a finding
+ * BRENU_FIELD_BOOK_READ are about that file. */
+BRENU_API bool brenu_import(AdjustmentContext* context, AdjustmentContext* heights,
+                            const char* paths, const char* control,
+                            const brenu_import_options* options, const char* log);
 /* ---- Computations by either set of rules.  Results are read as those of brenu.h, whose own
  * computations always follow the classic rules ---- */
 

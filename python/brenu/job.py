@@ -97,6 +97,42 @@ class Job:
             return FileKind(self._call(C.brenu_read_memory, source, len(source)))
         return FileKind(self._call(C.brenu_read_file, _path(source, utf8=True)))
 
+    def import_field_books(
+        self,
+        *paths: Path,
+        control: Path | None = None,
+        heights: Job | None = None,
+        log: Path | None = None,
+        face_one_only: bool = False,
+        first_set_only: bool = False,
+        first_setup_only: bool = False,
+        centring: bool = True,
+        trig_heights: bool = False,
+        refraction: float | None = None,
+        constant: float = 0.0,
+        scale: float = 0.0,
+        height: float | None = None,
+        projection_scale: float = 1.0,
+    ) -> list[Finding]:
+        """Reads what instruments write (docs/import.md) into the job, which should be fresh, and
+        heights beside a plane survey into another one.  Returns what was left out or is doubtful.
+
+        control names a file of known points, log one to be written.  Constants are mm, scales
+        mm/km, height is the mean one above the ellipsoid."""
+        steps = [face_one_only, first_set_only, first_setup_only, not centring, trig_heights]
+        steps += [refraction is not None, height is not None]
+        options = layouts.brenu_import_options(
+            sum(1 << bit for bit, step in enumerate(steps) if step), 0, refraction or 0.0,
+            constant, scale, height or 0.0, projection_scale,
+        )  # fmt: skip
+        optional = [None if path is None else _path(path, utf8=True) for path in (control, log)]
+        self._call(
+            C.brenu_import, None if heights is None else heights._context,
+            b"\n".join(_path(path, utf8=True) for path in paths),
+            optional[0], byref(options), optional[1],
+        )  # fmt: skip
+        return self.findings
+
     def open_brenu_adjust_file(self, path: Path) -> None:
         """Reads a project file into the job, which should be fresh."""
         self._call(C.OpenBrenuAdjustFile, _path(path))

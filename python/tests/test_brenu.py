@@ -127,6 +127,25 @@ class Levelling(unittest.TestCase):
                 self.job.open_brenu_adjust_file(path + "\0.old")
 
 
+class FieldBooks(unittest.TestCase):
+    def test_import(self):
+        book = (
+            b"110001+0000000A 84..10+00100000 85..10+00200000 88..10+00001500\n"
+            b"110002+0000000B 21.322+10000000 22.323+06000000 31..00+00100000 87..10+00001500\n"
+        )
+        with tempfile.TemporaryDirectory() as folder, Job() as job, Job() as heights:
+            path = pathlib.Path(folder, "book.gsi")
+            path.write_bytes(book)
+            found = job.import_field_books(path, heights=heights, trig_heights=True, constant=1000)
+            self.assertEqual(found[0].id, "field-book-read")
+            (pair,) = job.observations
+            self.assertAlmostEqual(pair[2].distance, 101 * 3**0.5 / 2)
+            (pair,) = heights.observations
+            self.assertAlmostEqual(pair[2].height_diff, 50.5)
+            with self.assertRaises(brenu.BrenuError):
+                job.import_field_books(folder)
+
+
 class Text(unittest.TestCase):
     def test_names_in_other_encodings(self):
         with Job(encoding="gbk") as job:

@@ -34,6 +34,7 @@ const SentenceEntry* FindSentence(std::int32_t code);
 std::span<const SentenceEntry> SentencesOfReading();
 std::span<const SentenceEntry> SentencesOfData();
 std::span<const SentenceEntry> SentencesOfComputing();
+std::span<const SentenceEntry> SentencesOfFieldBooks();
 std::span<const SentenceEntry> SentencesOfVerdict();
 
 constexpr bool AreAscending(std::span<const SentenceEntry> entries) {
