@@ -14,6 +14,18 @@ macro(brenu_find_cli11)
   endif()
 endmacro()
 
+macro(brenu_find_json)
+  if(CMAKE_CROSSCOMPILING)
+    find_path(JSON_HEADERS nlohmann/json.hpp PATHS /usr/include NO_CMAKE_FIND_ROOT_PATH REQUIRED)
+    file(COPY ${JSON_HEADERS}/nlohmann DESTINATION ${CMAKE_CURRENT_BINARY_DIR}/json)
+    add_library(nlohmann_json::nlohmann_json INTERFACE IMPORTED)
+    set_target_properties(nlohmann_json::nlohmann_json PROPERTIES
+      INTERFACE_INCLUDE_DIRECTORIES ${CMAKE_CURRENT_BINARY_DIR}/json)
+  else()
+    find_package(nlohmann_json REQUIRED)
+  endif()
+endmacro()
+
 macro(brenu_find_gtest)
   if(CMAKE_CROSSCOMPILING)
     find_path(GTEST_SOURCES googlemock/CMakeLists.txt PATHS /usr/src/googletest

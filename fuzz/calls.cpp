@@ -221,7 +221,15 @@ constexpr Call kCalls[] = {
       s.pair = s.in.Raw<brenu_pair>();  // names without end
       brenu_next_observation(s.job, &s.pair);
     },
-    [](Session& s) { brenu_code_id(s.in.Raw<std::int32_t>()); }};
+    [](Session& s) {
+      const auto code = s.in.Raw<std::int32_t>();
+      brenu_code_id(code);
+      // With options that there may be.
+      const brenu_options options = {code % 3, code / 3 % 4, code / 12 % 5 / 4.0, 0, 0};
+      (code % 7 == 0   ? brenu_approximate
+       : code % 7 == 1 ? brenu_compute_closures
+                       : brenu_adjust)(s.job, &options);
+    }};
 
 }  // namespace
 

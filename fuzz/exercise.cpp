@@ -37,6 +37,34 @@ void Report(AdjustmentContext* context, const char* scratch) {
   ExportCloseErrorFile(context, scratch);
 }
 
+void ReadTakenOut(AdjustmentContext* context) {
+  brenu_taken_out out;
+  brenu_observation other;
+  brenu_control_fit fit;
+  const std::int32_t count = brenu_taken_out_count(context);
+  for (std::int32_t i = -1; i <= count; ++i) {
+    if (brenu_get_taken_out(context, i, &out) != (i >= 0 && i < count)) std::abort();
+    brenu_get_alternative(context, i, 0, &other);
+  }
+  brenu_untested_count(context, BRENU_HEIGHTS);
+  brenu_untested_count(context, BRENU_PLANE);
+  for (std::int32_t i = -1; i < EndOfIndices(context); ++i) brenu_get_control_fit(context, i, &fit);
+}
+
+// By the rules of textbooks.
+void ExerciseTextbook(AdjustmentContext* context, const char* scratch) {
+  brenu_options options{};
+  brenu_approximate(context, &options);
+  Report(context, scratch);
+  brenu_compute_closures(context, &options);
+  Report(context, scratch);
+  for (const brenu_test test : {BRENU_NO_TEST, BRENU_W_TEST, BRENU_TAU_TEST}) {
+    options.test = test;
+    brenu_adjust(context, &options);
+    Report(context, scratch);
+  }
+}
+
 // Places what can be placed, on alternating sides.
 void Trilaterate(AdjustmentContext* context) {
   if (!JudgeTrilateration(context)) return;
@@ -99,6 +127,7 @@ void ReadResults(AdjustmentContext* context) {
   brenu_figures figures;
   brenu_get_figures(context, BRENU_HEIGHTS, &figures);
   brenu_get_figures(context, BRENU_PLANE, &figures);
+  ReadTakenOut(context);
   GetAdjParam(context);
   GetCloseErrorMark(context);
   for (std::int32_t i = -1; i <= GetCloseErrorCount(context); ++i) {
@@ -137,6 +166,7 @@ void Exercise(AdjustmentContext* context, const char* scratch) {
   Report(context, scratch);
   DataSnooping(context, type, 0.001, 0.001);
   Report(context, scratch);
+  ExerciseTextbook(context, scratch);
   AdjParam param = GetAdjParam(context);
   param.format = 1;
   SetAdjParam(context, param);
@@ -144,6 +174,9 @@ void Exercise(AdjustmentContext* context, const char* scratch) {
   Report(context, scratch);
   param.format = 3;
   SetAdjParam(context, param);
+  const brenu_options usual{};
+  brenu_adjust(context, &usual);
+  Report(context, scratch);
   Trilaterate(context);
   LeastSquareAdj(context);
   Report(context, scratch);

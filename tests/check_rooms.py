@@ -14,7 +14,7 @@ faults = []
 for path in sorted([*root.glob("src/*/**/*.[ch]*"), *root.glob("tool/**/*.[ch]*")]):
     lines = path.read_text(encoding="utf-8").splitlines()
     name = path.relative_to(root)
-    if len(lines) > LONGEST and name.name != "exports.cpp":
+    if len(lines) > LONGEST:
         faults.append(f"{name}: {len(lines)} lines, more than {LONGEST}")
     room = name.parts[1] if name.parts[0] == "src" else "tool"
     for line in lines:

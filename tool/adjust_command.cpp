@@ -1,35 +1,40 @@
 #include "adjust_command.h"
 
-#include <algorithm>
-
+#include "report/json.h"
+#include "report/make_report.h"
+#include "report/summary.h"
+#include "report/text_report.h"
+#include "report/verdict_text.h"
 #include "report_files.h"
 #include "review/computation.h"
 #include "review/data_check.h"
 #include "review/network_view.h"
 #include "review/rules_check.h"
-#include "tables/point_table.h"
-#include "tables/summary.h"
-#include "tables/taken_out.h"
 #include "tables/traverse_text.h"
 
 namespace brenu::tool {
 
 namespace {
 
-std::string NetworkText(const AdjustmentContext& context, const AdjustOptions& options) {
-  const auto networks = AdjustedNetworks(context);
-  const auto observations = ObservationsOf(context);
-  std::string text = context.rules.AreTextbook() ? "Rules of textbooks\n" : "Classic rules\n";
-  for (const Network network : networks) {
-    text += '\n';
-    text += network == Network::kHeights ? "Levelling network\n" : "Plane network\n";
-    text += Summary(context, network, observations);
+std::string NetworkText(const Report& report, const AdjustOptions& options) {
+  const Language language = options.outputs.language;
+  const auto heading = [&](const Words& words) {
+    return '\n' + std::string(words.In(language)) + '\n';
+  };
+  std::string text = RulesText(report.rules, language) + '\n';
+  if (report.heights) {
+    text += heading({"Levelling network", "高程网"}) + HeightsSummary(report, language);
   }
-  if (options.alpha) text += '\n' + TakenOutText(context, networks, observations);
+  if (report.plane) text += heading({"Plane network", "平面网"}) + PlaneSummary(report, language);
+  if (options.alpha) text += '\n' + TakenOutTable(report, language);
   if (options.summaryOnly) return text;
-  for (const Network network : networks) {
-    text += network == Network::kHeights ? "\nAdjusted heights" : "\nAdjusted coordinates";
-    text += " (* control point)\n" + PointTable(context, network);
+  if (report.heights) {
+    text += heading({"Adjusted heights (* control point)", "平差高程（* 已知点）"}) +
+            HeightsTable(*report.heights, language);
+  }
+  if (report.plane) {
+    text += heading({"Adjusted coordinates (* control point)", "平差坐标（* 已知点）"}) +
+            PlaneTable(*report.plane, language);
   }
   return text;
 }
@@ -56,55 +61,86 @@ bool AreFit(const AdjustmentContext& context, const AdjustOptions& options) {
   return true;
 }
 
+// Whether closure errors are computed for the verdict where no report of them is asked for: their
+// routes may take longer than the adjustment of a large network.
+bool AreQuick(const AdjustmentContext& context) {
+  constexpr std::size_t kMostPoints = 10000;
+  return IsOrdinary(context) && context.store.Points().size() <= kMostPoints;
+}
+
 // Closure errors go first: the adjustment computes its approximate values itself.
-Ending WriteClosures(AdjustmentContext& context, const AdjustOptions& options) {
-  if (options.closureFile.empty()) return {};
-  Ending ending = Ending::Of(ComputeClosures(context), kComputationFailed);
-  if (ending.status != kDone) return ending;
+Ending MakeClosures(AdjustmentContext& context, const AdjustOptions& options) {
+  const bool isReported = !options.closureFile.empty();
+  if (!isReported && !AreQuick(context)) return {};
+  Outcome outcome = ComputeClosures(context);
+  if (!isReported) return {};  // the adjustment will say what is the matter
+  if (!outcome.ok) return Ending::Of(std::move(outcome), kComputationFailed);
   if (context.closeErrors.empty()) {
-    Say(options.file, ending.findings);
+    Say(options.file, outcome.findings);
     Say(options.file, "no closure report is written");
     return {};
   }
   return WriteClosureFile(context, options.closureFile);
 }
 
-// Whether everything was adjusted, and control and observations agree so far.
-bool IsComplete(const Findings& findings) {
-  return std::none_of(findings.begin(), findings.end(), [](const Finding& f) {
-    return f.severity == Severity::kError || f.code == BRENU_POINT_LEFT_OUT ||
-           f.code == BRENU_GROUP_LEFT_OUT || f.code == BRENU_POINTS_UNDETERMINED ||
-           f.code == BRENU_HEIGHTS_LEFT_OUT || f.code == BRENU_CONTROL_DOES_NOT_FIT;
-  });
+// Whatever the rules make of it that is worth a note.
+Findings CompareWithRules(const AdjustmentContext& context) {
+  if (!context.rules.AreTextbook() || IsUnoriented(context)) return {};
+  Findings found = CompareRules(context);
+  for (Finding& finding : CheckLevelSigma(context)) found.push_back(std::move(finding));
+  return found;
 }
 
-Ending Adjust(AdjustmentContext& context, const AdjustOptions& options, Progress& progress,
-              std::string& text) {
+void Append(Findings& all, Findings more) {
+  for (Finding& finding : more) all.push_back(std::move(finding));
+}
+
+std::string ResultText(const AdjustmentContext& context, const Report& report,
+                       const AdjustOptions& options) {
+  if (IsUnoriented(context)) return TraverseText(context, options);
+  return VerdictText(report.verdict, options.outputs.language) + '\n' +
+         NetworkText(report, options);
+}
+
+// The outputs of a computation, failed or not.
+Ending Present(const AdjustmentContext& context, const Report& report, const AdjustOptions& options,
+               bool isComputed, std::string& text) {
+  if (options.outputs.json == "-") {
+    text = Json(report);
+  } else if (isComputed) {
+    text = ResultText(context, report, options);
+  }
+  Ending written = WriteOutputs(report, options.outputs);
+  if (written.status != kDone || !isComputed || options.resultFile.empty()) return written;
+  return WriteResultFile(context, options.resultFile);
+}
+
+Ending Adjust(AdjustmentContext& context, const Findings& read, const AdjustOptions& options,
+              Progress& progress, std::string& text) {
   context.rules = options.rules;
   if (!AreFit(context, options)) return {kFileOrUsage, {}};
   if (Findings found = CheckWeights(context); !found.empty()) {
     return {kFileOrUsage, std::move(found)};
   }
   progress.Enter("computing closure errors");
-  Ending ending = WriteClosures(context, options);
+  Ending ending = MakeClosures(context, options);
   if (ending.status != kDone) return ending;
   progress.Enter(options.alpha ? "adjusting with data snooping" : "adjusting");
   Outcome computed =
       Compute(context, options.alpha, [&](int round) { progress.EnterRound(round); });
-  if (!computed.ok) return Ending::Of(std::move(computed), kComputationFailed);
-  ending = {IsComplete(computed.findings) ? kDone : kComputationFailed,
-            std::move(computed.findings)};
-  if (context.rules.AreTextbook() && !IsUnoriented(context)) {
+  ending = {kDone, std::move(computed.findings)};
+  if (computed.ok) {
     progress.Enter("comparing with the classic rules");
-    for (Findings found : {CompareRules(context), CheckLevelSigma(context)}) {
-      ending.findings.insert(ending.findings.end(), found.begin(), found.end());
-    }
+    Append(ending.findings, CompareWithRules(context));
   }
   progress.Enter("making the tables");
-  text = IsUnoriented(context) ? TraverseText(context, options) : NetworkText(context, options);
-  if (options.resultFile.empty()) return ending;
-  progress.Enter("writing the result report");
-  Ending written = WriteResultFile(context, options.resultFile);
+  Findings all = read;
+  Append(all, ending.findings);
+  const Report report = MakeReport(context, options.file, std::move(all));
+  const bool mayGoOn = computed.ok && (report.verdict.passed || options.noVerdict);
+  if (!mayGoOn) ending.status = kComputationFailed;
+  progress.Enter("writing the reports");
+  Ending written = Present(context, report, options, computed.ok, text);
   if (written.status == kDone) return ending;
   Say(options.file, ending.findings);
   return written;
@@ -113,10 +149,12 @@ Ending Adjust(AdjustmentContext& context, const AdjustOptions& options, Progress
 }  // namespace
 
 ExitStatus RunAdjust(const AdjustOptions& options) {
-  if (!AreDistinct({options.file, options.resultFile, options.closureFile})) return kFileOrUsage;
-  return RunOnFile(options, [&](AdjustmentContext& context, Progress& progress, std::string& text) {
-    return Adjust(context, options, progress, text);
-  });
+  std::vector<std::string> files = options.outputs.Files();
+  files.insert(files.begin(), {options.file, options.resultFile, options.closureFile});
+  if (!AreDistinct(files)) return kFileOrUsage;
+  return RunOnFile(
+      options, [&](AdjustmentContext& context, const Findings& read, Progress& progress,
+                   std::string& text) { return Adjust(context, read, options, progress, text); });
 }
 
 }  // namespace brenu::tool

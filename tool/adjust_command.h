@@ -4,13 +4,16 @@
 #include <string>
 
 #include "command.h"
+#include "outputs.h"
 
 namespace brenu::tool {
 
 struct AdjustOptions : FileOptions {
   std::string resultFile, closureFile;  // where the reports go; empty for none
-  std::optional<double> alpha;          // for data snooping: its level of significance, in (0, 1)
-  bool summaryOnly = false;             // no tables of points
+  OutputOptions outputs;
+  std::optional<double> alpha;  // for data snooping: its level of significance, in (0, 1)
+  bool summaryOnly = false;     // no tables of points
+  bool noVerdict = false;       // a network that does not pass is no failure
   Rules rules{RuleSet::kTextbook};
 };
 

@@ -33,7 +33,8 @@ Ending Check(AdjustmentContext& context, const ClosureOptions& options, std::str
 }  // namespace
 
 ExitStatus RunClosures(const ClosureOptions& options) {
-  return RunOnFile(options, [&](AdjustmentContext& context, Progress& progress, std::string& text) {
+  return RunOnFile(options, [&](AdjustmentContext& context, const Findings&, Progress& progress,
+                                std::string& text) {
     progress.Enter("computing closure errors");
     return Check(context, options, text);
   });

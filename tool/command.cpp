@@ -65,7 +65,7 @@ ExitStatus RunOnFile(const FileOptions& options, const Work& work) {
     return kFileOrUsage;
   }
   std::string text;
-  const Ending ending = work(context, progress, text);
+  const Ending ending = work(context, found, progress, text);
   progress.Stop();
   const bool printed = Print(text);
   Say(options.file, ending.findings);

@@ -33,8 +33,9 @@ struct FileOptions {
 
 // What a command does with a file that has been read: appends to the text for the standard output.
 // That is printed whatever the ending.
-using Work =
-    std::function<Ending(AdjustmentContext& context, Progress& progress, std::string& text)>;
+// `read` is what reading and checking found, which has been said already.
+using Work = std::function<Ending(AdjustmentContext& context, const Findings& read,
+                                  Progress& progress, std::string& text)>;
 
 // Reads the file into a fresh context, checks the data and does the work; findings go to the
 // standard error, one sentence each.

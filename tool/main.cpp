@@ -8,6 +8,7 @@
 
 #include "adjust_command.h"
 #include "arguments.h"
+#include "check_command.h"
 #include "closures_command.h"
 #include "core/parallel.h"
 #include "review/text.h"
@@ -15,12 +16,13 @@
 namespace {
 
 using brenu::tool::AdjustOptions;
+using brenu::tool::CheckOptions;
 using brenu::tool::ClosureOptions;
 using brenu::tool::ExitStatus;
 
 const char* const kStatusHelp =
-    "Exit status: 0 done, 1 the network cannot be computed or a closure error is beyond its limit, "
-    "2 a file or the command line is at fault.";
+    "Exit status: 0 done, 1 the network or a part of it cannot be computed or a closure error is "
+    "beyond its limit, 2 a file or the command line is at fault.";
 
 const char* const kUnitsHelp =
     "Lengths are metres, angles dd.mmss (30.15205 is 30 degrees 15' 20.5\").  MO is in "
@@ -35,6 +37,32 @@ void AddFile(CLI::App& command, brenu::tool::FileOptions& options) {
       ->required();
   command.add_flag("--strict", options.strict,
                    "treat a doubt about a value of the file as an error");
+}
+
+void AddOutputs(CLI::App& command, brenu::tool::OutputOptions& outputs) {
+  const auto add = [&](const char* name, std::string& path, const char* help) {
+    command.add_option(name, path, help)->type_name("OUT");
+  };
+  outputs.language = brenu::tool::LanguageOfEnvironment();
+  add("--html", outputs.html, "write the report page to this file");
+  add("--json", outputs.json,
+      "write the report for programs to this file, or with - to the standard output in place of "
+      "the tables");
+  add("--report", outputs.text, "write the report as text (UTF-8) to this file");
+  add("--svg", outputs.svg, "write the sketch as a picture to this file");
+  add("--dxf", outputs.dxf, "write the sketch as a drawing to this file");
+  command.add_option("--csv", outputs.csvFolder, "write the tables of the report to this folder")
+      ->type_name("DIR");
+  command
+      .add_option_function<std::string>(
+          "--lang",
+          [&outputs](const std::string& language) {
+            outputs.language =
+                language == "zh" ? brenu::Language::kChinese : brenu::Language::kEnglish;
+          },
+          "language of verdict, page and text report: en or zh (that of the environment)")
+      ->check(CLI::IsMember({"en", "zh"}))
+      ->type_name("LANG");
 }
 
 void AddRules(CLI::App& command, brenu::Rules& rules) {
@@ -58,8 +86,8 @@ CLI::App& AddAdjust(CLI::App& app, AdjustOptions& options) {
       "adjust",
       "Adjusts the network of a file and prints a summary and the adjusted points with their "
       "precision.  By its format: 0 directions, distances, azimuths and height differences; 1 "
-      "traverses without orientation; 3 distances only, the points being placed by trilateration "
-      "first.");
+      "traverses without orientation; 3 distances only.  Points that the observations do not "
+      "determine are left out by name.");
   AddFile(adjust, options);
   adjust
       .add_option("--result", options.resultFile,
@@ -75,6 +103,9 @@ CLI::App& AddAdjust(CLI::App& app, AdjustOptions& options) {
                   "0 and 1, such as 0.001, and list them (format 0)")
       ->type_name("ALPHA");
   adjust.add_flag("--summary", options.summaryOnly, "print no tables of points");
+  AddOutputs(adjust, options.outputs);
+  adjust.add_flag("--no-verdict", options.noVerdict,
+                  "end with status 0 where the network is adjusted, passed or not");
   AddRules(adjust, options.rules);
   AddThreads(adjust);
   adjust
@@ -107,6 +138,17 @@ void AddClosures(CLI::App& app, ClosureOptions& options) {
   closures.footer(std::string(kUnitsHelp) + kStatusHelp);
 }
 
+CLI::App& AddCheck(CLI::App& app, CheckOptions& options) {
+  CLI::App& check = *app.add_subcommand(
+      "check",
+      "Says what can be said before an adjustment: doubts about the file, the type of the network, "
+      "what is not determined, differences of what was observed in both ways, observed minus "
+      "computed from approximate values by size, closures beyond their limits.");
+  AddFile(check, options);
+  check.footer(std::string(kUnitsHelp) + kStatusHelp);
+  return check;
+}
+
 // A word in the place of the command that is none; says so.
 bool HasWrongCommand(const CLI::App& app, const std::vector<std::string>& arguments) {
   if (arguments.empty() || arguments.front().starts_with('-')) return false;
@@ -128,7 +170,9 @@ ExitStatus Run(std::vector<std::string> arguments) {
   app.footer(kStatusHelp);
   AdjustOptions adjustOptions;
   ClosureOptions closureOptions;
+  CheckOptions checkOptions;
   const CLI::App& adjust = AddAdjust(app, adjustOptions);
+  const CLI::App& check = AddCheck(app, checkOptions);
   AddClosures(app, closureOptions);
   if (HasWrongCommand(app, arguments)) return brenu::tool::kFileOrUsage;
   try {
@@ -137,6 +181,7 @@ ExitStatus Run(std::vector<std::string> arguments) {
   } catch (const CLI::ParseError& end) {  // also how help and version come out
     return app.exit(end) == 0 ? brenu::tool::kDone : brenu::tool::kFileOrUsage;
   }
+  if (check.parsed()) return brenu::tool::RunCheck(checkOptions);
   return adjust.parsed() ? brenu::tool::RunAdjust(adjustOptions)
                          : brenu::tool::RunClosures(closureOptions);
 }

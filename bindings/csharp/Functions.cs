@@ -2,16 +2,22 @@
 // of functions and records are the same.
 //
 // Text crosses the interface as narrow strings: in the code page of the system on Windows, in UTF-8
-// elsewhere.  The library is brenu.dll or libbrenu.so, beside the program or where the system looks.
+// elsewhere.  The library is brenu.dll or libbrenu.so, beside the program or where the system looks;
+// with BRENU_SURVEY defined it is brenu-survey.dll or libbrenu-survey.so, and the functions of survey.h
+// are declared, too.
 using System;
 using System.Runtime.InteropServices;
 
 namespace Brenu
 {
 
-public static class Native
+public static partial class Native
 {
+#if BRENU_SURVEY
+    private const string Library = "brenu-survey";
+#else
     private const string Library = "brenu";
+#endif
 
     // ---- Life of a context, parameters ----
 

@@ -1,5 +1,6 @@
 // Adjusts a project file, lists the points with their error ellipses and writes the report.
-// Compile it together with bindings/csharp/*.cs.
+// Compile it together with bindings/csharp/*.cs; with BRENU_SURVEY defined it adjusts by the rules of
+// textbooks.
 using System;
 using Brenu;
 
@@ -23,12 +24,22 @@ public static class Job
         return line;
     }
 
+    private static bool Adjust(IntPtr job)
+    {
+#if BRENU_SURVEY
+        var usual = new brenu_options();
+        return Native.brenu_adjust(job, ref usual);
+#else
+        return Native.LeastSquareAdj(job);
+#endif
+    }
+
     // What is wrong; null when the job is done.
     private static string Run(IntPtr job, string[] args)
     {
         if (args.Length != 2) return "usage: job PROJECT-FILE REPORT";
         if (!Native.OpenBrenuAdjustFile(job, args[0])) return "the project file cannot be read";
-        if (!Native.LeastSquareAdj(job)) return "the network cannot be adjusted";
+        if (!Adjust(job)) return "the network cannot be adjusted";
         if (!Native.ExportResultFile(job, args[1])) return "the report cannot be written";
         int count = (int)Native.GetPointCount(job);
         for (int i = 0; i < count; ++i) Console.WriteLine(PointLine(job, i));

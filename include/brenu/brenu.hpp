@@ -3,9 +3,10 @@
 // brenu-survey.
 //
 // Everything is inline and thin: a method is the function of the same name in brenu.h or survey.h,
-// whose comment there says what it does, with what units and when it fails.  What fails throws
-// brenu::Error, which says why; what cannot be had is an empty optional.  The reductions need no
-// wrapper: call them from brenu.h.
+// whose comment there says what it does, with what units and when it fails.  Computations follow
+// the rules of textbooks, unless the context is made for the classic ones, those of brenu.h.  What
+// fails throws brenu::Error, which says why; what cannot be had is an empty optional.  The
+// reductions need no wrapper: call them from brenu.h.
 #ifndef BRENU_BRENU_HPP_
 #define BRENU_BRENU_HPP_
 
@@ -22,6 +23,7 @@
 
 #include "brenu/error.hpp"
 #include "brenu/survey.h"
+#include "brenu/taken_out.hpp"
 #include "brenu/walk.hpp"
 
 namespace brenu {
@@ -80,12 +82,16 @@ struct PlacementChoice {
 // One job.  Can be moved, not copied.
 class Context {
  public:
-  Context() : m_context(StartAdjustment()) {
+  explicit Context(brenu_rules rules = BRENU_TEXTBOOK) : m_context(StartAdjustment()) {
+    m_options.rules = rules;
     if (m_context == nullptr) throw std::bad_alloc();
   }
   // For calling brenu.h directly.
   AdjustmentContext* Get() const { return m_context.get(); }
 
+  // How Approximate, Adjust, Snoop and ComputeClosures go; the test is for Snoop alone.
+  const brenu_options& Options() const { return m_options; }
+  void SetOptions(const brenu_options& options) { m_options = options; }
   AdjParam Param() const { return GetAdjParam(Get()); }
   void SetParam(const AdjParam& param) { SetAdjParam(Get(), param); }
 
@@ -183,31 +189,58 @@ class Context {
   // ---- Computations ----
   std::int32_t NetworkType() { return GetNetType(Get()); }
   void Approximate() {
-    ApproxCalc(Get());
+    brenu_approximate(Get(), &m_options);
     Check();
   }
+  // Throws when one of two networks fails, too; the results of the other one are there.
   void Adjust() {
-    LeastSquareAdj(Get());
+    if (m_options.rules == BRENU_CLASSIC) {
+      LeastSquareAdj(Get());  // also what the dialogue of trilateration has placed
+    } else {
+      brenu_options options = m_options;
+      options.test = BRENU_NO_TEST;
+      brenu_adjust(Get(), &options);
+    }
     Check();
   }
   void AdjustUnoriented() {
     NonDirectionAdj(Get());
     Check();
   }
-  void Snoop(std::uint32_t kind, double levelAlpha, double planeAlpha) {
-    DataSnooping(Get(), kind, levelAlpha, planeAlpha);
+  // Adjusts with data snooping by the test of the options, or else Baarda's.
+  void Snoop(double alpha = 0.001) {
+    brenu_options options = m_options;
+    options.alpha = alpha;
+    if (options.test == BRENU_NO_TEST) options.test = BRENU_W_TEST;
+    brenu_adjust(Get(), &options);
     Check();
   }
   void ComputeClosures() {
-    CalculateCloseError(Get());
+    brenu_compute_closures(Get(), &m_options);
     Check();
   }
 
   // ---- Results ----
+  // The report of the last adjustment, UTF-8.
+  std::string Report(brenu_report_form form, const std::string& title = "",
+                     brenu_language language = BRENU_ENGLISH) const {
+    const char* const text = brenu_report(Get(), form, language, title.c_str());
+    if (text == nullptr) throw std::bad_alloc();
+    return text;
+  }
   // Empty when the last computation did not adjust that network.
   std::optional<brenu_figures> Figures(brenu_network network) const {
     return Ask<brenu_figures>(
         [&](brenu_figures& out) { return brenu_get_figures(Get(), network, &out); });
+  }
+  // In the order in which data snooping by the rules of textbooks took them out, heights first.
+  std::vector<TakenOut> AllTakenOut() const { return AllTakenOutOf(Get()); }
+  std::int32_t UntestedCount(brenu_network network) const {
+    return brenu_untested_count(Get(), network);
+  }
+  std::optional<brenu_control_fit> ControlFit(std::int32_t index) const {
+    return Ask<brenu_control_fit>(
+        [&](brenu_control_fit& out) { return brenu_get_control_fit(Get(), index, &out); });
   }
   std::optional<PointData> Approximation(std::int32_t number) const {
     return Ask<PointData>([&](PointData& out) { return GetApproxResult(Get(), number, &out); });
@@ -260,7 +293,8 @@ class Context {
     });
   }
 
-  // ---- Trilateration ----
+  // ---- Trilateration: a dialogue for the classic rules, which Adjust ends.  By those of textbooks
+  // Adjust places the points itself ----
   void JudgePlacing() {
     JudgeTrilateration(Get());
     Check();
@@ -324,6 +358,7 @@ class Context {
   }
 
   std::unique_ptr<AdjustmentContext, End> m_context;
+  brenu_options m_options{};
 };
 
 }  // namespace host

@@ -31,6 +31,7 @@ typedef enum brenu_code {
   BRENU_NAME_IS_STATION = 20,   /* names: new name; the point has it, its observations do not */
   BRENU_NO_REFERENCE_DIRECTION = 21,   /* names: the two targets */
   BRENU_KIND_IS_NOT_NETWORK_TYPE = 22, /* values: kind, network type */
+  BRENU_OPTION_REFUSED = 23,           /* names: field of brenu_options; values: what it holds */
 
   /* ---- Files ---- */
   BRENU_FILE_MISSING = 100,
@@ -131,7 +132,35 @@ typedef enum brenu_code {
                                        errors */
   BRENU_CLASSIC_RULES_REFUSE = 432,
   BRENU_LEVEL_SIGMA_CONTRADICTED = 433, /* values: a-posteriori, a-priori, mm for 1 km */
-  BRENU_GROUP_LEFT_OUT = 434            /* names: points that hang together; values: as for one */
+  BRENU_GROUP_LEFT_OUT = 434,           /* names: points that hang together; values: as for one */
+
+  /* The verdict on an adjustment.  Networks by number: 0 heights, 1 plane.  Kinds of observations: 0
+   * directions, 1 distances, 2 azimuths, 3 height differences; their errors are arc-seconds or
+   * metres. */
+  BRENU_M0_TOO_LARGE = 600,        /* values: network, [pvv] a priori, its upper bound, m0 by its
+                                      a-priori value */
+  BRENU_M0_SMALL = 601,            /* the same with the lower bound */
+  BRENU_NOTHING_REDUNDANT = 602,   /* values: network */
+  BRENU_OBSERVATION_SUSPECT = 603, /* names: station, target; values: kind, test value w, its
+                                      critical value, estimated error */
+  BRENU_MORE_SUSPECTS = 604,       /* values: how many */
+  BRENU_POINTS_NOT_CHECKED = 605,  /* names: points */
+  BRENU_POINTS_WEAK = 606,         /* names: points */
+  BRENU_CLOSURE_OF_HEIGHTS = 607,  /* names: route; values: misclosure, limit, mm; grade of the
+                                      limit, grade that it meets or 0, 1 when the statistics of the
+                                      network are in order */
+  BRENU_CLOSURE_OF_ANGLES = 608,   /* as heights, arc-seconds */
+  BRENU_CLOSURE_OF_SIDES = 609,    /* as heights, mm */
+  BRENU_MORE_CLOSURES = 610,       /* values: how many */
+  BRENU_LARGE_BY_CHANCE = 611,     /* names: station, target; values: kind, w, how many more */
+  BRENU_GROUP_VARIANCE = 612,      /* values: kind, a-posteriori error by the a-priori one */
+  BRENU_OBSERVATIONS_OUT = 613,    /* values: how many */
+  BRENU_LIKE_OTHER_FACE = 614,     /* what an error looks like */
+  BRENU_LIKE_DEGREES = 615,        /* values: how many */
+  BRENU_LIKE_MINUTES = 616,        /* values: how many */
+  BRENU_LIKE_METRES = 617,         /* values: how many */
+  BRENU_LIKE_FEET = 618,
+  BRENU_CLOSURES_EXPLAINED = 619 /* values: how many run over observations taken out */
 } brenu_code;
 
 #endif /* BRENU_FINDINGS_H_ */

@@ -83,6 +83,99 @@ BRENU_API int32_t brenu_read_memory(AdjustmentContext* context, const char* data
  * units that look wrong, control far from all others...  True when no error is among them. */
 BRENU_API bool brenu_check_data(AdjustmentContext* context);
 
+/* ---- Computations by either set of rules.  Results are read as those of brenu.h, whose own
+ * computations always follow the classic rules ---- */
+
+/* The sets of rules; docs/computations.md lists the differences. */
+typedef enum brenu_rules {
+  BRENU_TEXTBOOK = 0, /* those of textbooks */
+  BRENU_CLASSIC = 1   /* those of brenu.h */
+} brenu_rules;
+
+/* How data snooping decides; two-sided. */
+typedef enum brenu_test {
+  BRENU_NO_TEST = 0, /* no data snooping */
+  BRENU_W_TEST = 1,  /* w = v / (sigma0 sqrt(q_vv)) with the a-priori sigma0 (Baarda) */
+  BRENU_TAU_TEST = 2 /* tau: with the a-posteriori sigma0 (Pope); textbook rules only */
+} brenu_test;
+
+/* All zero: an adjustment by the rules of textbooks, without data snooping. */
+typedef struct brenu_options { /* 32 bytes: how to compute */
+  int32_t rules;               /* brenu_rules */
+  int32_t test;                /* brenu_test */
+  double alpha;                /* level of significance of the test, below 1; 0 stands for 0.001 */
+  double critical;   /* what a test value has to exceed, in the place of alpha; 0 for that of alpha;
+                        textbook rules only */
+  double levelSigma; /* a-priori standard error of 1 km of levelling, metres; 0 stands for 0.001;
+                        textbook rules only */
+} brenu_options;
+
+/* Adjusts what the job has, by its format: 0 heights and plane, 1 traverses without orientation, 3
+ * distances alone, the points being placed first.  Data snooping needs format 0, with the rules of
+ * textbooks 0 or 3.
+ *
+ * By the rules of textbooks what the observations do not determine is left out, each point with a
+ * warning that says what ties it so far, and everything else is adjusted: true when a network was.
+ * A failure of the other one is among the findings then, as an error. */
+BRENU_API bool brenu_adjust(AdjustmentContext* context, const brenu_options* options);
+/* Approximate heights and coordinates; of the options only the rules matter. */
+BRENU_API bool brenu_approximate(AdjustmentContext* context, const brenu_options* options);
+/* The closure errors, from approximate values by these rules, to be read as those of brenu.h.  That
+ * there are none is a warning. */
+BRENU_API bool brenu_compute_closures(AdjustmentContext* context, const brenu_options* options);
+
+/* ---- What data snooping by the rules of textbooks took out ---- */
+
+/* What an observation is. */
+typedef enum brenu_observation_kind {
+  BRENU_DIRECTION = 1,
+  BRENU_DISTANCE = 2,
+  BRENU_AZIMUTH = 3,
+  BRENU_HEIGHT_DIFFERENCE = 4
+} brenu_observation_kind;
+
+typedef struct brenu_observation { /* 264 bytes: one observation */
+  char station[128];               /* NUL-terminated */
+  char target[128];                /* NUL-terminated */
+  int32_t kind;                    /* brenu_observation_kind */
+  int32_t reserved;                /* 0 */
+} brenu_observation;
+
+typedef struct brenu_taken_out { /* 288 bytes: one that was taken out */
+  brenu_observation observation; /* which one */
+  int32_t alternatives; /* others whose test values cannot be told apart from its own: the error may
+                           be in one of them */
+  int32_t reserved;     /* 0 */
+  double testValue;     /* when it was taken out */
+  double error;         /* estimated: observed minus adjusted without it, metres or arc-seconds */
+} brenu_taken_out;
+
+/* How many there are; 0 after any other computation. */
+BRENU_API int32_t brenu_taken_out_count(AdjustmentContext* context);
+/* Those of the heights, then of the plane, each in the order in which they were taken out; counted
+ * from 0. */
+BRENU_API bool brenu_get_taken_out(AdjustmentContext* context, int32_t index, brenu_taken_out* out);
+/* The alternatives of one, by number from 0. */
+BRENU_API bool brenu_get_alternative(AdjustmentContext* context, int32_t index, int32_t number,
+                                     brenu_observation* out);
+/* How many observations of this network were not tested, since the others hardly check them: their
+ * redundancy numbers do not exceed 0.05. */
+BRENU_API int32_t brenu_untested_count(AdjustmentContext* context, int32_t network);
+
+/* ---- Control against observations, after an adjustment by the rules of textbooks ---- */
+
+/* Of each known value by itself, all others being held: by how much the observations want it
+ * greater, and the test value of that with a-priori errors.  Not numbers where nothing checks the
+ * value. */
+typedef struct brenu_control_fit { /* 48 bytes */
+  double x, y, h;                  /* by how much greater, metres */
+  double wx, wy, wh;               /* test values */
+} brenu_control_fit;
+
+/* Of the point of this index; false when it is no control point that anything checks. */
+BRENU_API bool brenu_get_control_fit(AdjustmentContext* context, int32_t index,
+                                     brenu_control_fit* out);
+
 /* ---- Figures of the last adjustment ---- */
 
 /* The two of a job. */
@@ -91,16 +184,37 @@ typedef enum brenu_network { BRENU_HEIGHTS = 1, BRENU_PLANE = 2 } brenu_network;
 typedef struct brenu_figures { /* 24 bytes: of an adjusted network */
   int32_t controlPoints;       /* as this network counts them */
   int32_t newPoints;           /* all others */
-  int32_t redundancy; /* observations minus unknowns; what data snooping took out is subtracted
-                         once in heights, twice in the plane, and with format 3 directions and
+  int32_t redundancy; /* observations minus unknowns; by the classic rules what data snooping took
+                         out is subtracted twice in the plane, and with format 3 directions and
                          azimuths count, too */
-  int32_t reserved;   /* 0 */
+  int32_t leftOut;    /* new points without results, by the rules of textbooks: what is not
+                         determined, and points of the other network alone */
   double m0;          /* standard error of unit weight: metres for 1 km of levelling; in the plane
                          a multiple of the a-priori errors; means nothing without redundancy */
 } brenu_figures;
 
 /* False when the last computation did not adjust that network. */
 BRENU_API bool brenu_get_figures(AdjustmentContext* context, int32_t network, brenu_figures* out);
+
+/* ---- The report of the last adjustment ---- */
+
+/* Forms of the report. */
+typedef enum brenu_report_form {
+  BRENU_REPORT_JSON = 1, /* for programs: docs/json.md */
+  BRENU_REPORT_HTML = 2, /* a page that needs nothing else */
+  BRENU_REPORT_SVG = 3,  /* the sketch as a picture */
+  BRENU_REPORT_DXF = 4,  /* the sketch for CAD */
+  BRENU_REPORT_TEXT = 5
+} brenu_report_form;
+
+typedef enum brenu_language { BRENU_ENGLISH = 0, BRENU_CHINESE = 1 } brenu_language;
+
+/* The report of the last adjustment in that form and language (JSON and DXF have one language): verdict,
+ * tests, tables, closures if they were computed before.  `title` names the job, such as its file;
+ * null for none.  Text in UTF-8 that ends in a NUL and stays until the next call of this function
+ * with the context or its end.  Null for an unknown form, and when memory is exhausted. */
+BRENU_API const char* brenu_report(AdjustmentContext* context, int32_t form, int32_t language,
+                                   const char* title);
 
 /* ---- Walking a job.  Each call finds the next one in a time that hardly grows with the job;
  * adding and deleting in between is allowed.  DeletePoint moves the points behind it down: go on

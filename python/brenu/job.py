@@ -10,10 +10,11 @@ from typing import Any, Callable, Iterator, TypeVar, Union
 from . import layouts, records
 from .findings import Finding, findings_of, raise_cause
 from .library import C
-from .outputs import HeightObsResult, LinePrecision, ObservationResult, TraverseRow
-from .outputs import TrilaterationChoice
-from .records import AdjParam, CircleRecord, CloseError, Figures, FileKind, Network, ObsData
-from .records import PlaneResult, PointData, VerticalResult
+from .outputs import HeightObsResult, LinePrecision, Observation, ObservationResult, TakenOut
+from .outputs import TraverseRow, TrilaterationChoice
+from .records import AdjParam, CircleRecord, CloseError, ControlFit, Figures, FileKind, Network
+from .records import ObsData, ObservationKind, PlaneResult, PointData, Rules, Test, VerticalResult
+from .report import Report
 
 Result = TypeVar("Result")
 Path = Union[str, bytes, "os.PathLike[str]"]
@@ -35,10 +36,20 @@ class Job:
 
     What fails raises a BrenuError by its cause, memory exhaustion MemoryError; a result that is not
     there is None.  Points have the indices 0, 1, 2... after a file was read, otherwise those that
-    the host chooses."""
+    the host chooses.
 
-    def __init__(self, encoding: str = "utf-8"):
+    Computations follow `rules`; by those of textbooks `level_sigma` is the a-priori standard error
+    of 1 km of levelling in metres."""
+
+    def __init__(
+        self,
+        encoding: str = "utf-8",
+        rules: Rules = Rules.TEXTBOOK,
+        level_sigma: float = 0.001,
+    ):
         self._text = records.Coding(encoding)
+        self.rules = rules
+        self.level_sigma = level_sigma
         self._open = C.StartAdjustment()
         if not self._open:
             raise MemoryError("no room for a job")
@@ -203,29 +214,72 @@ class Job:
 
     def approx_calc(self) -> None:
         """Approximate values of all new points."""
-        self._call(C.ApproxCalc)
+        self._compute(C.brenu_approximate)
 
     def get_approx_result(self, number: int) -> PointData | None:
         """The point with its approximate values; `number` is that in the network (brenu.h)."""
         return self._record(C.GetApproxResult, layouts.PointData, PointData, number)
 
     def least_square_adj(self) -> None:
-        """Least-squares adjustment of heights and coordinates."""
-        self._call(C.LeastSquareAdj)
+        """Least-squares adjustment of heights and coordinates.  Raises when one of two networks
+        fails, too; the results of the other one are there.  By the rules of textbooks also for
+        formats 1 and 3; by the classic ones format 3 adjusts what trilateration has placed."""
+        if self.rules == Rules.CLASSIC:
+            self._call(C.LeastSquareAdj)
+        else:
+            self._compute(C.brenu_adjust)
 
     def non_direction_adj(self) -> None:
         """Traverses without orientation; for format 1."""
         self._call(C.NonDirectionAdj)
 
-    def data_snooping(self, kind: int, level_alpha: float, plane_alpha: float) -> None:
-        """Adjusts and takes gross errors out; `kind` is the network type."""
-        self._call(C.DataSnooping, kind, level_alpha, plane_alpha)
+    def data_snooping(
+        self, alpha: float = 0.001, test: Test = Test.W, critical: float = 0.0
+    ) -> None:
+        """Adjusts and takes gross errors out, of which the test values exceed the critical value of
+        that level of significance, or `critical` if it is given."""
+        self._compute(C.brenu_adjust, test=test, alpha=alpha, critical=critical)
 
     # ---- Results ----
 
     def get_figures(self, network: Network) -> Figures | None:
         """Figures of the last adjustment; None when it did not adjust that network."""
         return self._record(C.brenu_get_figures, layouts.brenu_figures, Figures, network)
+
+    def report(self, title: str = "", chinese: bool = False) -> Report:
+        """The report of the last adjustment, with the closures that were computed before it."""
+        forms = {"json": 1, "html": 2, "svg": 3, "dxf": 4, "text": 5}
+
+        def render(form: str) -> str:
+            text = C.brenu_report(self._context, forms[form], int(chinese), title.encode())
+            if text is None:
+                raise MemoryError("no room for the report")
+            return text.decode()
+
+        return Report(render)
+
+    @property
+    def taken_out(self) -> list[TakenOut]:
+        """What data snooping by the rules of textbooks took out, in that order, heights first."""
+        record = layouts.brenu_taken_out()
+        found = []
+        while C.brenu_get_taken_out(self._context, len(found), byref(record)):
+            alternatives = []
+            other = layouts.brenu_observation()
+            for number in range(record.alternatives):
+                C.brenu_get_alternative(self._context, len(found), number, byref(other))
+                alternatives.append(self._observation(other))
+            observation = self._observation(record.observation)
+            found.append(TakenOut(observation, record.testValue, record.error, alternatives))
+        return found
+
+    def get_untested_count(self, network: Network) -> int:
+        """How many observations data snooping did not test, since the others hardly check them."""
+        return C.brenu_untested_count(self._context, network)
+
+    def get_control_fit(self, index: int) -> ControlFit | None:
+        """How well a control point fits the observations, by the rules of textbooks."""
+        return self._record(C.brenu_get_control_fit, layouts.brenu_control_fit, ControlFit, index)
 
     def get_plane_result(self, index: int) -> PlaneResult | None:
         """Adjusted coordinates with their standard errors and the error ellipse."""
@@ -263,7 +317,7 @@ class Job:
 
     def calculate_close_error(self) -> None:
         """Closure errors of levelling lines, loops and traverses."""
-        self._call(C.CalculateCloseError)
+        self._compute(C.brenu_compute_closures)
 
     def get_close_error_count(self) -> int:
         """The number of closure errors, 0 before they are computed."""
@@ -289,7 +343,8 @@ class Job:
         """The row of a point in the traverses computed last; None for a point on none."""
         return self._outputs(C.GetTraverseResult, TraverseRow, index)
 
-    # ---- Trilateration ----
+    # ---- Trilateration: a dialogue for the classic rules, which least_square_adj ends.  By those of
+    # textbooks that places the points itself ----
 
     def judge_trilateration(self) -> None:
         """Puts every new point back to "not placed"; for format 3."""
@@ -340,6 +395,14 @@ class Job:
         result = function(self._context, *arguments)
         raise_cause(self._context, self._text)
         return result
+
+    def _compute(self, function: Callable[..., Any], **test: float) -> None:
+        options = layouts.brenu_options(self.rules, levelSigma=self.level_sigma, **test)
+        self._call(function, byref(options))
+
+    def _observation(self, raw: layouts.brenu_observation) -> Observation:
+        station, target = self._text.decode(raw.station), self._text.decode(raw.target)
+        return Observation(station, target, ObservationKind(raw.kind))
 
     def _pair(self, station: int, target: str) -> tuple[int, bytes]:
         return station, self._text.encode(target)

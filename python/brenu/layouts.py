@@ -68,9 +68,35 @@ class brenu_finding(Structure):
 
 class brenu_figures(Structure):
     _fields_ = [
-        *[(name, c_int32) for name in ("controlPoints", "newPoints", "redundancy", "reserved")],
+        *[(name, c_int32) for name in ("controlPoints", "newPoints", "redundancy", "leftOut")],
         ("m0", c_double),
     ]
+
+
+class brenu_options(Structure):
+    _fields_ = [
+        *[(name, c_int32) for name in ("rules", "test")],
+        *[(name, c_double) for name in ("alpha", "critical", "levelSigma")],
+    ]
+
+
+class brenu_observation(Structure):
+    _fields_ = [
+        *[(name, c_char * 128) for name in ("station", "target")],
+        *[(name, c_int32) for name in ("kind", "reserved")],
+    ]
+
+
+class brenu_taken_out(Structure):
+    _fields_ = [
+        ("observation", brenu_observation),
+        *[(name, c_int32) for name in ("alternatives", "reserved")],
+        *[(name, c_double) for name in ("testValue", "error")],
+    ]
+
+
+class brenu_control_fit(Structure):
+    _fields_ = [(name, c_double) for name in ("x", "y", "h", "wx", "wy", "wh")]
 
 
 class brenu_pair(Structure):

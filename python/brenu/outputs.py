@@ -4,7 +4,7 @@ from __future__ import annotations
 
 from dataclasses import dataclass
 
-from .records import CircleRecord
+from .records import CircleRecord, ObservationKind
 
 
 @dataclass
@@ -63,3 +63,23 @@ class TrilaterationChoice:
     first: CircleRecord
     second: CircleRecord
     text: str
+
+
+@dataclass
+class Observation:
+    """One observation."""
+
+    station: str
+    target: str
+    kind: ObservationKind
+
+
+@dataclass
+class TakenOut:
+    """An observation that data snooping took out."""
+
+    observation: Observation
+    test_value: float  #: when it was taken out
+    error: float  #: estimated: observed minus adjusted without it, metres or arc-seconds
+    #: others whose test values cannot be told apart from its own: the error may be in one of them
+    alternatives: list[Observation]

@@ -23,6 +23,7 @@ _CONTEXT = c_void_p
 _TEXT = c_char_p
 _OUT = POINTER(c_double)
 _OBS_GETTER = (c_bool, [_CONTEXT, _Index, _TEXT, _OUT, _OUT, _OUT])
+_COMPUTATION = (c_bool, [_CONTEXT, POINTER(rec.brenu_options)])
 _TEXT_COPIER = (c_int32, [_CONTEXT, _Index, _TEXT, c_int32])
 
 
@@ -117,6 +118,18 @@ PROTOTYPES = {
     "brenu_read_file": (c_int32, [_CONTEXT, _TEXT]),
     "brenu_read_memory": (c_int32, [_CONTEXT, _TEXT, c_size_t]),
     "brenu_check_data": (c_bool, [_CONTEXT]),
+    "brenu_adjust": _COMPUTATION,
+    "brenu_approximate": _COMPUTATION,
+    "brenu_compute_closures": _COMPUTATION,
+    "brenu_taken_out_count": (c_int32, [_CONTEXT]),
+    "brenu_get_taken_out": (c_bool, [_CONTEXT, _Index, POINTER(rec.brenu_taken_out)]),
+    "brenu_get_alternative": (
+        c_bool,
+        [_CONTEXT, _Index, _Index, POINTER(rec.brenu_observation)],
+    ),
+    "brenu_report": (_TEXT, [_CONTEXT, c_int32, c_int32, _TEXT]),
+    "brenu_untested_count": (c_int32, [_CONTEXT, c_int32]),
+    "brenu_get_control_fit": (c_bool, [_CONTEXT, _Index, POINTER(rec.brenu_control_fit)]),
     "brenu_get_figures": (c_bool, [_CONTEXT, c_int32, POINTER(rec.brenu_figures)]),
     "brenu_next_point": (c_bool, [_CONTEXT, POINTER(c_int32)]),
     "brenu_next_observation": (c_bool, [_CONTEXT, POINTER(rec.brenu_pair)]),

@@ -116,18 +116,57 @@ class Network(IntEnum):
     PLANE = 2
 
 
+class Rules(IntEnum):
+    """The two sets of rules of computations; docs/computations.md lists what differs."""
+
+    TEXTBOOK = 0
+    CLASSIC = 1  #: those of brenu.h
+
+
+class Test(IntEnum):
+    """How data snooping decides, two-sided."""
+
+    W = 1  #: w = v / (sigma0 sqrt(q_vv)) with the a-priori sigma0 (Baarda)
+    TAU = 2  #: tau: with the a-posteriori sigma0 (Pope); not by the classic rules
+
+
+class ObservationKind(IntEnum):
+    """What an observation is."""
+
+    DIRECTION = 1
+    DISTANCE = 2
+    AZIMUTH = 3
+    HEIGHT_DIFFERENCE = 4
+
+
 @dataclass
 class Figures:
     """Of an adjusted network."""
 
     control_points: int
     new_points: int
-    #: observations minus unknowns; what data snooping took out is subtracted once in heights,
+    #: observations minus unknowns; by the classic rules what data snooping took out is subtracted
     #: twice in the plane
     redundancy: int
+    #: new points without results, by the rules of textbooks: what is not determined, and points of
+    #: the other network alone
+    left_out: int
     #: standard error of unit weight: metres for 1 km of levelling; in the plane a multiple of the
     #: a-priori errors; means nothing without redundancy
     m0: float
+
+
+@dataclass
+class ControlFit:
+    """Of each known value by itself: by how much the observations want it greater, in metres, and
+    the test value of that with a-priori errors; nan where nothing checks the value."""
+
+    x: float
+    y: float
+    h: float
+    wx: float
+    wy: float
+    wh: float
 
 
 Record = TypeVar("Record")

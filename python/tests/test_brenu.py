@@ -34,6 +34,35 @@ class Levelling(unittest.TestCase):
         self.assertAlmostEqual(abs(record.height_misclosure), 4.0, 6)
         self.assertIs(record.mark, True)
 
+    def test_report(self):
+        self.job.least_square_adj()
+        report = self.job.report("job.txt")
+        # Two lines of 1 mm each, 4 mm apart: each has v = -2 mm, r = 1/2 and w = -2.83.
+        self.assertEqual([o.station for o in report.heights.observations], ["A", "P"])
+        for observation in report.heights.observations:
+            self.assertAlmostEqual(observation.residual, -0.002, 9)
+            self.assertAlmostEqual(observation.redundancy, 0.5, 6)
+            self.assertAlmostEqual(observation.w, -8.0**0.5, 5)
+        self.assertFalse(report.verdict.passed)
+        self.assertAlmostEqual(report.heights.chi2_test.statistic, 8.0, 9)
+        self.assertEqual(len(report.to_rows("heights", "points")), 3)
+        self.assertIn("job.txt", report.to_html())
+        self.assertTrue(report.to_svg().startswith("<?xml"))
+        self.assertIn("\u672a\u901a\u8fc7", self.job.report(chinese=True).to_text())
+
+    def test_rules_and_data_snooping(self):
+        self.job.set_obs_data(0, "P", ObsData(1000.0, -1.0, 0.54))
+        self.job.data_snooping(test=brenu.Test.TAU, critical=0.9)
+        [out] = self.job.taken_out
+        self.assertEqual(out.observation.kind, brenu.ObservationKind.HEIGHT_DIFFERENCE)
+        self.assertAlmostEqual(out.test_value, 1.0, 6)
+        self.assertEqual([o.kind for o in out.alternatives], [out.observation.kind])
+        self.assertEqual(self.job.get_untested_count(brenu.Network.HEIGHTS), 1)
+        self.job.rules = brenu.Rules.CLASSIC
+        self.job.data_snooping()
+        self.assertEqual(self.job.taken_out, [])
+        self.assertIsNone(self.job.get_control_fit(0))
+
     def test_records_come_back(self):
         self.assertEqual(self.job.get_point(2), PointData("B", 1, h=101.0))
         self.assertEqual([p.name for p in self.job.points if p.index > 0], ["P", "B"])
@@ -117,7 +146,7 @@ class Text(unittest.TestCase):
 class Trilateration(unittest.TestCase):
     def test_a_point_is_placed_once(self):
         circles = brenu.CircleRecord("A", 100, 100, 50), brenu.CircleRecord("B", 100, 160, 50)
-        with Job() as job:
+        with Job(rules=brenu.Rules.CLASSIC) as job:
             with self.assertRaises(brenu.DataError):  # there is no plane network
                 job.calc_trilaterationp_point(True, *circles, "P")
             job.read(

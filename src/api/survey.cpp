@@ -1,15 +1,14 @@
 // The C interface of what goes beyond the 61 functions; only the survey library has it.
 #include "brenu/survey.h"
 
-#include <algorithm>
 #include <cstddef>
-#include <cstring>
 #include <string>
 #include <string_view>
 #include <utility>
 #include <vector>
 
 #include "api/barrier.h"
+#include "api/text_field.h"
 #include "core/parallel.h"
 #include "review/data_check.h"
 #include "review/load.h"
@@ -22,7 +21,9 @@ using Context = AdjustmentContext;
 using brenu::Finding;
 using brenu::Guarded;
 using brenu::Outcome;
+using brenu::Put;
 using brenu::Reported;
+using brenu::TextIn;
 
 static_assert(sizeof(brenu_finding) == 24 && sizeof(brenu_figures) == 24);
 static_assert(sizeof(brenu_pair) == 288);
@@ -65,18 +66,6 @@ std::int32_t Read(Context* context, const char* given, Source source) {
   };
   Reported(context, read, given);
   return kind;
-}
-
-// Up to the NUL or the end of the field.
-template <std::size_t N>
-std::string_view TextIn(const char (&field)[N]) {
-  return {field, static_cast<std::size_t>(std::find(field, field + N, '\0') - field)};
-}
-
-template <std::size_t N>
-void Put(std::string_view text, char (&field)[N]) {
-  std::memset(field, 0, N);
-  text.copy(field, N - 1);
 }
 
 }  // namespace
@@ -166,7 +155,8 @@ bool brenu_get_figures(Context* context, int32_t network, brenu_figures* out) {
         if (!heights && !(network == BRENU_PLANE && context->adjusted.plane)) return false;
         const brenu::NetworkFigures figures =
             brenu::FiguresOf(*context, heights ? brenu::Network::kHeights : brenu::Network::kPlane);
-        *out = {figures.controlPoints, figures.newPoints, figures.redundancy, 0, figures.sigma0};
+        *out = {figures.controlPoints, figures.newPoints, figures.redundancy, figures.leftOut,
+                figures.sigma0};
         return true;
       },
       context, out);

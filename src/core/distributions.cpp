@@ -13,11 +13,10 @@ constexpr int kMostTerms = 10000;
 
 // Lanczos' approximation with the coefficients of P. Godfrey.
 double LogGamma(double x) {
-  constexpr double kCoefficients[] = {0.99999999999980993,     676.5203681218851,
-                                      -1259.1392167224028,     771.32342877765313,
-                                      -176.61502916214059,     12.507343278686905,
-                                      -0.13857109526572012,    9.9843695780195716e-6,
-                                      1.5056327351493116e-7};
+  constexpr double kCoefficients[] = {
+      0.99999999999980993,  676.5203681218851,     -1259.1392167224028,
+      771.32342877765313,   -176.61502916214059,   12.507343278686905,
+      -0.13857109526572012, 9.9843695780195716e-6, 1.5056327351493116e-7};
   constexpr double kHalfLogTwoPi = 0.91893853320467274;
   double sum = kCoefficients[0];
   for (int i = 1; i < 9; ++i) sum += kCoefficients[i] / (x - 1.0 + i);
@@ -77,8 +76,8 @@ double BetaFraction(double a, double b, double x) {
 double LowerBeta(double a, double b, double x) {
   if (x <= 0.0) return 0.0;
   if (x >= 1.0) return 1.0;
-  const double front = std::exp(LogGamma(a + b) - LogGamma(a) - LogGamma(b) + a * std::log(x) +
-                                b * std::log1p(-x));
+  const double front =
+      std::exp(LogGamma(a + b) - LogGamma(a) - LogGamma(b) + a * std::log(x) + b * std::log1p(-x));
   if (x < (a + 1.0) / (a + b + 2.0)) return front * BetaFraction(a, b, x) / a;
   return 1.0 - front * BetaFraction(b, a, 1.0 - x) / b;
 }
@@ -119,8 +118,7 @@ double FQuantile(double p, double freedom1, double freedom2) {
   if (!IsProbability(p) || !(freedom1 > 0.0) || !(freedom2 > 0.0)) return kNan;
   return Inverted(
       [=](double f) {
-        return LowerBeta(freedom1 / 2.0, freedom2 / 2.0,
-                         freedom1 * f / (freedom1 * f + freedom2));
+        return LowerBeta(freedom1 / 2.0, freedom2 / 2.0, freedom1 * f / (freedom1 * f + freedom2));
       },
       p);
 }

@@ -11,7 +11,7 @@ struct ObservationCheck {
   double residual;       // adjusted minus observed
   double sigma;          // of the observation
   double sigmaAdjusted;  // of its adjusted value
-  double effect;         // metres by which an error of 1 in it moves an end point; 0 when not in use
+  double effect;  // metres by which an error of 1 in it moves an end point; 0 when not in use
 
   // The redundancy number: the part of an error in the observation that its residual shows.  Not a
   // number for what does not take part.

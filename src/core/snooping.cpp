@@ -11,6 +11,7 @@ namespace brenu {
 namespace {
 
 constexpr double kLeastRedundancy = 0.05;  // below this others hardly check an observation
+constexpr double kLeastSeen = 0.001;       // and below this rounding blurs what they say
 constexpr std::size_t kMostChanges = 40;   // before everything is adjusted anew
 constexpr std::size_t kMostTried = 1000;   // at once
 constexpr int kMostBatches = 2000;
@@ -67,8 +68,8 @@ class Equations {
 
 class Snooping {
  public:
-  Snooping(SnoopedNetwork& network, double critical)
-      : m_network(network), m_critical(critical), m_items(network.Count()) {}
+  Snooping(SnoopedNetwork& network, const OutlierTest& test)
+      : m_network(network), m_test(test), m_items(network.Count()) {}
 
   SnoopingResult Run(const std::function<void(int)>& announceRound) {
     for (int batch = 0; batch < kMostBatches; ++batch) {
@@ -103,9 +104,10 @@ class Snooping {
 
     double ResidualVariance() const { return variance - cofactor; }
     bool IsChecked() const { return ResidualVariance() > kLeastRedundancy * variance; }
-    // Of an observation in use that others check; 0 for any other.
-    double TestValue() const {
-      if (!isInUse || !IsChecked()) return 0.0;
+    // With the a-priori sigma0.  Of an observation in use that others check; 0 for any other.
+    double TestValue() const { return IsChecked() ? Standardised() : 0.0; }
+    double Standardised() const {
+      if (!isInUse || !(ResidualVariance() > kLeastSeen * variance)) return 0.0;
       return std::fabs(residual) / std::sqrt(ResidualVariance());
     }
     // Of one that is out, as if it were in.
@@ -140,57 +142,91 @@ class Snooping {
   }
 
   void RecordWhatIsOut() {
+    const double sigma0 = EstimateUnitWeight().sigma0;
     for (std::size_t i = 0; i < m_items.size(); ++i) {
       const Item& item = m_items[i];
       if (item.isInUse || item.isLeftOut) continue;
-      m_result.takenOut.push_back({i, item.PredictionTest(), {}});
+      m_result.takenOut.push_back({i, item.PredictionTest() / sigma0, {}});
     }
+  }
+
+  // By how much a-priori errors are multiplied, and the redundancy of what is in use.
+  struct UnitWeight {
+    double sigma0 = 1.0;
+    double redundancy = 0.0;
+  };
+  UnitWeight EstimateUnitWeight() const { return UnitWeightOf(SumUp()); }
+
+  // Of what is in use.
+  struct Sums {
+    double pvv = 0.0;
+    double redundancy = 0.0;  // all redundancy numbers together
+  };
+  Sums SumUp() const {
+    Sums sums;
+    if (m_test.kind == OutlierTest::Kind::kBaarda) return sums;
+    for (const Item& item : m_items) {
+      if (!item.isInUse) continue;
+      sums.pvv += item.residual * item.residual / item.variance;
+      sums.redundancy += item.ResidualVariance() / item.variance;
+    }
+    return sums;
+  }
+  UnitWeight UnitWeightOf(const Sums& sums) const {
+    if (m_test.kind == OutlierTest::Kind::kBaarda) return {};
+    const double redundancy = std::round(sums.redundancy);
+    return {std::sqrt(sums.pvv / redundancy), redundancy};
   }
 
   // What a control point has to exceed to take the blame.
   double Limit() const {
     constexpr double kClearly = 1.2;
-    double largest = m_critical;
-    for (const Item& item : m_items) largest = std::max(largest, item.TestValue());
+    const UnitWeight unit = EstimateUnitWeight();
+    double largest = unit.sigma0 * m_test.Critical(unit.redundancy);
+    for (const Item& item : m_items) largest = std::max(largest, item.Standardised());
     return kClearly * largest;
   }
 
-  // False when none exceeds the critical value.
+  // False when no test value exceeds the critical one.
   bool TakeOutBatch(const std::function<void(int)>& announceRound) {
     while (m_changes.size() < kMostChanges) {
-      const std::size_t worst = Worst();
+      const UnitWeight unit = EstimateUnitWeight();
+      std::size_t worst = Largest(unit.sigma0 * m_test.Critical(unit.redundancy), &Item::TestValue);
       if (worst == m_items.size()) break;
+      // An error that hardly shows in its own residual shows all the more in those of others.
+      const std::size_t hidden = Largest(m_items[worst].TestValue(), &Item::Standardised);
+      if (hidden != m_items.size()) worst = hidden;
       if (announceRound) announceRound(++m_round);
-      TakeOut(worst);
+      TakeOut(worst, unit.sigma0);
     }
     return !m_changes.empty();
   }
 
-  // The first item with the largest test value above the critical one; past the end without any.
-  std::size_t Worst() const {
+  // The first item with the largest value above the limit; past the end without any.
+  std::size_t Largest(double limit, double (Item::*value)() const) const {
     std::vector<std::size_t> ofParts((m_items.size() + kItemsOfPart - 1) / kItemsOfPart);
     ForEachPart(m_items.size(), kItemsOfPart, [&](std::size_t begin, std::size_t end) {
-      std::size_t worst = m_items.size();
-      double largest = m_critical;
+      std::size_t first = m_items.size();
+      double largest = limit;
       for (std::size_t i = begin; i < end; ++i) {
-        const double value = m_items[i].TestValue();
-        if (!(value > largest)) continue;
-        largest = value;
-        worst = i;
+        if (!((m_items[i].*value)() > largest)) continue;
+        largest = (m_items[i].*value)();
+        first = i;
       }
-      ofParts[begin / kItemsOfPart] = worst;
+      ofParts[begin / kItemsOfPart] = first;
     });
-    std::size_t worst = m_items.size();
+    std::size_t first = m_items.size();
     for (const std::size_t i : ofParts) {
       if (i == m_items.size()) continue;
-      if (worst == m_items.size() || m_items[i].TestValue() > m_items[worst].TestValue()) worst = i;
+      if (first == m_items.size() || (m_items[i].*value)() > (m_items[first].*value)()) first = i;
     }
-    return worst;
+    return first;
   }
 
-  void TakeOut(std::size_t i) {
+  void TakeOut(std::size_t i, double sigma0) {
     std::vector<double> g = Effect(i);
-    m_result.takenOut.push_back({i, m_items[i].TestValue(), IndistinguishableFrom(i, g)});
+    m_result.takenOut.push_back(
+        {i, m_items[i].Standardised() / sigma0, IndistinguishableFrom(i, g)});
     SetInUse(i, false);
     Apply(i, std::move(g), m_items[i].ResidualVariance());
   }
@@ -210,7 +246,12 @@ class Snooping {
       std::stable_sort(tried.begin(), tried.end(), isBetter);
       tried.resize(kMostTried);
     }
-    if (tried.empty() || !(LeastOf(tried) < m_critical)) return false;
+    Sums sums = SumUp();
+    const auto limit = [&] {
+      const UnitWeight unit = UnitWeightOf(sums);
+      return unit.sigma0 * m_test.CriticalOfPrediction(unit.redundancy);
+    };
+    if (tried.empty() || !(LeastOf(tried) < limit())) return false;
 
     std::vector<std::vector<Term>> functions;
     for (const std::size_t i : tried) functions.push_back(m_equations.Terms(i));
@@ -218,7 +259,7 @@ class Snooping {
     std::vector<Change> changes;  // g by number in `tried`
     for (;;) {
       std::size_t best = tried.size();
-      double least = m_critical;
+      double least = limit();
       for (std::size_t k = 0; k < tried.size(); ++k) {
         const Item& item = m_items[tried[k]];
         if (item.isFinal || !(item.PredictionTest() < least)) continue;
@@ -236,6 +277,9 @@ class Snooping {
         for (std::size_t k = 0; k < g.size(); ++k) g[k] += part * change.g[k];
       }
       const double d = -(item.variance + item.cofactor);
+      // An observation put in adds the square of its prediction test to [pvv].
+      sums.pvv += item.residual * item.residual / -d;
+      sums.redundancy += 1.0;
       const double part = item.residual / d;
       for (std::size_t k = 0; k < tried.size(); ++k) {
         m_items[tried[k]].residual += g[k] * part;
@@ -312,7 +356,7 @@ class Snooping {
   }
 
   SnoopedNetwork& m_network;
-  double m_critical;
+  OutlierTest m_test;
   int m_round = 0;
   Equations m_equations;
   std::vector<Item> m_items;
@@ -322,9 +366,9 @@ class Snooping {
 
 }  // namespace
 
-SnoopingResult Snoop(SnoopedNetwork& network, double critical,
+SnoopingResult Snoop(SnoopedNetwork& network, const OutlierTest& test,
                      const std::function<void(int)>& announceRound) {
-  return Snooping(network, critical).Run(announceRound);
+  return Snooping(network, test).Run(announceRound);
 }
 
 }  // namespace brenu

@@ -7,6 +7,7 @@
 
 #include "core/finding.h"
 #include "core/normal_equations.h"
+#include "core/outlier_test.h"
 
 namespace brenu {
 
@@ -35,14 +36,15 @@ class SnoopedNetwork {
   virtual Outcome Converge() = 0;
   // Of the last adjustment, with no cofactor asked for since.
   virtual NormalEquations& Normal() = 0;
-  // A control point with a test value that exceeds `largest`, as a finding; none otherwise.
+  // A control point with a test value (by a-priori errors) that exceeds `largest`, as a finding;
+  // none otherwise.
   virtual Findings ControlMisfit(double largest) const = 0;
 };
 
 // An observation that data snooping took out, in the order in which it did.
 struct SnoopedOut {
   std::size_t number;
-  double testValue;  // standardised residual
+  double testValue;  // standardised residual as the test has it
   // Others whose test values are correlated with it by more than 0.98: the error may be theirs.
   std::vector<std::size_t> alternatives;
 };
@@ -56,12 +58,13 @@ struct SnoopingResult {
 // Data snooping by the rules of textbooks (W. Baarda, A testing procedure for use in geodetic
 // networks) on a network that has converged; what is out already is tried, too.
 //
-// As long as the largest standardised residual |v| / sqrt(q_vv) of observations whose redundancy
-// number exceeds 0.05 exceeds `critical`, its observation is taken out.  The effect of that on all
-// residuals and cofactors comes from one solution; after some rounds everything is adjusted anew.
-// At the end each observation taken out is tried again.  A control point that explains the misfit
-// better than any observation ends it, with a warning.
-SnoopingResult Snoop(SnoopedNetwork& network, double critical,
+// As long as the largest standardised residual |v| / (sigma0 sqrt(q_vv)) of observations whose
+// redundancy number exceeds 0.05 exceeds the critical value, an observation is taken out: that one,
+// or another with a smaller redundancy number that explains the misfit even better.  The effect of
+// that on all residuals and cofactors comes from one solution; after some rounds everything is
+// adjusted anew.  At the end each observation taken out is tried again.  A control point that
+// explains the misfit better than any observation ends it, with a warning.
+SnoopingResult Snoop(SnoopedNetwork& network, const OutlierTest& test,
                      const std::function<void(int)>& announceRound);
 
 }  // namespace brenu

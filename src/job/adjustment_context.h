@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <string>
 #include <vector>
 
 #include "core/finding.h"
@@ -52,5 +53,6 @@ struct AdjustmentContext {
   brenu::PlanePart plane;
   brenu::AdjustedParts adjusted;        // by the last computation
   std::vector<CloseError> closeErrors;  // levelling records, then traverses
+  std::string reportText;               // the report last asked for, held for the host
   brenu::Findings findings;             // of the last call that changes, computes, reads or writes
 };

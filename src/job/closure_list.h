@@ -9,8 +9,8 @@ namespace brenu {
 // computed; fails, with an empty list, when a network of both kinds has no closure of either.
 Outcome CalculateClosures(AdjustmentContext& context);
 
-// The same with approximate values by the rules of textbooks: points that these do not reach have no
-// closures.
+// The same with approximate values by the rules of textbooks: points that these do not reach have
+// no closures.
 Outcome CalculateTextbookClosures(AdjustmentContext& context);
 
 // Whether every record of the list passes.

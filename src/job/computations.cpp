@@ -1,9 +1,11 @@
 #include "job/computations.h"
 
+#include <algorithm>
 #include <string>
 #include <utility>
 
 #include "job/network_build.h"
+#include "job/wrong_control.h"
 #include "plane/unoriented_traverses.h"
 
 namespace brenu {
@@ -168,22 +170,30 @@ Outcome RunEach(AdjustmentContext& context, Level level, Plane plane) {
     take(Noted(plane(context.plane.results), context.adjusted.plane));
     context.plane.points.SetPositions(context.plane.results.ApproximateCoordinates());
   }
+  const bool isAstray =
+      std::any_of(outcome.findings.begin(), outcome.findings.end(),
+                  [](const Finding& f) { return f.code == BRENU_PLANE_NOT_CONVERGED; });
+  if (isAstray) {
+    for (Finding& finding : FindWrongControl(context)) {
+      outcome.findings.push_back(std::move(finding));
+    }
+  }
   return outcome;
 }
 
 }  // namespace
 
-Outcome RunTextbook(AdjustmentContext& context, std::optional<double> snoopingAlpha,
+Outcome RunTextbook(AdjustmentContext& context, const std::optional<OutlierTest>& snooping,
                     const AnnounceRound& announceRound) {
   return RunEach(
       context,
       [&](LevelAdjustment& level) {
-        return snoopingAlpha ? level.SnoopAsTextbook(*snoopingAlpha, announceRound)
-                             : level.AdjustAsTextbook();
+        return snooping ? level.SnoopAsTextbook(*snooping, announceRound)
+                        : level.AdjustAsTextbook();
       },
       [&](PlaneAdjustment& plane) {
-        return snoopingAlpha ? plane.SnoopAsTextbook(*snoopingAlpha, announceRound)
-                             : plane.AdjustAsTextbook();
+        return snooping ? plane.SnoopAsTextbook(*snooping, announceRound)
+                        : plane.AdjustAsTextbook();
       });
 }
 

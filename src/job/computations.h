@@ -22,10 +22,11 @@ Outcome RunNonDirectionAdj(AdjustmentContext& context);
 Outcome RunDataSnooping(AdjustmentContext& context, std::uint32_t kind, double levelAlpha,
                         double planeAlpha, const AnnounceRound& announceRound = {});
 
-// The adjustment of the networks that the job has by the rules of textbooks, with data snooping at
-// that level of significance if one is given.  A network fails by itself; succeeds when one was
+// The adjustment of the networks that the job has by the rules of textbooks, with data snooping by
+// that test if one is given.  A network fails by itself; succeeds when one was
 // adjusted.
-Outcome RunTextbook(AdjustmentContext& context, std::optional<double> snoopingAlpha = std::nullopt,
+Outcome RunTextbook(AdjustmentContext& context,
+                    const std::optional<OutlierTest>& snooping = std::nullopt,
                     const AnnounceRound& announceRound = {});
 // Approximate values by the same rules.
 Outcome RunTextbookApprox(AdjustmentContext& context);

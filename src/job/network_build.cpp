@@ -26,22 +26,22 @@ struct NumberedPoints {
 };
 
 template <typename Net>
-std::shared_ptr<const Net> Build(const AdjustmentContext& context,
+std::shared_ptr<const Net> Build(const AdjustmentContext& context, const Store::PointMap& points,
                                  bool (*isKnown)(const PointData&)) {
-  NumberedPoints numbered(context.store.Points(), isKnown);
+  NumberedPoints numbered(points, isKnown);
   return std::make_shared<Net>(std::move(numbered.points), numbered.knownCount,
                                context.store.Observations(), context.param);
 }
 
 void BuildLevel(const AdjustmentContext& context, LevelPart& level) {
-  level.net = Build<LevelNet>(context, IsHeightControl);
+  level.net = Build<LevelNet>(context, context.store.Points(), IsHeightControl);
   level.heights.Clear();
   level.heights.Reserve(level.net->points.Size());
   for (const PointData& point : level.net->points) level.heights.Add(point.h);
 }
 
 void BuildPlane(const AdjustmentContext& context, PlanePart& plane) {
-  plane.net = Build<PlaneNet>(context, IsPlaneControl);
+  plane.net = Build<PlaneNet>(context, context.store.Points(), IsPlaneControl);
   plane.points = PlacedPoints(plane.net);
 }
 
@@ -63,6 +63,15 @@ void BuildNetworks(AdjustmentContext& context) {
   context.adjusted = {};
   if (HasLevelling(type)) BuildLevel(context, context.level);
   if (HasPlane(type)) BuildPlane(context, context.plane);
+}
+
+std::shared_ptr<const PlaneNet> PlaneNetFreeing(const AdjustmentContext& context,
+                                                std::int32_t index) {
+  Store::PointMap points = context.store.Points();
+  PointData& freed = points.at(index);
+  freed.type %= 10;
+  freed.x = freed.y = 0.0;
+  return Build<PlaneNet>(context, points, IsPlaneControl);
 }
 
 void KeepOriginalPoints(AdjustmentContext& context) {

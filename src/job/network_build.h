@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <memory>
 
 #include "job/adjustment_context.h"
 
@@ -13,6 +14,10 @@ std::int32_t ClassifyNetwork(AdjustmentContext& context);
 // includes them.  Every computation starts here, so that edits of the store take effect; nothing is
 // adjusted then.
 void BuildNetworks(AdjustmentContext& context);
+
+// The plane network as the store has it, but with the control point of that index as a new one.
+std::shared_ptr<const PlaneNet> PlaneNetFreeing(const AdjustmentContext& context,
+                                                std::int32_t index);
 
 // Keeps the points as a project file gave them.
 void KeepOriginalPoints(AdjustmentContext& context);

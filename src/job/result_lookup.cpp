@@ -1,5 +1,8 @@
 #include "job/result_lookup.h"
 
+#include <algorithm>
+#include <vector>
+
 namespace brenu {
 
 namespace {
@@ -22,6 +25,19 @@ std::optional<PointData> LevelPoint(const AdjustmentContext& context, std::int32
   PointData point = level.net->points[number];
   point.h = level.heights[number];
   return point;
+}
+
+// That of the point in a list in ascending order of the points of a network.
+template <typename Fit>
+std::optional<Fit> FindFit(const AdjustmentContext& context, std::int32_t index,
+                           const NetworkLayout& net, const std::vector<Fit>& fits) {
+  const PointData* stored = context.store.FindPoint(index);
+  if (stored == nullptr) return std::nullopt;
+  const PointNo point = net.IndexOfPoint(NameOf(*stored));
+  const auto place =
+      std::lower_bound(fits.begin(), fits.end(), point,
+                       [](const Fit& fit, PointNo number) { return fit.point < number; });
+  return place == fits.end() || place->point != point ? std::nullopt : std::optional(*place);
 }
 
 }  // namespace
@@ -66,6 +82,18 @@ std::optional<LinePrecision> LineResult(const AdjustmentContext& context, std::i
                                         std::string_view target) {
   const auto name = PlaneName(context, station);
   return name ? context.plane.results.PrecisionOfLine(*name, target) : std::nullopt;
+}
+
+std::optional<ControlFit> PlaneControlFit(const AdjustmentContext& context, std::int32_t index) {
+  if (!context.adjusted.plane) return std::nullopt;
+  const PlaneAdjustment& plane = context.plane.results;
+  return FindFit(context, index, plane.Net().layout, plane.ControlFits());
+}
+
+std::optional<BenchMarkFit> HeightControlFit(const AdjustmentContext& context, std::int32_t index) {
+  if (!context.adjusted.heights) return std::nullopt;
+  const LevelAdjustment& level = context.level.results;
+  return FindFit(context, index, level.Net().layout, level.BenchMarkFits());
 }
 
 TraverseTable::Row TraverseRow(const AdjustmentContext& context, std::int32_t index) {

@@ -23,6 +23,10 @@ std::optional<PlaneObsResult> AzimuthResult(const AdjustmentContext& context, st
 std::optional<LinePrecision> LineResult(const AdjustmentContext& context, std::int32_t station,
                                         std::string_view target);
 
+// By the rules of textbooks; of control points that something checks.
+std::optional<ControlFit> PlaneControlFit(const AdjustmentContext& context, std::int32_t index);
+std::optional<BenchMarkFit> HeightControlFit(const AdjustmentContext& context, std::int32_t index);
+
 // Null pointers for a point on no computed traverse.
 TraverseTable::Row TraverseRow(const AdjustmentContext& context, std::int32_t index);
 

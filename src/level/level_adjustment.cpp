@@ -115,13 +115,19 @@ double LevelAdjustment::CofactorOfDifference(const Sight& sight) const {
   return m_normal.Cofactor(j, j) + m_normal.Cofactor(i, i) - 2.0 * m_normal.Cofactor(i, j);
 }
 
+// By the rules of textbooks errors are a priori when nothing is redundant.
+double LevelAdjustment::PrecisionScale() const {
+  return !m_state.IsEmpty() && Redundancy() <= 0 ? m_apriori : m_sigma0;
+}
+
 void LevelAdjustment::CalcLevelPrecision() {
+  const double scale = PrecisionScale();
   const NetworkLayout& net = m_net->layout;
   for (const PointNo i : net.Points()) {
-    m_pointSigma[i] = m_sigma0 * std::sqrt(m_normal.Cofactor(i.Number(), i.Number()));
+    m_pointSigma[i] = scale * std::sqrt(m_normal.Cofactor(i.Number(), i.Number()));
   }
   for (const SightNo k : net.Sights().Indices()) {
-    m_obsSigma[k] = m_sigma0 * std::sqrt(CofactorOfDifference(net.At(k)));
+    m_obsSigma[k] = scale * std::sqrt(CofactorOfDifference(net.At(k)));
   }
 }
 

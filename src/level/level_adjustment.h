@@ -10,6 +10,7 @@
 #include "core/finding.h"
 #include "core/normal_equations.h"
 #include "core/observation_check.h"
+#include "core/outlier_test.h"
 #include "level/level_net.h"
 
 namespace brenu {
@@ -23,13 +24,13 @@ struct HeightObsResult {
 // A height difference that data snooping by the rules of textbooks took out.
 struct LevelTakenOut {
   SightNo sight;
-  double testValue;  // standardised residual when it was taken out
-  double error;      // observed minus adjusted without it, metres
+  double testValue;                   // when it was taken out
+  double error;                       // observed minus adjusted without it, metres
   std::vector<SightNo> alternatives;  // whose tests cannot be told apart from this one's
 };
 
-// How well a bench mark fits the lines: the correction to its height at which they would agree best,
-// and its test value.
+// How well a bench mark fits the lines: the correction to its height at which they would agree
+// best, and its test value.
 struct BenchMarkFit {
   PointNo point;
   double correction;  // metres
@@ -66,12 +67,14 @@ class LevelAdjustment {
   // Approximate heights alone.
   Outcome ApproximateAsTextbook();
   // The same with data snooping (core/snooping.h).
-  Outcome SnoopAsTextbook(double alpha, const std::function<void(int)>& announceRound = {});
+  Outcome SnoopAsTextbook(const OutlierTest& test,
+                          const std::function<void(int)>& announceRound = {});
   // In the order in which they were taken out.
   const std::vector<LevelTakenOut>& AllTakenOut() const { return m_takenOut; }
   std::size_t UntestedCount() const { return m_untested; }
-  // Of the bench marks that lines touch, after an adjustment by the rules of textbooks.
-  std::vector<BenchMarkFit> BenchMarkFits() const;
+  // Of the bench marks that lines touch and other bench marks check, ascending; after an adjustment
+  // by the rules of textbooks.
+  const std::vector<BenchMarkFit>& BenchMarkFits() const { return m_benchMarkFits; }
   // Whether no line connects the point with a bench mark, so that it has no results.
   bool IsLeftOut(PointNo point) const { return m_isLeftOut.Has(point) && m_isLeftOut[point] != 0; }
   // A priori, metres for 1 km; 1 mm by the classic rules.
@@ -108,6 +111,7 @@ class LevelAdjustment {
   double CalcVtPV();
   void SetSigma0(double vtpv);
   void CalcLevelPrecision();
+  double PrecisionScale() const;
   Outcome ExplainNotFinite() const;
   // The cofactor of the adjusted height difference.
   double CofactorOfDifference(const Sight& sight) const;
@@ -115,6 +119,7 @@ class LevelAdjustment {
   // Rules of textbooks.
   Outcome FinishAsTextbook();
   Outcome Solve();
+  std::vector<BenchMarkFit> FitBenchMarks() const;
   class Snooped;
 
   struct WorstObs {
@@ -133,7 +138,7 @@ class LevelAdjustment {
   Table<SightNo, double> m_residual;     // metres
   Table<PointNo, double> m_pointSigma;   // metres
   Table<SightNo, double> m_obsSigma;     // metres
-  double m_sigma0 = 0.0;               // metres
+  double m_sigma0 = 0.0;                 // metres
   double m_apriori = kClassicApriori;
   // By the rules of textbooks:
   Table<PointNo, char> m_isLeftOut;
@@ -141,6 +146,7 @@ class LevelAdjustment {
   Table<PointNo, double> m_holding;  // weights that hold the bench marks
   std::vector<LevelTakenOut> m_takenOut;
   std::size_t m_untested = 0;
+  std::vector<BenchMarkFit> m_benchMarkFits;
 };
 
 }  // namespace brenu

@@ -2,7 +2,6 @@
 #include <cmath>
 #include <utility>
 
-#include "core/normal_quantile.h"
 #include "core/parallel.h"
 #include "core/snooping.h"
 #include "level/level_adjustment.h"
@@ -90,15 +89,15 @@ Outcome LevelAdjustment::FinishAsTextbook() {
   }
   m_sigma0 = std::sqrt(pvv / Redundancy());
   CalcLevelPrecision();
+  m_benchMarkFits = FitBenchMarks();
   Outcome outcome = ExplainNotFinite();
   outcome.ok = outcome.findings.empty();
   return outcome;
 }
 
-std::vector<BenchMarkFit> LevelAdjustment::BenchMarkFits() const {
+std::vector<BenchMarkFit> LevelAdjustment::FitBenchMarks() const {
   std::vector<BenchMarkFit> fits;
   const NetworkLayout& net = m_net->layout;
-  if (m_state.IsEmpty() || !m_normal.IsSolved()) return fits;
   Table<PointNo, double> pull;  // -A'Pv
   pull.Assign(m_net->points.Size(), 0.0);
   for (const SightNo k : net.Sights().Indices()) {
@@ -143,7 +142,7 @@ class LevelAdjustment::Snooped : public SnoopedNetwork {
   NormalEquations& Normal() override { return m_net.m_normal; }
   Findings ControlMisfit(double largest) const override {
     Findings found;
-    for (const BenchMarkFit& fit : m_net.BenchMarkFits()) {
+    for (const BenchMarkFit& fit : m_net.FitBenchMarks()) {
       if (!(std::fabs(fit.w) > largest)) continue;
       largest = std::fabs(fit.w);
       const NetworkLayout& net = m_net.m_net->layout;
@@ -157,14 +156,14 @@ class LevelAdjustment::Snooped : public SnoopedNetwork {
   LevelAdjustment& m_net;
 };
 
-Outcome LevelAdjustment::SnoopAsTextbook(double alpha,
+Outcome LevelAdjustment::SnoopAsTextbook(const OutlierTest& test,
                                          const std::function<void(int)>& announceRound) {
   const ThreadTeam team;
   Outcome outcome = ApproximateAsTextbook();
   if (outcome.ok) outcome += Solve();
   if (!outcome.ok) return outcome;
   Snooped network(*this);
-  SnoopingResult result = Snoop(network, NormalQuantile(1.0 - alpha * 0.5), announceRound);
+  SnoopingResult result = Snoop(network, test, announceRound);
   outcome += std::move(result.outcome);
   if (!outcome.ok) return outcome;
   m_untested = result.untested;

@@ -11,6 +11,7 @@
 
 #include "core/finding.h"
 #include "core/normal_equations.h"
+#include "core/outlier_test.h"
 #include "core/rules.h"
 #include "plane/coordinates.h"
 #include "plane/line_equation.h"
@@ -63,10 +64,11 @@ class PlaneAdjustment {
   Outcome AdjustAsTextbook();
   // Approximate coordinates alone.
   Outcome ApproximateAsTextbook();
-  // The same with data snooping (Baarda): as long as the largest standardised residual of those
-  // that others check exceeds the critical value, its observation is taken out; at the end each is
-  // tried again.  A control point that explains the misfit better than any observation ends it.
-  Outcome SnoopAsTextbook(double alpha, const std::function<void(int)>& announceRound = {});
+  // The same with data snooping: as long as the largest standardised residual of those that
+  // others check exceeds the critical value, its observation is taken out; at the end each is tried
+  // again.  A control point that explains the misfit better than any observation ends it.
+  Outcome SnoopAsTextbook(const OutlierTest& test,
+                          const std::function<void(int)>& announceRound = {});
 
   // Adjusts distances alone, with these parameters, on the coordinates as they are: known points
   // are no unknowns, and neither directions nor azimuths take part.
@@ -90,8 +92,9 @@ class PlaneAdjustment {
   // In the order in which they were taken out by the rules of textbooks.
   const std::vector<TakenOut>& AllTakenOut() const { return m_takenOut; }
   std::size_t UntestedCount() const { return m_untested; }
-  // Of the control points that observations touch, after an adjustment by the rules of textbooks.
-  std::vector<ControlFit> ControlFits() const;
+  // Of the control points that observations touch and other control checks, ascending; after an
+  // adjustment by the rules of textbooks.
+  const std::vector<ControlFit>& ControlFits() const { return m_controlFits; }
 
   // Empty when the computation had no such point or observation.
   std::optional<PlaneResult> ResultOfPoint(std::string_view name) const;
@@ -103,6 +106,9 @@ class PlaneAdjustment {
                                                 std::string_view target) const;
   std::optional<LinePrecision> PrecisionOfLine(std::string_view station,
                                                std::string_view target) const;
+  // Of the position of a target relative to its station: x and y are the coordinate differences.
+  // Empty between control points.
+  std::optional<PlaneResult> PrecisionBetween(SightNo sight) const;
   // Whether the observations did not determine the point, so that it has no results.
   bool IsLeftOut(PointNo point) const { return m_isLeftOut.Has(point) && m_isLeftOut[point] != 0; }
   // Whether the computation held the point as a control point.
@@ -142,6 +148,7 @@ class PlaneAdjustment {
   std::int32_t OrientationCount() const;
   void CountRedundancy(std::int32_t orientations);
   void CalcPointPrecision();
+  double PrecisionScale() const;
   std::vector<double> TestValues() const;
   PlaneObs* FindWorst(double critical);
   Outcome ExplainResult() const;
@@ -165,6 +172,10 @@ class PlaneAdjustment {
   // Of the observations in use, or of all when none is.
   double OrientationOf(const DirectionSet& set) const;
   std::int32_t CountOnce() const;
+  std::vector<ControlFit> FitControl() const;
+  double FreeCorrection(PointNo point, bool isX, double correction) const;
+  void RefineControlMisfit(Finding& misfit);
+  bool IsFreed(std::int32_t unknown) const { return unknown == m_freed; }
   Outcome FinishAsTextbook();
   class GrossErrors;
   class Snooped;
@@ -183,7 +194,9 @@ class PlaneAdjustment {
   Table<PointNo, std::pair<double, double>> m_holding;  // weights that hold X and Y of control
   std::vector<TakenOut> m_takenOut;
   std::size_t m_untested = 0;  // observations that data snooping could not test
-  Coordinates m_coords;        // working coordinates, then with precision
+  std::vector<ControlFit> m_controlFits;
+  std::int32_t m_freed = -1;  // a coordinate of a control point that is an unknown for once
+  Coordinates m_coords;       // working coordinates, then with precision
   Table<PointNo, Position> m_approximate;
   ObservationTables m_obs;  // with use flags and residuals
   NormalEquations m_normal;

@@ -11,29 +11,6 @@ namespace brenu {
 
 namespace {
 
-// N of the limit 1:N of the relative linear misclosure customary for a grade of traverse.  Grade 2
-// is that of high-speed railway control, grades 3 to 7 are third and fourth order and first to
-// third class of engineering surveying, grade 8 is mapping control (Code for engineering surveying
-// GB 50026; Code for high-speed railway engineering survey TB 10601).
-double RelativeLimitOfGrade(std::int32_t grade) {
-  switch (grade) {
-    case 2:
-      return 100000.0;
-    case 3:
-      return 55000.0;
-    case 4:
-      return 35000.0;
-    case 5:
-      return 15000.0;
-    case 6:
-      return 10000.0;
-    case 8:
-      return 2000.0;
-    default:
-      return 5000.0;
-  }
-}
-
 std::string RouteText(const Traverse& traverse) {
   std::string text;
   for (const TraversePoint& point : traverse.points) {

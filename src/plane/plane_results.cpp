@@ -15,12 +15,11 @@ bool PlaneAdjustment::IsControl(std::string_view name) const {
   return m_net->layout.IsControl(m_net->layout.IndexOfPoint(name));
 }
 
-// By the classic rules the residual (arc-seconds) divided by 10000 is read as dd.mmss: exact below 100", above that the
-// hundreds count as minutes (docs/computations.md, "Where to take care").
+// By the classic rules the residual (arc-seconds) divided by 10000 is read as dd.mmss: exact below
+// 100", above that the hundreds count as minutes (docs/computations.md, "Where to take care").
 PlaneObsResult PlaneAdjustment::AngleResult(const PlaneObs& o, double observed) const {
-  const double adjusted = m_rules == RuleSet::kClassic
-                              ? o.observed + DmsToRad(o.residual / 10000.0)
-                              : FullCircle(o.observed + o.residual / kRho);
+  const double adjusted = m_rules == RuleSet::kClassic ? o.observed + DmsToRad(o.residual / 10000.0)
+                                                       : FullCircle(o.observed + o.residual / kRho);
   return {observed, o.residual, RadToDms(adjusted), m_param.MO, !o.inUse};
 }
 
@@ -62,9 +61,9 @@ std::optional<LinePrecision> PlaneAdjustment::PrecisionOfLine(std::string_view s
   const LineEquation distance = DistanceCoefficients(s.station, s.target);
   LinePrecision line{};
   line.azimuth = RadToDms(direction.value);
-  line.azimuthError = std::sqrt(m_normal.QuadraticForm(direction.Terms())) * m_sigma0;
+  line.azimuthError = std::sqrt(m_normal.QuadraticForm(direction.Terms())) * PrecisionScale();
   line.length = distance.value;
-  line.lengthError = std::sqrt(m_normal.QuadraticForm(distance.Terms())) * m_sigma0;
+  line.lengthError = std::sqrt(m_normal.QuadraticForm(distance.Terms())) * PrecisionScale();
   line.relativePrecision = TruncateToInt32(1.0 / (line.lengthError / line.length));
   return line;
 }

@@ -9,7 +9,7 @@ namespace brenu {
 // An observation that data snooping took out, in the order in which it did.
 struct TakenOut {
   PlaneObsId id;
-  double testValue;  // standardised residual when it was taken out
+  double testValue;  // when it was taken out
   double error;      // observed minus adjusted without it: arc-seconds, or metres
   // Others whose tests cannot be told apart from this one's: the error may be one of theirs.
   std::vector<PlaneObsId> alternatives;
@@ -19,9 +19,9 @@ struct TakenOut {
 // would agree best, and test values of each coordinate alone.
 struct ControlFit {
   PointNo point;
-  double dx, dy;  // metres, both free
+  double dx, dy;        // metres, both free
   double ownDx, ownDy;  // metres, each with the other held
-  double wx, wy;  // own correction by its standard error
+  double wx, wy;        // own correction by its standard error
 };
 
 }  // namespace brenu

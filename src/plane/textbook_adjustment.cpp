@@ -52,6 +52,7 @@ Outcome PlaneAdjustment::FinishAsTextbook() {
   m_redundancy = CountOnce();
   m_sigma0 = std::sqrt(CalcExactResiduals() / m_redundancy);
   CalcPointPrecision();
+  m_controlFits = FitControl();
   const bool isFinite = m_redundancy <= 0 || std::isfinite(m_sigma0);
   return isFinite ? Outcome{} : Outcome(Error(BRENU_PLANE_RESIDUALS_TOO_LARGE));
 }
@@ -112,6 +113,7 @@ Findings PlaneAdjustment::LeaveOut(const std::vector<std::int32_t>& unknowns) {
 void PlaneAdjustment::HoldFirmly() {
   constexpr double kFirmness = 1e8;
   const auto hold = [this](std::int32_t unknown) {
+    if (IsFreed(unknown)) return 0.0;
     const double own = m_normal.DiagonalElement(unknown);
     const double weight = own > 0.0 ? kFirmness * own : 1.0;
     m_normal.Hold(unknown, weight);
@@ -188,10 +190,12 @@ void PlaneAdjustment::Move(std::span<const double> step, double part) {
   const NetworkLayout& net = m_net->layout;
   for (const Slot slot : net.Slots()) {
     const PointNo point = net.PointOf(slot);
-    if (point.IsNone() || net.IsControl(point) || m_isLeftOut[point] != 0) continue;
+    if (point.IsNone() || m_isLeftOut[point] != 0) continue;
+    const std::int32_t x = 2 * point.Number();
     const std::size_t unknown = 2 * point.Position();
-    m_coords[slot].x += part * step[unknown];
-    m_coords[slot].y += part * step[unknown + 1];
+    const bool isNew = !net.IsControl(point);
+    if (isNew || IsFreed(x)) m_coords[slot].x += part * step[unknown];
+    if (isNew || IsFreed(x + 1)) m_coords[slot].y += part * step[unknown + 1];
   }
 }
 

@@ -4,7 +4,6 @@
 #include <utility>
 
 #include "core/angles.h"
-#include "core/normal_quantile.h"
 #include "core/parallel.h"
 #include "core/snooping.h"
 #include "plane/approximate/candidates.h"
@@ -150,7 +149,7 @@ class PlaneAdjustment::Snooped : public SnoopedNetwork {
 
   Findings ControlMisfit(double largest) const override {
     Findings found;
-    for (const ControlFit& fit : m_net.ControlFits()) {
+    for (const ControlFit& fit : m_net.FitControl()) {
       const bool isX = std::fabs(fit.wx) > std::fabs(fit.wy);
       const double w = std::fabs(isX ? fit.wx : fit.wy);
       if (!(w > largest)) continue;
@@ -201,7 +200,7 @@ bool LosesPoints(const Outcome& outcome) {
 }
 }  // namespace
 
-Outcome PlaneAdjustment::SnoopAsTextbook(double alpha,
+Outcome PlaneAdjustment::SnoopAsTextbook(const OutlierTest& test,
                                          const std::function<void(int)>& announceRound) {
   const ThreadTeam team;
   Outcome outcome = PlaceAndConverge(true);
@@ -211,7 +210,7 @@ Outcome PlaneAdjustment::SnoopAsTextbook(double alpha,
   }
   if (!outcome.ok) return outcome;
   Snooped network(*this);
-  SnoopingResult result = Snoop(network, NormalQuantile(1.0 - alpha * 0.5), announceRound);
+  SnoopingResult result = Snoop(network, test, announceRound);
   outcome += std::move(result.outcome);
   if (!outcome.ok) return outcome;
   m_untested = result.untested;
@@ -222,7 +221,11 @@ Outcome PlaneAdjustment::SnoopAsTextbook(double alpha,
     }
     m_takenOut.push_back(std::move(record));
   }
-  return outcome += FinishAsTextbook();
+  outcome += FinishAsTextbook();
+  for (Finding& finding : outcome.findings) {
+    if (finding.code == BRENU_CONTROL_DOES_NOT_FIT) RefineControlMisfit(finding);
+  }
+  return outcome;
 }
 
 }  // namespace brenu

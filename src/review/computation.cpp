@@ -4,8 +4,10 @@
 
 #include "job/closure_list.h"
 #include "job/network_build.h"
+#include "review/data_check.h"
 #include "review/network_view.h"
 #include "review/placing.h"
+#include "review/rules_check.h"
 
 namespace brenu {
 
@@ -27,23 +29,45 @@ Outcome AdjustDistancesOnly(AdjustmentContext& context) {
   return RunLeastSquareAdj(context);
 }
 
-Outcome ComputeByFormat(AdjustmentContext& context, std::optional<double> snoopingAlpha,
+Outcome ComputeByFormat(AdjustmentContext& context, const std::optional<OutlierTest>& snooping,
                         const AnnounceRound& announceRound) {
+  const bool canSnoop =
+      IsOrdinary(context) || (context.rules.AreTextbook() && IsDistancesOnly(context));
+  if (snooping && !canSnoop) return Error(BRENU_FORMAT_IS_NOT, {}, {0.0});
   if (IsUnoriented(context)) return RunNonDirectionAdj(context);
-  if (context.rules.AreTextbook()) return RunTextbook(context, snoopingAlpha, announceRound);
+  if (context.rules.AreTextbook()) return RunTextbook(context, snooping, announceRound);
   if (IsDistancesOnly(context)) return AdjustDistancesOnly(context);
-  if (!snoopingAlpha) return RunLeastSquareAdj(context);
+  if (!snooping) return RunLeastSquareAdj(context);
   const auto kind = static_cast<std::uint32_t>(ClassifyNetwork(context));
-  return RunDataSnooping(context, kind, *snoopingAlpha, *snoopingAlpha, announceRound);
+  return RunDataSnooping(context, kind, snooping->alpha, snooping->alpha, announceRound);
 }
 
 }  // namespace
 
-Outcome Compute(AdjustmentContext& context, std::optional<double> snoopingAlpha,
+Outcome Compute(AdjustmentContext& context, const std::optional<OutlierTest>& snooping,
                 const AnnounceRound& announceRound) {
-  Outcome outcome = ComputeByFormat(context, snoopingAlpha, announceRound);
+  Outcome outcome = ComputeByFormat(context, snooping, announceRound);
   // By the rules of textbooks a success says that something was adjusted, if not everything.
   return context.rules.AreTextbook() ? outcome : Judged(std::move(outcome));
+}
+
+Outcome ComputeChecked(AdjustmentContext& context, const std::optional<OutlierTest>& snooping) {
+  if (Findings found = CheckWeights(context); !found.empty()) {
+    Outcome refused;
+    refused.ok = false;
+    refused.findings = std::move(found);
+    return refused;
+  }
+  Outcome outcome = Compute(context, snooping);
+  if (!outcome.ok || !context.rules.AreTextbook()) return outcome;
+  for (Finding& finding : CheckLevelSigma(context)) {
+    outcome.findings.push_back(std::move(finding));
+  }
+  return outcome;
+}
+
+Outcome ComputeApproximations(AdjustmentContext& context) {
+  return context.rules.AreTextbook() ? RunTextbookApprox(context) : RunApproxCalc(context);
 }
 
 Outcome ComputeClosures(AdjustmentContext& context) {
@@ -61,6 +85,16 @@ Outcome ComputeClosures(AdjustmentContext& context) {
     finding.severity = Severity::kWarning;
     outcome.ok = true;
   }
+  return outcome;
+}
+
+Outcome PlaceAndClose(AdjustmentContext& context) {
+  Outcome outcome =
+      IsOrdinary(context) ? CalculateTextbookClosures(context) : RunTextbookApprox(context);
+  // That nothing closes is no failure of the approximate values.
+  std::erase_if(outcome.findings,
+                [](const Finding& finding) { return finding.code == BRENU_NO_CLOSURES; });
+  outcome.ok = outcome.ok || outcome.findings.empty();
   return outcome;
 }
 

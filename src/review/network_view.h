@@ -21,6 +21,7 @@ struct Observation {
 struct NetworkFigures {
   std::int32_t controlPoints, newPoints;
   std::int32_t redundancy;  // observations minus unknowns
+  std::int32_t leftOut;     // new points without results
   double sigma0;  // metres for 1 km of levelling; in the plane a multiple of MO, MS and MR
 
   // Standard errors mean something only with redundant observations and a new point.

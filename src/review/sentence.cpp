@@ -1,10 +1,12 @@
 #include "review/sentence.h"
 
+#include <algorithm>
 #include <cmath>
 #include <string_view>
 #include <vector>
 
 #include "core/text_number.h"
+#include "review/observation_kind.h"
 #include "review/sentence_table.h"
 #include "review/text.h"
 
@@ -49,6 +51,18 @@ std::string OnlyThese(std::string_view kinds, const Finding& finding) {
   return first + " and " + second + " only";
 }
 
+ObsKind KindIn(const Finding& finding, std::string_view placeholder) {
+  const double number = ValueAt(finding, NumberIn(placeholder, 1));
+  return static_cast<ObsKind>(std::clamp(number, 0.0, kObsKindCount - 1.0));
+}
+
+// "3.2 mm smaller", the opposite of an error of that kind.
+std::string Correction(ObsKind kind, double error) {
+  const bool isAngle = IsAngle(kind);
+  const double amount = std::fabs(error) * (isAngle ? 1.0 : 1000.0);
+  return Fixed(amount, 1) + (isAngle ? "\"" : " mm") + (error < 0.0 ? " greater" : " smaller");
+}
+
 std::string Fill(std::string_view text, const Finding& finding);
 
 std::string Replacement(std::string_view placeholder, const Finding& finding) {
@@ -60,6 +74,14 @@ std::string Replacement(std::string_view placeholder, const Finding& finding) {
     case 'v':
       return ValueText(ValueAt(finding, NumberIn(placeholder, 1)),
                        placeholder.size() > 3 ? placeholder.substr(3) : "");
+    case 'n':
+      return ValueAt(finding, NumberIn(placeholder, 1)) == 0.0 ? "heights" : "plane";
+    case 'k':
+      return NameOf(KindIn(finding, placeholder));
+    case 'p':
+      return std::string(NameOf(KindIn(finding, placeholder))) + 's';
+    case 'u':
+      return Correction(KindIn(finding, placeholder), ValueAt(finding, NumberIn(placeholder, 2)));
     case '+': {
       const double more = ValueAt(finding, NumberIn(placeholder, 1));
       return more > 0.0 ? " and " + Fixed(more, 0) + " more" : "";
@@ -80,13 +102,23 @@ std::string Replacement(std::string_view placeholder, const Finding& finding) {
   }
 }
 
+// The brace that closes the one at `open`.
+std::size_t Closing(std::string_view text, std::size_t open) {
+  std::size_t close = open;
+  for (int depth = 0; close < text.size(); ++close) {
+    if (text[close] == '{') ++depth;
+    if (text[close] == '}' && --depth == 0) break;
+  }
+  return close;
+}
+
 std::string Fill(std::string_view text, const Finding& finding) {
   std::string filled;
   while (!text.empty()) {
     const std::size_t open = text.find('{');
     filled += text.substr(0, open);
     if (open == std::string_view::npos) break;
-    const std::size_t close = text.find('}', open);
+    const std::size_t close = Closing(text, open);
     filled += Replacement(text.substr(open + 1, close - open - 1), finding);
     text.remove_prefix(close + 1);
   }
@@ -95,7 +127,7 @@ std::string Fill(std::string_view text, const Finding& finding) {
 
 }  // namespace
 
-std::string SentenceOf(const Finding& finding) {
+std::string SentenceOf(const Finding& finding, Language) {
   const SentenceEntry* entry = FindSentence(finding.code);
   if (entry == nullptr) return "finding " + std::to_string(static_cast<int>(finding.code));
   std::string sentence = Fill(entry->text, finding);

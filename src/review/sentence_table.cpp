@@ -35,6 +35,8 @@ constexpr SentenceEntry kSentences[] = {
      "neither {1} nor {2} has a stored direction to turn the new readings onto; nothing was added"},
     {BRENU_KIND_IS_NOT_NETWORK_TYPE, "kind-is-not-network-type",
      "the kind {v1} is not that of the network, {v2}; give the type of the network"},
+    {BRENU_OPTION_REFUSED, "option-refused",
+     "the option {1} cannot be {v1.g} here; survey.h says what it may be"},
 
     {BRENU_FILE_MISSING, "file-missing", "there is no such file; check its name"},
     {BRENU_FILE_IS_FOLDER, "file-is-folder", "this is a directory; name a file in it"},
@@ -138,9 +140,9 @@ constexpr SentenceEntry kSentences[] = {
     {BRENU_FORMAT_LEAVES_HEIGHTS, "format-leaves-heights",
      "formats 1 and 3 compute the plane only; adjust the heights as a job of their own"},
     {BRENU_FORMAT_COUNTS_DIRECTIONS, "format-counts-directions",
-     "directions and azimuths take no part with format 3, but count in the redundancy, so that "
-     "m0 and the standard errors come out too small; every line of a station file has a "
-     "direction"},
+     "directions and azimuths take no part with format 3; by the classic rules they count in the "
+     "redundancy all the same, so that m0 and the standard errors come out too small; every line "
+     "of a station file has a direction"},
     {BRENU_FORMAT_NEEDS_PLANE, "format-needs-plane",
      "formats 1 (traverses without orientation) and 3 (distances only) need points with known X "
      "and Y; correct the format or the types of the points"},
@@ -227,8 +229,7 @@ constexpr SentenceEntry kSentences[] = {
      "that failed"},
     {BRENU_POINT_LEFT_OUT, "point-left-out",
      "the point {1} is left out: it has {&direction|distance}; observe it from another known "
-     "point, "
-     "or measure one more distance"},
+     "point, or measure one more distance"},
     {BRENU_POINTS_UNDETERMINED, "points-undetermined",
      "left out: {points}; what hangs together there can still move against the control points; tie "
      "it by a further direction or distance"},
@@ -237,19 +238,16 @@ constexpr SentenceEntry kSentences[] = {
      "known points from a new one"},
     {BRENU_PLANE_NOT_CONVERGED, "plane-not-converged",
      "the adjustment of the plane network does not converge; look for gross errors by data "
-     "snooping, "
-     "and for points placed with too little"},
+     "snooping, and for points placed with too little"},
     {BRENU_CONTROL_DOES_NOT_FIT, "control-does-not-fit",
      "the control point {1} does not fit the others: they agree on {2} {=1.2 m} (test value "
-     "{v2.1}); "
-     "check its coordinates, and that it was the point sighted"},
+     "{v2.1}); check its coordinates, and that it was the point sighted"},
     {BRENU_HEIGHTS_LEFT_OUT, "heights-left-out",
      "the heights of {points} are left out: no chain of height differences with line lengths leads "
      "there from a bench mark; level it from a known point"},
     {BRENU_RULES_DIFFER, "rules-differ",
      "the classic rules put {1} elsewhere, by {v1.4} m, {v2.1} standard errors; compute by them to "
-     "see "
-     "all"},
+     "see all"},
     {BRENU_CLASSIC_RULES_REFUSE, "classic-rules-refuse",
      "the classic rules cannot compute this network; compute by them to see why"},
     {BRENU_LEVEL_SIGMA_CONTRADICTED, "level-sigma-contradicted",
@@ -257,7 +255,56 @@ constexpr SentenceEntry kSentences[] = {
      "assumed; set the a-priori error of levelling if that is what it is worth"},
     {BRENU_GROUP_LEFT_OUT, "group-left-out",
      "{points} are left out: they hang together, with {&direction|distance} to points that have a "
-     "place; observe two of them from known points, or known points from two of them"}};
+     "place; observe two of them from known points, or known points from two of them"},
+
+    {BRENU_M0_TOO_LARGE, "m0-too-large",
+     "the standard error of unit weight of the {n1} is {v4.2} times the a-priori one, beyond chance "
+     "([pvv] {v2.1} exceeds {v3.1}, chi-square 95 %); look for gross errors, or correct the "
+     "a-priori errors"},
+    {BRENU_M0_SMALL, "m0-small",
+     "the standard error of unit weight of the {n1} is {v4.2} times the a-priori one, less than "
+     "chance explains ([pvv] {v2.1} is below {v3.1}); the a-priori errors may be too large"},
+    {BRENU_NOTHING_REDUNDANT, "nothing-redundant",
+     "nothing is redundant in the {n1}, so no error would show; observe more than is needed"},
+    {BRENU_OBSERVATION_SUSPECT, "observation-suspect",
+     "the {k1} {1} - {2} does not fit: its test value is {v2.1}, the critical one {v3.2}; it would "
+     "fit if it were {u14}; check it"},
+    {BRENU_MORE_SUSPECTS, "more-suspects",
+     "further observations beyond the critical value: {v1}, some of them because of the first; look "
+     "at these when the first is settled"},
+    {BRENU_POINTS_NOT_CHECKED, "points-not-checked",
+     "nothing checks {points}: an error in its observations would not show; observe it once more "
+     "from elsewhere"},
+    {BRENU_POINTS_WEAK, "points-weak",
+     "hardly anything checks {points}; observe it once more from elsewhere"},
+    {BRENU_CLOSURE_OF_HEIGHTS, "closure-of-heights",
+     "the closure {1} is off by {v1.1} mm, more than the {v2.1} mm of grade {v3}{?4 ; it meets "
+     "grade {v4}}{?5 ; the statistics of the network are in order, so it is the grade, not a gross "
+     "error}"},
+    {BRENU_CLOSURE_OF_ANGLES, "closure-of-angles",
+     "the angles of {1} are off by {v1.1}\", more than the {v2.1}\" of grade {v3}{?4 ; they meet "
+     "grade {v4}}{?5 ; the statistics of the network are in order, so it is the grade, not a gross "
+     "error}"},
+    {BRENU_CLOSURE_OF_SIDES, "closure-of-sides",
+     "the traverse {1} is off by {v1.1} mm, more than the {v2.1} mm of grade {v3}{?4 ; it meets "
+     "grade {v4}}{?5 ; the statistics of the network are in order, so it is the grade, not a gross "
+     "error}"},
+    {BRENU_MORE_CLOSURES, "more-closures", "further closures beyond their limits: {v1}"},
+    {BRENU_LARGE_BY_CHANCE, "large-by-chance",
+     "the {k1} {1} - {2} has the test value {v2.1}{?3  and {v3} more exceed 3.29}, which chance "
+     "explains in a network of this size"},
+    {BRENU_GROUP_VARIANCE, "group-variance",
+     "the residuals of the {p1} are {v2.2} times as large as their a-priori errors say; correct "
+     "these if that is what the instrument is worth"},
+    {BRENU_OBSERVATIONS_OUT, "observations-out",
+     "observations taken out by data snooping: {v1}; see the table"},
+    {BRENU_LIKE_OTHER_FACE, "like-other-face", "half a circle: read on the other face"},
+    {BRENU_LIKE_DEGREES, "like-degrees", "a misreading of {v1} degrees"},
+    {BRENU_LIKE_MINUTES, "like-minutes", "a misreading of {v1} minutes"},
+    {BRENU_LIKE_METRES, "like-metres", "a misreading of {v1.g} m"},
+    {BRENU_LIKE_FEET, "like-feet", "feet taken for metres"},
+    {BRENU_CLOSURES_EXPLAINED, "closures-explained",
+     "closures beyond their limits that run over observations taken out: {v1}"}};
 
 constexpr bool AreAscending() {
   for (std::size_t i = 1; i < std::size(kSentences); ++i) {

@@ -15,6 +15,8 @@ namespace brenu {
 //   {?1 text}     the text when the value is not 0
 //   {&direction|distance}  "1 direction only", "2 directions and 1 distance only", "no
 //                 observation", by the first two values
+//   {n1} {k1} {p1}  "heights" or "plane"; the kind of an observation, or of many
+//   {u14}         "12.3 mm smaller": value 4 as the error of an observation of the kind of value 1
 //   {=1.2 m}      "0.25 m greater" or "0.25 m smaller", by the sign of the value
 struct SentenceEntry {
   Code code;

@@ -6,6 +6,7 @@
 
 #include "core/angles.h"
 #include "core/text_number.h"
+#include "review/encoding.h"
 
 namespace brenu {
 
@@ -43,7 +44,7 @@ std::string Ratio(std::int32_t n) {
 }
 
 std::string Printable(std::string_view text) {
-  std::string shown(text);
+  std::string shown = ToUtf8(text);
   std::replace_if(
       shown.begin(), shown.end(), [](unsigned char c) { return c < 0x20 || c == 0x7f; }, '?');
   return shown;
@@ -51,7 +52,14 @@ std::string Printable(std::string_view text) {
 
 std::string Quoted(std::string_view text) {
   constexpr std::size_t kLongest = 80;
-  return '"' + Printable(text.substr(0, kLongest)) + (text.size() > kLongest ? "...\"" : "\"");
+  const std::string shown = Printable(text);
+  if (shown.size() <= kLongest) return '"' + shown + '"';
+  std::size_t end = kLongest;
+  const auto continues = [&](std::size_t at) {
+    return (static_cast<unsigned char>(shown[at]) & 0xC0U) == 0x80U;
+  };
+  while (end > 0 && continues(end)) --end;
+  return '"' + shown.substr(0, end) + "...\"";
 }
 
 std::string Line(std::string_view station, std::string_view target) {

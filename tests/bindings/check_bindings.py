@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Checks that the declarations for C# are those of brenu.h, for Python those of survey.h, too.
+"""Checks that the declarations for C# and Python are those of brenu.h and survey.h.
 
 Functions by name, result and arguments, records by the name, type and place of every field.  No
 compiler and no library is needed: a fault here would otherwise be found as garbage in a result."""
@@ -31,6 +31,9 @@ CSHARP_AS_C = [
     (r"\[MarshalAs\(UnmanagedType\.ByVal\w+, SizeConst = (\d+)\)\]\s*public \S+ (\w+);",
      r"char \2[\1];"),
     (r"\[In, Out\] byte\[\] direction", "char direction[255]"),
+    (r"\bbyte\[\] (\w+)", r"char* \1"),
+    (r"\bextern IntPtr brenu_", "extern char* brenu_"),
+    (r"\bUIntPtr\b", "size_t"),
     (r"(?:ref|out) (\w+) ", r"\1* "),
     (r"\bstring (\w+[,)])", r"char* \1"),
     (r"\bIntPtr name;", "char* name;"),
@@ -166,12 +169,16 @@ def main():
         *listed("exports.txt", in_c),
         *listed("survey-exports.txt", in_survey),
         *differences("stated size", {n: str(size) for n, (_, size) in sizes.items()}, dict(stated)),
-        *differences("C#", in_c, functions(csharp)),
-        *differences("C#", records_c, records(csharp)),
+        *differences("C#", {**in_c, **in_survey}, functions(csharp)),
+        *differences("C#", all_records, records(csharp)),
         *differences("Python", wanted, python),
         *differences("Python", sizes, {n: places(getattr(layouts, n)) for n in sizes}),
         *differences("Python", fields_c, fields),
     ]
+    codes = re.findall(r"BRENU_(\w+) = ([1-9]\d*)", (ROOT / "include/brenu/findings.h").read_text())
+    codes = {number: name.lower().replace("_", "-") for name, number in codes if name != "ERROR"}
+    table = dict(re.findall(r"^\| (\d+) \| ([\w-]+) \|", (ROOT / "docs/findings.md").read_text(), re.M))
+    faults += differences("docs/findings.md", codes, table)
     print(f"{len(wanted)} functions and {len(sizes)} records compared")
     return "\n".join(faults) or None
 

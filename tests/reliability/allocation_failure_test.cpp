@@ -130,6 +130,13 @@ bool ReadAndTell(AdjustmentContext*) {
   return done;
 }
 
+bool SnoopAsTextbook(AdjustmentContext* job) {
+  const brenu_options options = {BRENU_TEXTBOOK, BRENU_W_TEST, 0, 0, 0};
+  brenu_taken_out out;
+  return brenu_adjust(job, &options) &&
+         brenu_get_taken_out(job, 0, &out) == (brenu_taken_out_count(job) > 0);
+}
+
 constexpr Step kSteps[] = {
     ReadAndTell,
     AddPairs,
@@ -138,6 +145,7 @@ constexpr Step kSteps[] = {
     ApproxCalc,
     CalculateCloseError,
     [](AdjustmentContext* job) { return ExportCloseErrorFile(job, paths.closures); },
+    SnoopAsTextbook,
     Snoop,
     LeastSquareAdj,
     [](AdjustmentContext* job) { return ExportResultFile(job, paths.report); },
@@ -210,7 +218,7 @@ TEST(AllocationFailure, IsForgottenInLargeNetworks) {
                               GridNetwork(8, 8, PointOrder::kShuffled).Levelling()}) {
     const Job job;
     Enter(network, job);
-    for (const Step step : {LeastSquareAdj, Snoop}) {
+    for (const Step step : {LeastSquareAdj, Snoop, SnoopAsTextbook}) {
       FailEverywhere([&] {
         Perform(step, job);
         EXPECT_TRUE(ExportResultFile(job, paths.report));

@@ -65,7 +65,7 @@ class ProgramTest : public ::testing::Test {
 
   // That the command is done without a warning, and its output holds each of the texts.
   void ExpectOutput(const std::string& text, const std::vector<std::string>& regularExpressions,
-                    const std::string& command = "adjust") const {
+                    const std::string& command = "adjust --no-verdict") const {
     const Outcome run = On(text, command);
     EXPECT_EQ(run.status, 0);
     EXPECT_EQ(run.err, "");

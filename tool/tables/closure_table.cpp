@@ -1,7 +1,7 @@
 #include "tables/closure_table.h"
 
+#include "report/text_table.h"
 #include "review/text.h"
-#include "tables/text_table.h"
 
 namespace brenu::tool {
 

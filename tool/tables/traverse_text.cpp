@@ -1,7 +1,7 @@
 #include "tables/traverse_text.h"
 
+#include "report/text_table.h"
 #include "review/text.h"
-#include "tables/text_table.h"
 
 namespace brenu::tool {
 
@@ -45,6 +45,18 @@ std::string TraverseSummary(const AdjustmentContext& context) {
   for (const Traverse& t : context.plane.traverses.Traverses()) {
     table.AddRow(
         {Fixed(t.length, 3), Fixed(t.lengthMisclosure, 4), Ratio(t.relativePrecision), RouteOf(t)});
+  }
+  return table.Text();
+}
+
+std::string CoordinateTable(const AdjustmentContext& context) {
+  TextTable table("lrr");
+  table.AddRow({"Point", "X (m)", "Y (m)"});
+  for (const auto& [index, point] : context.store.Points()) {
+    const auto r = context.plane.results.ResultOfPoint(NameOf(point));
+    if (!r) continue;
+    const char* const mark = IsPlaneControl(point) ? " *" : "";
+    table.AddRow({Printable(NameOf(point)) + mark, Fixed(r->x, 4), Fixed(r->y, 4)});
   }
   return table.Text();
 }

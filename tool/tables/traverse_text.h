@@ -10,6 +10,9 @@ namespace brenu::tool {
 // A row a traverse: length, linear misclosure, relative precision, route.
 std::string TraverseSummary(const AdjustmentContext& context);
 
+// The coordinates of all points, control points marked by a star.
+std::string CoordinateTable(const AdjustmentContext& context);
+
 // The table of every traverse, each after an empty line and the names of its ends.
 std::string TraverseTables(const AdjustmentContext& context);
 

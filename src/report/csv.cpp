@@ -1,0 +1,83 @@
+#include "report/csv.h"
+
+#include <charconv>
+#include <cmath>
+#include <string_view>
+
+#include "report/columns.h"
+
+namespace brenu {
+
+namespace {
+
+// In quotation marks where it needs them.
+void AppendText(std::string& out, std::string_view text) {
+  if (text.find_first_of(",\"\r\n") == std::string_view::npos) {
+    out += text;
+    return;
+  }
+  out += '"';
+  for (const char c : text) {
+    if (c == '"') out += '"';
+    out += c;
+  }
+  out += '"';
+}
+
+void AppendCell(std::string& out, const Cell& cell) {
+  if (const auto* number = std::get_if<double>(&cell)) {
+    if (!std::isfinite(*number)) return;
+    char digits[32];
+    const auto end = std::to_chars(digits, digits + sizeof digits, *number).ptr;
+    out.append(digits, end);
+  } else if (const auto* whole = std::get_if<std::int64_t>(&cell)) {
+    out += std::to_string(*whole);
+  } else if (const auto* flag = std::get_if<bool>(&cell)) {
+    out += *flag ? "true" : "false";
+  } else {
+    AppendText(out, std::get<std::string_view>(cell));
+  }
+}
+
+template <typename Row>
+void AddTable(std::vector<CsvFile>& files, const char* name, const std::vector<Row>& rows) {
+  if (rows.empty()) return;
+  std::string text;
+  const auto columns = ColumnsOf<Row>();
+  const auto line = [&](const auto& append) {
+    for (const Column<Row>& column : columns) {
+      if (&column != columns.data()) text += ',';
+      append(column);
+    }
+    text += '\n';
+  };
+  line([&](const Column<Row>& column) { text += column.key; });
+  for (const Row& row : rows) {
+    line([&](const Column<Row>& column) { AppendCell(text, column.cell(row)); });
+  }
+  files.push_back({name, std::move(text)});
+}
+
+}  // namespace
+
+std::vector<CsvFile> CsvFiles(const Report& report) {
+  std::vector<CsvFile> files;
+  if (report.heights) {
+    AddTable(files, "heights-points.csv", report.heights->points);
+    AddTable(files, "heights-observations.csv", report.heights->observations);
+    AddTable(files, "heights-taken-out.csv", report.heights->takenOut);
+    AddTable(files, "heights-control.csv", report.heights->control);
+  }
+  if (report.plane) {
+    AddTable(files, "plane-points.csv", report.plane->points);
+    AddTable(files, "plane-observations.csv", report.plane->observations);
+    AddTable(files, "plane-groups.csv", report.plane->groups);
+    AddTable(files, "plane-taken-out.csv", report.plane->takenOut);
+    AddTable(files, "plane-control.csv", report.plane->control);
+    AddTable(files, "plane-relative-ellipses.csv", report.plane->relative);
+  }
+  AddTable(files, "closures.csv", report.closures);
+  return files;
+}
+
+}  // namespace brenu

@@ -1,0 +1,15 @@
+#pragma once
+
+#include <string>
+
+#include "report/report.h"
+#include "review/language.h"
+
+namespace brenu {
+
+// The report as one page that needs nothing else: verdict, sketch, tables, statistics.  Complete
+// without script; with it tables sort, filter and turn pages, and rows and sketch lead to each
+// other.
+std::string HtmlPage(const Report& report, Language language);
+
+}  // namespace brenu

@@ -1,0 +1,39 @@
+// What can be said before an adjustment.
+#include "tool/program.h"
+
+namespace brenu::testing {
+namespace {
+
+using ::testing::ContainsRegex;
+using ::testing::HasSubstr;
+using ::testing::Not;
+
+class CheckCommand : public ProgramTest {};
+
+// A square of 100 m between A and B; the direction from A to Q is a degree off, the distance from P
+// to B is 20 mm shorter one way.
+const char* const kSquare =
+    "[PARAM]\nMO:2\nMS:0.005\nMR:0\n\n[PT]\nA,10,1000,1000,\nB,10,1000,1100,\nP,00,,,\nQ,00,,,\n\n"
+    "[OBS]\nA,B,90,,,\nA,P,45,141.4214,,\nA,Q,1,100,,\nB,A,270,,,\nB,Q,315,141.4214,,\n"
+    "B,P,0,100,,\nP,B,0,99.98,,\nP,Q,90,100,,\nQ,P,0,100,,\n";
+
+TEST_F(CheckCommand, NamesWhatDoesNotFitBeforeTheAdjustment) {
+  const Outcome run = On(kSquare, "check");
+  EXPECT_EQ(run.status, 0) << run.err;
+  EXPECT_THAT(run.out, HasSubstr("plane network"));
+  EXPECT_THAT(run.out, ContainsRegex("directions +9\n"));
+  EXPECT_THAT(run.out, ContainsRegex("There and back[^\n]*\n[^\n]*\n +distance +B +P +100\\.0000 "
+                                     "+20\\.00 +mm +2\\.8\n"));
+  EXPECT_THAT(run.out, ContainsRegex("Observed minus computed[^\n]*\n[^\n]*\n +direction +A +Q "
+                                     "+01 00 00"));
+}
+
+TEST_F(CheckCommand, NamesWhatIsNotDetermined) {
+  const Outcome run = On(With(kSquare, "Q,00,,,\n", "Q,00,,,\nR,00,,,\n"), "check");
+  EXPECT_EQ(run.status, 1);
+  EXPECT_THAT(run.err, HasSubstr("the point R is left out"));
+  EXPECT_THAT(run.out, ContainsRegex("points +5\n"));
+}
+
+}  // namespace
+}  // namespace brenu::testing

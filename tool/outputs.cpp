@@ -1,0 +1,68 @@
+#include "outputs.h"
+
+#include <cstdlib>
+#include <filesystem>
+#include <string_view>
+
+#include "io/replace_file.h"
+#include "report/csv.h"
+#include "report/dxf_sketch.h"
+#include "report/html_page.h"
+#include "report/json.h"
+#include "report/make_sketch.h"
+#include "report/svg_sketch.h"
+#include "report/text_report.h"
+
+namespace brenu::tool {
+
+namespace {
+
+Ending Write(const std::string& path, const std::string& text) {
+  if (ReplaceFile(Utf8Path(path.c_str()), text) == Replaced::kDone) return {};
+  return {kFileOrUsage, {Error(BRENU_FILE_NOT_WRITTEN, {path})}};
+}
+
+Ending WriteCsv(const Report& report, const std::string& folder) {
+  std::error_code error;
+  std::filesystem::create_directories(Utf8Path(folder.c_str()), error);
+  for (const CsvFile& file : CsvFiles(report)) {
+    Ending written = Write(folder + '/' + file.name, file.text);
+    if (written.status != kDone) return written;
+  }
+  return {};
+}
+
+}  // namespace
+
+Ending WriteOutputs(const Report& report, const OutputOptions& options) {
+  const auto write = [&](const std::string& path, const auto& render) -> Ending {
+    return path.empty() ? Ending{} : Write(path, render());
+  };
+  Ending ending;
+  if (options.json != "-") ending = write(options.json, [&] { return Json(report); });
+  if (ending.status == kDone && !options.csvFolder.empty()) {
+    ending = WriteCsv(report, options.csvFolder);
+  }
+  if (ending.status == kDone) {
+    ending = write(options.text, [&] { return TextReport(report, options.language); });
+  }
+  if (ending.status == kDone) {
+    ending = write(options.html, [&] { return HtmlPage(report, options.language); });
+  }
+  if (ending.status != kDone || (options.svg.empty() && options.dxf.empty())) return ending;
+  const ReportSketch sketch(report, options.language);
+  ending = write(options.svg, [&] { return Svg(sketch.Drawing()); });
+  if (ending.status == kDone) ending = write(options.dxf, [&] { return Dxf(sketch.Drawing()); });
+  return ending;
+}
+
+Language LanguageOfEnvironment() {
+  for (const char* const name : {"LC_ALL", "LC_MESSAGES", "LANG"}) {
+    const char* const value = std::getenv(name);
+    if (value == nullptr || *value == '\0') continue;
+    return std::string_view(value).starts_with("zh") ? Language::kChinese : Language::kEnglish;
+  }
+  return Language::kEnglish;
+}
+
+}  // namespace brenu::tool
