@@ -144,6 +144,15 @@ template <typename Make>
 void NormalEquations::AddAll(std::size_t count, Make make) {
   constexpr std::size_t kPart = 256;
   constexpr std::size_t kPartsOfWave = 64;  // what waits to be added stays small
+  if (count <= kPart || WorkerCount() == 1) {
+    EquationList list;
+    for (std::size_t k = 0; k < count; ++k) {
+      list.Clear();
+      make(k, list);
+      for (const auto& e : list.All()) Add(e.Terms(), e.weight, e.reduced);
+    }
+    return;
+  }
   std::vector<EquationList> lists(std::min(kPartsOfWave, (count + kPart - 1) / kPart));
   for (std::size_t begin = 0; begin < count; begin += kPartsOfWave * kPart) {
     const std::size_t wave = std::min(count - begin, kPartsOfWave * kPart);

@@ -155,17 +155,27 @@ class Snooping {
     double sigma0 = 1.0;
     double redundancy = 0.0;
   };
-  UnitWeight EstimateUnitWeight() const {
-    if (m_test.kind == OutlierTest::Kind::kBaarda) return {};
+  UnitWeight EstimateUnitWeight() const { return UnitWeightOf(SumUp()); }
+
+  // Of what is in use.
+  struct Sums {
     double pvv = 0.0;
-    double redundancy = 0.0;
+    double redundancy = 0.0;  // all redundancy numbers together
+  };
+  Sums SumUp() const {
+    Sums sums;
+    if (m_test.kind == OutlierTest::Kind::kBaarda) return sums;
     for (const Item& item : m_items) {
       if (!item.isInUse) continue;
-      pvv += item.residual * item.residual / item.variance;
-      redundancy += item.ResidualVariance() / item.variance;
+      sums.pvv += item.residual * item.residual / item.variance;
+      sums.redundancy += item.ResidualVariance() / item.variance;
     }
-    redundancy = std::round(redundancy);  // all redundancy numbers together
-    return {std::sqrt(pvv / redundancy), redundancy};
+    return sums;
+  }
+  UnitWeight UnitWeightOf(const Sums& sums) const {
+    if (m_test.kind == OutlierTest::Kind::kBaarda) return {};
+    const double redundancy = std::round(sums.redundancy);
+    return {std::sqrt(sums.pvv / redundancy), redundancy};
   }
 
   // What a control point has to exceed to take the blame.
@@ -181,10 +191,10 @@ class Snooping {
   bool TakeOutBatch(const std::function<void(int)>& announceRound) {
     while (m_changes.size() < kMostChanges) {
       const UnitWeight unit = EstimateUnitWeight();
-      std::size_t worst = Worst(unit.sigma0 * m_test.Critical(unit.redundancy), &Item::TestValue);
+      std::size_t worst = Largest(unit.sigma0 * m_test.Critical(unit.redundancy), &Item::TestValue);
       if (worst == m_items.size()) break;
       // An error that hardly shows in its own residual shows all the more in those of others.
-      const std::size_t hidden = Worst(m_items[worst].TestValue(), &Item::Standardised);
+      const std::size_t hidden = Largest(m_items[worst].TestValue(), &Item::Standardised);
       if (hidden != m_items.size()) worst = hidden;
       if (announceRound) announceRound(++m_round);
       TakeOut(worst, unit.sigma0);
@@ -192,26 +202,25 @@ class Snooping {
     return !m_changes.empty();
   }
 
-  using Value = double (Item::*)() const;
   // The first item with the largest value above the limit; past the end without any.
-  std::size_t Worst(double limit, Value value) const {
+  std::size_t Largest(double limit, double (Item::*value)() const) const {
     std::vector<std::size_t> ofParts((m_items.size() + kItemsOfPart - 1) / kItemsOfPart);
     ForEachPart(m_items.size(), kItemsOfPart, [&](std::size_t begin, std::size_t end) {
-      std::size_t worst = m_items.size();
+      std::size_t first = m_items.size();
       double largest = limit;
       for (std::size_t i = begin; i < end; ++i) {
         if (!((m_items[i].*value)() > largest)) continue;
         largest = (m_items[i].*value)();
-        worst = i;
+        first = i;
       }
-      ofParts[begin / kItemsOfPart] = worst;
+      ofParts[begin / kItemsOfPart] = first;
     });
-    std::size_t worst = m_items.size();
+    std::size_t first = m_items.size();
     for (const std::size_t i : ofParts) {
       if (i == m_items.size()) continue;
-      if (worst == m_items.size() || (m_items[i].*value)() > (m_items[worst].*value)()) worst = i;
+      if (first == m_items.size() || (m_items[i].*value)() > (m_items[first].*value)()) first = i;
     }
-    return worst;
+    return first;
   }
 
   void TakeOut(std::size_t i, double sigma0) {
@@ -237,9 +246,12 @@ class Snooping {
       std::stable_sort(tried.begin(), tried.end(), isBetter);
       tried.resize(kMostTried);
     }
-    const UnitWeight unit = EstimateUnitWeight();
-    const double limit = unit.sigma0 * m_test.CriticalOfPrediction(unit.redundancy);
-    if (tried.empty() || !(LeastOf(tried) < limit)) return false;
+    Sums sums = SumUp();
+    const auto limit = [&] {
+      const UnitWeight unit = UnitWeightOf(sums);
+      return unit.sigma0 * m_test.CriticalOfPrediction(unit.redundancy);
+    };
+    if (tried.empty() || !(LeastOf(tried) < limit())) return false;
 
     std::vector<std::vector<Term>> functions;
     for (const std::size_t i : tried) functions.push_back(m_equations.Terms(i));
@@ -247,7 +259,7 @@ class Snooping {
     std::vector<Change> changes;  // g by number in `tried`
     for (;;) {
       std::size_t best = tried.size();
-      double least = limit;
+      double least = limit();
       for (std::size_t k = 0; k < tried.size(); ++k) {
         const Item& item = m_items[tried[k]];
         if (item.isFinal || !(item.PredictionTest() < least)) continue;
@@ -265,6 +277,9 @@ class Snooping {
         for (std::size_t k = 0; k < g.size(); ++k) g[k] += part * change.g[k];
       }
       const double d = -(item.variance + item.cofactor);
+      // An observation put in adds the square of its prediction test to [pvv].
+      sums.pvv += item.residual * item.residual / -d;
+      sums.redundancy += 1.0;
       const double part = item.residual / d;
       for (std::size_t k = 0; k < tried.size(); ++k) {
         m_items[tried[k]].residual += g[k] * part;
