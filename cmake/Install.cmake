@@ -17,6 +17,13 @@ if(WIN32) # for linkers that make import libraries of their own
   install(FILES ${PROJECT_BINARY_DIR}/README.txt DESTINATION .)
 endif()
 
+set(BRENU_PAGE "" CACHE FILEPATH "The page brenu.html, as scripts/web makes it, to be installed")
+if(BRENU_PAGE AND WIN32)
+  install(FILES ${BRENU_PAGE} DESTINATION .)
+elseif(BRENU_PAGE)
+  install(FILES ${BRENU_PAGE} DESTINATION ${CMAKE_INSTALL_DATADIR}/brenu)
+endif()
+
 set(package ${CMAKE_INSTALL_LIBDIR}/cmake/Brenu)
 install(EXPORT BrenuTargets NAMESPACE Brenu:: FILE BrenuConfig.cmake DESTINATION ${package})
 write_basic_package_version_file(${PROJECT_BINARY_DIR}/BrenuConfigVersion.cmake

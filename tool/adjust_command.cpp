@@ -9,6 +9,7 @@
 #include "report/make_report.h"
 #include "report/summary.h"
 #include "report/text_report.h"
+#include "report/traverse_text.h"
 #include "report/verdict_text.h"
 #include "report_files.h"
 #include "review/computation.h"
@@ -16,7 +17,6 @@
 #include "review/encoding.h"
 #include "review/network_view.h"
 #include "review/rules_check.h"
-#include "tables/traverse_text.h"
 
 namespace brenu::tool {
 

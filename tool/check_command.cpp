@@ -4,12 +4,12 @@
 #include <span>
 
 #include "report/text_table.h"
+#include "report/traverse_text.h"
 #include "review/computation.h"
 #include "review/misfits.h"
 #include "review/network_view.h"
 #include "review/text.h"
 #include "tables/closure_table.h"
-#include "tables/traverse_text.h"
 
 namespace brenu::tool {
 

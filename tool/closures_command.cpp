@@ -1,9 +1,9 @@
 #include "closures_command.h"
 
+#include "report/traverse_text.h"
 #include "review/computation.h"
 #include "review/network_view.h"
 #include "tables/closure_table.h"
-#include "tables/traverse_text.h"
 
 namespace brenu::tool {
 

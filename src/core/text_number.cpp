@@ -1,7 +1,8 @@
 #include "core/text_number.h"
 
-#include <charconv>
 #include <limits>
+
+#include "core/double_chars.h"
 
 namespace brenu {
 
@@ -50,7 +51,7 @@ ParsedDouble ParseWholeDouble(std::string_view text) {
   if (text.empty() || text.front() == '-') return {0.0, false};
   double value = 0.0;
   const char* const end = text.data() + text.size();
-  const auto result = std::from_chars(text.data(), end, value);
+  const auto result = FromChars(text.data(), end, value);
   const auto length = static_cast<std::size_t>(result.ptr - text.data());
   if (result.ec == std::errc::result_out_of_range) {
     const bool large = IsTooLarge(text.substr(0, length));
@@ -76,25 +77,19 @@ std::int32_t ParseInt(std::string_view text) {
   return static_cast<std::int32_t>(value > kLimit ? kLimit : value);
 }
 
-namespace {
-
-// Room for the longest double in fixed notation.
-constexpr std::size_t kNumberRoom = 512;
-
-void Append(std::string& out, double value, std::chars_format format, int precision) {
-  char buffer[kNumberRoom];
-  const auto end = std::to_chars(buffer, buffer + kNumberRoom, value, format, precision);
-  out.append(buffer, end.ptr);
-}
-
-}  // namespace
-
 void AppendFixed(std::string& out, double value, int decimals) {
-  Append(out, value, std::chars_format::fixed, decimals);
+  char buffer[kDoubleRoom];
+  out.append(buffer, FixedChars(buffer, buffer + kDoubleRoom, value, decimals));
 }
 
 void AppendGeneral(std::string& out, double value) {
-  Append(out, value, std::chars_format::general, 6);
+  char buffer[kDoubleRoom];
+  out.append(buffer, GeneralChars(buffer, buffer + kDoubleRoom, value, 6));
+}
+
+void AppendShortest(std::string& out, double value) {
+  char buffer[kDoubleRoom];
+  out.append(buffer, ShortestChars(buffer, buffer + kDoubleRoom, value));
 }
 
 void AppendInt(std::string& out, std::int32_t value) { out += std::to_string(value); }

@@ -22,6 +22,8 @@ std::int32_t ParseInt(std::string_view text);
 void AppendFixed(std::string& out, double value, int decimals);
 // The shorter of fixed and exponent notation with 6 significant digits, no trailing zeros.
 void AppendGeneral(std::string& out, double value);
+// The shortest text that reads as the same double.
+void AppendShortest(std::string& out, double value);
 void AppendInt(std::string& out, std::int32_t value);
 
 }  // namespace brenu

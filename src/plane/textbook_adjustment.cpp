@@ -165,8 +165,12 @@ Outcome PlaneAdjustment::Converge() {
       outcome += ExplainNotFinite();
       return outcome;
     }
+    if (largest <= kSettled) {  // too little for [pvv] to tell whether it is for the better
+      Move(step, 1.0);
+      CalcExactResiduals();
+      return outcome;
+    }
     const bool improved = StepDamped(step, pvv);
-    if (largest <= kSettled) return outcome;
     // Corrections that get no smaller any more are those of rounding.
     const bool isStuck = !improved || largest > before / 2.0;
     if (isStuck && largest < kAlmostSettled) return outcome;

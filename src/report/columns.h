@@ -8,6 +8,7 @@
 #include <string_view>
 #include <variant>
 
+#include "report/comparison.h"
 #include "report/report.h"
 #include "review/language.h"
 
@@ -60,6 +61,10 @@ template <>
 std::span<const Column<RelativeEllipseRow>> ColumnsOf();
 template <>
 std::span<const Column<ClosureRow>> ColumnsOf();
+template <>
+std::span<const Column<PlaneDifferenceRow>> ColumnsOf();
+template <>
+std::span<const Column<HeightDifferenceRow>> ColumnsOf();
 
 // A cell for people; "-" for what there is not.
 std::string Text(const Cell& cell, Shown shown, bool isAngle, Language language);

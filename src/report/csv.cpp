@@ -1,9 +1,9 @@
 #include "report/csv.h"
 
-#include <charconv>
 #include <cmath>
 #include <string_view>
 
+#include "core/text_number.h"
 #include "report/columns.h"
 
 namespace brenu {
@@ -27,9 +27,7 @@ void AppendText(std::string& out, std::string_view text) {
 void AppendCell(std::string& out, const Cell& cell) {
   if (const auto* number = std::get_if<double>(&cell)) {
     if (!std::isfinite(*number)) return;
-    char digits[32];
-    const auto end = std::to_chars(digits, digits + sizeof digits, *number).ptr;
-    out.append(digits, end);
+    AppendShortest(out, *number);
   } else if (const auto* whole = std::get_if<std::int64_t>(&cell)) {
     out += std::to_string(*whole);
   } else if (const auto* flag = std::get_if<bool>(&cell)) {

@@ -35,12 +35,14 @@ class Page {
       : m_report(report), m_language(language), m_sketch(report, language) {}
 
   std::string Make();
+  std::string MakeBody();
 
  private:
   const char* In(const Words& words) const { return words.In(m_language); }
   void Text(std::string_view text) { AppendEscaped(m_out, text); }
   void Element(const char* name, std::string_view text);
   void Head();
+  void Body();
   void Navigation();
   void VerdictPart();
   void Figures(const NetworkReport& network, const Words& title, const std::string& summary);
@@ -74,11 +76,7 @@ void Page::Head() {
   Element("title", m_report.file + " - brenu");
   m_out += "<style>\n";
   m_out += kPageStyle;
-  m_out += "</style>\n</head>\n<body";
-  for (const auto& [name, words] : kScriptWords) {
-    m_out += std::string(" data-") + name + "=\"" + In(words) + '"';
-  }
-  m_out += ">\n<header>\n";
+  m_out += "</style>\n</head>\n<body>\n<header>\n";
   Element("h1", m_report.file);
   Element("p", m_report.program + " · " + RulesText(m_report.rules, m_language));
   m_out += "</header>\n";
@@ -199,24 +197,41 @@ void Page::FindingsPart() {
   m_out += "</h2>\n<ul>\n";
   constexpr const char* const kClasses[] = {"note", "warning", "error"};
   for (const Finding& finding : m_report.findings) {
-    m_out += std::string("<li class=\"") + kClasses[static_cast<int>(finding.severity)] + "\">";
+    m_out += std::string("<li class=\"") + kClasses[static_cast<int>(finding.severity)] + '"';
+    if (finding.line > 0) m_out += " data-source=\"" + std::to_string(finding.line) + '"';
+    m_out += '>';
     Text(SentenceOf(finding, m_language));
     m_out += "</li>\n";
   }
   m_out += "</ul>\n";
 }
 
-std::string Page::Make() {
-  Head();
+void Page::Body() {
+  m_out += "<div class=\"report\"";
+  for (const auto& [name, words] : kScriptWords) {
+    m_out += std::string(" data-") + name + "=\"" + In(words) + '"';
+  }
+  m_out += ">\n";
   VerdictPart();
   Navigation();
   SketchPart();
   Networks();
   Parameters();
   FindingsPart();
+  m_out += "</div>\n";
+}
+
+std::string Page::Make() {
+  Head();
+  Body();
   m_out += "<script>\n";
   m_out += kPageScript;
-  m_out += "</script>\n</body>\n</html>\n";
+  m_out += "enhanceReport(document.querySelector('.report'));\n</script>\n</body>\n</html>\n";
+  return std::move(m_out);
+}
+
+std::string Page::MakeBody() {
+  Body();
   return std::move(m_out);
 }
 
@@ -224,6 +239,10 @@ std::string Page::Make() {
 
 std::string HtmlPage(const Report& report, Language language) {
   return Page(report, language).Make();
+}
+
+std::string HtmlBody(const Report& report, Language language) {
+  return Page(report, language).MakeBody();
 }
 
 }  // namespace brenu

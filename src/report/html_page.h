@@ -12,4 +12,9 @@ namespace brenu {
 // other.
 std::string HtmlPage(const Report& report, Language language);
 
+// What it shows below its heading, for a page around it that has the style sheet and calls
+// enhanceReport of the script on the element.  Findings of a line of the file hold its number in
+// the attribute data-source.
+std::string HtmlBody(const Report& report, Language language);
+
 }  // namespace brenu

@@ -96,6 +96,15 @@ void HtmlTables::OpenRow(const ObservationRow& row) {
                                                 : "");
 }
 
+template <typename Row>
+void HtmlTables::OpenDifferenceRow(const Row& row) {
+  m_out += "<tr data-p=\"" + std::to_string(m_sketch.PointOf(row.name));
+  m_out += row.significant ? "\" class=\"flag\">" : "\">";
+}
+
+void HtmlTables::OpenRow(const PlaneDifferenceRow& row) { OpenDifferenceRow(row); }
+void HtmlTables::OpenRow(const HeightDifferenceRow& row) { OpenDifferenceRow(row); }
+
 template void HtmlTables::Add(const char*, const Words&, const std::vector<PlanePointRow>&);
 template void HtmlTables::Add(const char*, const Words&, const std::vector<HeightRow>&);
 template void HtmlTables::Add(const char*, const Words&, const std::vector<ObservationRow>&);
@@ -104,5 +113,7 @@ template void HtmlTables::Add(const char*, const Words&, const std::vector<Taken
 template void HtmlTables::Add(const char*, const Words&, const std::vector<ControlRow>&);
 template void HtmlTables::Add(const char*, const Words&, const std::vector<RelativeEllipseRow>&);
 template void HtmlTables::Add(const char*, const Words&, const std::vector<ClosureRow>&);
+template void HtmlTables::Add(const char*, const Words&, const std::vector<PlaneDifferenceRow>&);
+template void HtmlTables::Add(const char*, const Words&, const std::vector<HeightDifferenceRow>&);
 
 }  // namespace brenu

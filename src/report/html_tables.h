@@ -3,6 +3,7 @@
 
 #include <string>
 
+#include "report/comparison.h"
 #include "report/make_sketch.h"
 #include "report/report.h"
 #include "review/language.h"
@@ -31,6 +32,10 @@ class HtmlTables {
   void OpenRow(const ObservationRow& row);
   void OpenRow(const TakenOutRow& row) { OpenLineRow(row.from, row.to, "flag"); }
   void OpenRow(const RelativeEllipseRow& row) { OpenLineRow(row.from, row.to, ""); }
+  void OpenRow(const PlaneDifferenceRow& row);
+  void OpenRow(const HeightDifferenceRow& row);
+  template <typename Row>
+  void OpenDifferenceRow(const Row& row);
   void OpenPointRow(const std::string& name);
   void OpenLineRow(const std::string& from, const std::string& to, const char* kind);
 

@@ -28,7 +28,7 @@ Object ObjectOf(const Row& row) {
   return object;
 }
 
-Object ObjectOf(const Finding& finding) {
+Object ObjectOf(const Finding& finding, Language language = Language::kEnglish) {
   constexpr const char* const kSeverities[] = {"note", "warning", "error"};
   Object names = Object::array();
   for (const std::string& name : finding.names) names.push_back(ToUtf8(name));
@@ -37,7 +37,7 @@ Object ObjectOf(const Finding& finding) {
           {"line", finding.line == 0 ? Object(nullptr) : Object(finding.line)},
           {"names", std::move(names)},
           {"values", finding.values},
-          {"text", SentenceOf(finding)}};
+          {"text", SentenceOf(finding, language)}};
 }
 
 Object ObjectOf(const TakenOutRow& row) {
@@ -168,5 +168,11 @@ std::string Writer::Write(const Report& report) {
 }  // namespace
 
 std::string Json(const Report& report) { return Writer().Write(report); }
+
+std::string Json(const Findings& findings, Language language) {
+  Object array = Object::array();
+  for (const Finding& finding : findings) array.push_back(ObjectOf(finding, language));
+  return array.dump(-1, ' ', false, Object::error_handler_t::replace);
+}
 
 }  // namespace brenu

@@ -40,8 +40,8 @@ Graph GroupGraph(const UnknownPattern& pattern) {
 
   Graph graph;
   for (std::size_t g = 0; g < count; ++g) {
-    const auto from = ends.begin() + begin[g];
-    const auto to = ends.begin() + begin[g + 1];
+    std::int32_t* const from = ends.data() + begin[g];
+    std::int32_t* const to = ends.data() + begin[g + 1];
     std::sort(from, to);
     std::for_each(from, std::unique(from, to), [&](std::int32_t other) {
       if (other != static_cast<std::int32_t>(g)) graph.AddNeighbour(other, 1);

@@ -37,7 +37,7 @@ class RowLists {
           Add(m_places[static_cast<std::size_t>(k)], s, end);
         }
       }
-      std::sort(m_places.begin() + m_first.back(), m_places.end());
+      std::sort(m_places.data() + m_first.back(), m_places.data() + m_places.size());
       m_first.push_back(static_cast<std::int64_t>(m_places.size()));
       const std::int32_t parent = tree.parent[At(s)];
       if (parent >= 0) previousSibling[At(s)] = std::exchange(lastChild[At(parent)], s);

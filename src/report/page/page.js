@@ -1,7 +1,8 @@
 'use strict';
-// Sorting, filtering and pages of the tables, zoom of the sketch, links between both.
-(() => {
-  const words = document.body.dataset;
+// Sorting, filtering and pages of the tables, zoom of the sketch, links between both.  `root` holds the
+// report.  `kept` is what an earlier call on the report's predecessor returned: the view stays as it was.
+function enhanceReport(root, kept) {
+  const words = root.dataset;
   const pageSize = 200;
 
   // "45 07 05.3" as a number of degrees, "1.2" as a number; NaN for other texts.
@@ -114,6 +115,22 @@
       this.show();
     }
 
+    // Takes over order, filter and page.
+    restore(other) {
+      if (other === undefined) return;
+      const column = other.headings.findIndex((heading) => heading.hasAttribute('aria-sort'));
+      if (column >= 0) {
+        this.sort(column);
+        if (other.headings[column].getAttribute('aria-sort') === 'descending') this.sort(column);
+      }
+      if (this.filter && other.filter && other.filter.value !== '') {
+        this.filter.value = other.filter.value;
+        this.filter.dispatchEvent(new Event('input'));
+      }
+      this.page = Math.min(other.page, Math.max(0, Math.ceil(this.kept.length / pageSize) - 1));
+      this.show();
+    }
+
     turn(by) {
       this.page += by;
       this.show();
@@ -147,12 +164,12 @@
 
   // What stands out, as selectors of the sketch and of the tables.
   let selection = { sketch: '', rows: '' };
-  const sketch = document.querySelector('.sketch > svg');
+  const sketch = root.querySelector('.sketch > svg');
 
   function mark() {
-    for (const old of document.querySelectorAll('.selected')) old.classList.remove('selected');
+    for (const old of root.querySelectorAll('.selected')) old.classList.remove('selected');
     if (selection.rows !== '') {
-      for (const row of document.querySelectorAll(selection.rows)) row.classList.add('selected');
+      for (const row of root.querySelectorAll(selection.rows)) row.classList.add('selected');
     }
     if (sketch === null || selection.sketch === '') return;
     for (const drawn of sketch.querySelectorAll(selection.sketch)) drawn.classList.add('selected');
@@ -171,9 +188,10 @@
     mark();
   }
 
-  const tables = [...document.querySelectorAll('section:has(table.data)')].map((s) => new DataTable(s));
+  const over = new AbortController();
+  const tables = [...root.querySelectorAll('section:has(table.data)')].map((s) => new DataTable(s));
 
-  document.addEventListener('click', (event) => {
+  root.addEventListener('click', (event) => {
     const row = event.target.closest('tr[data-p], tr[data-l]');
     if (row === null) return;
     if (row.dataset.p !== undefined) choosePoint(row.dataset.p);
@@ -271,6 +289,12 @@
     for (const table of tables) {
       if (table.kept.length <= 5000) table.body.innerHTML = table.kept.map((row) => row.html).join('');
     }
-  });
-  window.addEventListener('afterprint', () => tables.forEach((table) => table.show()));
-})();
+  }, { signal: over.signal });
+  window.addEventListener('afterprint', () => tables.forEach((table) => table.show()), { signal: over.signal });
+
+  if (kept) {
+    kept.over.abort();
+    for (const table of tables) table.restore(kept.tables.find((other) => other.section.id === table.section.id));
+  }
+  return { tables, over };
+}

@@ -1,9 +1,9 @@
-#include "tables/traverse_text.h"
+#include "report/traverse_text.h"
 
 #include "report/text_table.h"
 #include "review/text.h"
 
-namespace brenu::tool {
+namespace brenu {
 
 namespace {
 
@@ -72,4 +72,4 @@ std::string TraverseTables(const AdjustmentContext& context) {
   return text;
 }
 
-}  // namespace brenu::tool
+}  // namespace brenu

@@ -5,7 +5,7 @@
 
 #include "job/adjustment_context.h"
 
-namespace brenu::tool {
+namespace brenu {
 
 // A row a traverse: length, linear misclosure, relative precision, route.
 std::string TraverseSummary(const AdjustmentContext& context);
@@ -16,4 +16,4 @@ std::string CoordinateTable(const AdjustmentContext& context);
 // The table of every traverse, each after an empty line and the names of its ends.
 std::string TraverseTables(const AdjustmentContext& context);
 
-}  // namespace brenu::tool
+}  // namespace brenu

@@ -1,0 +1,216 @@
+#!/usr/bin/env python3
+"""The page in a browser, from the file system: page_test.py BRENU.HTML."""
+import json
+import pathlib
+import sys
+import tempfile
+import time
+import unittest
+
+from selenium import webdriver
+from selenium.webdriver.chrome.options import Options
+from selenium.webdriver.chrome.service import Service
+from selenium.webdriver.common.by import By
+from selenium.webdriver.common.keys import Keys
+
+PAGE = pathlib.Path(sys.argv.pop()).resolve()
+PASSED = {"closed-traverse", "trilateration", "unoriented-traverse"}
+
+
+class PageTest(unittest.TestCase):
+    @classmethod
+    def setUpClass(cls):
+        options = Options()
+        options.binary_location = "/usr/bin/chromium"
+        for argument in ("--headless=new", "--no-sandbox", "--disable-dev-shm-usage", "--disable-gpu",
+                         "--window-size=1400,900", "--lang=en-US"):
+            options.add_argument(argument)
+        options.set_capability("goog:loggingPrefs", {"browser": "ALL", "performance": "ALL"})
+        cls.driver = webdriver.Chrome(service=Service("/usr/bin/chromedriver"), options=options)
+        cls.folder = tempfile.TemporaryDirectory()
+        cls.driver.execute_cdp_cmd("Browser.setDownloadBehavior",
+                                   {"behavior": "allow", "downloadPath": cls.folder.name})
+
+    @classmethod
+    def tearDownClass(cls):
+        cls.driver.quit()
+        cls.folder.cleanup()
+
+    def setUp(self):
+        self.driver.get(PAGE.as_uri())
+        self.driver.execute_async_script(
+            "brenu.store = () => {}; const done = arguments[0], r = indexedDB.open('brenu', 1);"
+            "r.onsuccess = () => { const d = r.result.transaction('jobs', 'readwrite');"
+            "d.objectStore('jobs').clear(); d.oncomplete = () => { r.result.close(); done(); }; };")
+        self.driver.get(PAGE.as_uri())
+
+    def tearDown(self):
+        self.assertEqual([], self.driver.get_log("browser"))
+
+    def find(self, selector):
+        return self.driver.find_element(By.CSS_SELECTOR, selector)
+
+    def wait(self, what, script, *values):
+        end = time.monotonic() + 30
+        while time.monotonic() < end:
+            result = self.driver.execute_script(f"return {script}", *values)
+            if result:
+                return result
+            time.sleep(0.05)
+        self.fail(f"waited in vain for {what}")
+
+    # The verdict of what was asked for last.
+    def verdict(self):
+        self.wait("the engine", "!brenu.isWaiting && brenu.engine.job === null && brenu.verdict !== null")
+        return self.driver.execute_script("return brenu.verdict")
+
+    def open(self, name):
+        self.find(f"[data-example={name}]").click()
+        return self.verdict()
+
+    def tab(self, name):
+        self.find(f"#tab-{name}").click()
+
+    # The field of an observation.
+    def field(self, station, target, key):
+        self.tab("observations")
+        return self.driver.execute_script(
+            "const n = brenu.job.observations.findIndex((o) => o.from === arguments[0] && o.to === arguments[1]);"
+            "brenu.observations.reveal(n, arguments[2]); return document.activeElement",
+            station, target, key)
+
+    def type(self, field, text):
+        field.send_keys(Keys.CONTROL, "a")
+        field.send_keys(text)
+
+    def saved(self, kind, ending):
+        self.find("#save").click()
+        self.wait("the menu", "document.querySelector('[data-output=\"' + arguments[0] + '\"]')", kind).click()
+        end = time.monotonic() + 20
+        while time.monotonic() < end:
+            files = list(pathlib.Path(self.folder.name).glob("*" + ending))
+            if files:
+                text = files[0].read_text(encoding="utf-8")
+                files[0].unlink()
+                return text
+            time.sleep(0.05)
+        self.fail(f"nothing was saved as {kind}")
+
+    def test_examples_have_their_verdicts(self):
+        examples = self.driver.execute_script("return Object.keys(brenu.examples)")
+        for name in examples:
+            with self.subTest(name):
+                self.setUp()
+                verdict = self.open(name)
+                self.assertEqual(name in PASSED, verdict["passed"], verdict["reasons"])
+                self.assertIn(verdict["headline"], self.find("#panel-result").text)
+
+    def test_edit_changes_the_verdict_and_undo_brings_it_back(self):
+        self.assertTrue(self.open("closed-traverse")["passed"])
+        station, target, distance = self.driver.execute_script(
+            "const o = brenu.job.observations.find((o) => o.distance !== ''); return [o.from, o.to, o.distance]")
+        field = self.field(station, target, "distance")
+        self.type(field, str(float(distance) + 0.5))
+        self.assertFalse(self.verdict()["passed"])
+        self.assertTrue(self.find("#unsaved").is_displayed())
+        field.send_keys(Keys.CONTROL, "z")
+        self.assertTrue(self.verdict()["passed"])
+        self.find("#redo").click()
+        self.assertFalse(self.verdict()["passed"])
+
+    def test_suspect_is_left_out_by_a_click(self):
+        first = self.open("blunders")["reasons"][0]
+        station, target = first["names"][:2]
+        field = self.field(station, target, "direction")
+        field.find_element(By.XPATH, "following-sibling::button").click()
+        reasons = self.verdict()["reasons"]
+        self.assertNotEqual(first["names"], reasons[0]["names"] if reasons else [])
+        self.assertNotIn(f"\n{station},{target},{field.get_attribute('value')}", self.saved("project", ".txt"))
+
+    def test_edits_survive_a_reload_and_are_asked_about(self):
+        self.open("levelling")
+        row = self.driver.execute_script("return brenu.job.observations[0]")
+        self.type(self.field(row["from"], row["to"], "dh"), "7.5")
+        self.verdict()
+        time.sleep(0.6)
+        self.driver.refresh()
+        self.wait("the job", "window.brenu && brenu.hasJob")
+        self.verdict()
+        self.assertEqual("7.5", self.driver.execute_script("return brenu.job.observations[0].dh"))
+        self.driver.execute_script("brenu.open('other.txt', '')")
+        self.find("#ask button[value=keep]").click()
+        self.assertEqual("levelling.txt", self.find("#file-name").text)
+        self.assertIn(",7.5,", self.saved("project", ".txt"))
+        self.assertFalse(self.find("#unsaved").is_displayed())
+
+    def test_finding_leads_to_its_line(self):
+        self.open("levelling")
+        text = self.driver.execute_script("return textOfJob(brenu.job)")
+        lines = text.split("\n")
+        number = lines.index("[OBS]") + 2
+        lines.insert(number - 1, "nobody,nowhere,,10.0,1.0,")
+        self.tab("text")
+        self.driver.execute_script(
+            "const a = brenu.source.area; a.value = arguments[0]; a.dispatchEvent(new Event('input'))",
+            "\n".join(lines))
+        self.wait("the refusal", "!brenu.isReadable")
+        self.tab("points")
+        self.find("#notes li.error button").click()
+        area = "brenu.source.area"
+        chosen = self.driver.execute_script(
+            f"return {area}.value.slice({area}.selectionStart, {area}.selectionEnd)")
+        self.assertEqual("nobody,nowhere,,10.0,1.0,", chosen)
+        self.driver.execute_script("brenu.step(-1)")
+        self.verdict()
+        self.assertTrue(self.driver.execute_script("return brenu.isReadable"))
+
+    def test_variants_are_compared(self):
+        self.open("levelling")
+        self.tab("compare")
+        self.find("#panel-compare button").click()
+        self.verdict()
+        new = self.driver.execute_script("return brenu.job.points.find((p) => p.type === '00').name")
+        known = self.driver.execute_script("return brenu.job.points.findIndex((p) => p.type === '01')")
+        self.driver.execute_script(
+            "const p = brenu.job.points[arguments[0]];"
+            "brenu.edit(jobEdits.set(brenu.job, 'points', arguments[0], 'h', String(Number(p.h) + 1)))", known)
+        self.verdict()
+        self.tab("compare")
+        self.wait("the differences", "document.querySelector('#heights-differences tr.flag') !== null")
+        self.assertIn(new, self.find("#heights-differences").text)
+
+    def test_outputs(self):
+        self.open("combined")
+        report = json.loads(self.saved("json", ".json"))
+        self.assertEqual("brenu-report-1", report["schema"])
+        self.assertIn("<svg", self.saved("svg", ".svg"))
+        self.assertIn("AC1009", self.saved("dxf", ".dxf"))
+        self.assertIn(report["plane"]["points"][0]["name"], self.saved("plane-points.csv", "plane-points.csv"))
+        self.assertIn("<!DOCTYPE html>", self.saved("html", ".html"))
+
+    def test_speaks_chinese(self):
+        self.open("blunders")
+        self.find("#language").click()
+        self.assertEqual("未通过", self.verdict()["headline"])
+        self.assertEqual("观测值", self.find("#tab-observations").text)
+        self.find("#language").click()
+        self.verdict()
+
+    def test_nothing_is_asked_of_a_network(self):
+        self.driver.get_log("performance")
+        self.open("combined")
+        for entry in self.driver.get_log("performance"):
+            message = json.loads(entry["message"])["message"]
+            if message["method"] != "Network.requestWillBeSent":
+                continue
+            address = message["params"]["request"]["url"]
+            self.assertRegex(address, r"^(file|blob|data):")
+        blocked = self.driver.execute_async_script(
+            "const done = arguments[0]; document.addEventListener('securitypolicyviolation', () => done(true));"
+            "new Image().src = 'https://example.invalid/x.png';")
+        self.assertTrue(blocked)
+        self.driver.get_log("browser")
+
+
+if __name__ == "__main__":
+    unittest.main(argv=sys.argv[:1] + ["-v"])

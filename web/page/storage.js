@@ -1,0 +1,38 @@
+// What survives a reload, in the browser's own database: nothing leaves the machine.
+const storage = {
+  open() {
+    this.database ??= new Promise((resolve, reject) => {
+      const request = indexedDB.open('brenu', 1);
+      request.onupgradeneeded = () => request.result.createObjectStore('jobs');
+      request.onsuccess = () => resolve(request.result);
+      request.onerror = () => reject(request.error);
+    });
+    return this.database;
+  },
+
+  async request(mode, call) {
+    const store = (await this.open()).transaction('jobs', mode).objectStore('jobs');
+    const request = call(store);
+    return new Promise((resolve, reject) => {
+      request.onsuccess = () => resolve(request.result);
+      request.onerror = () => reject(request.error);
+    });
+  },
+
+  // Without a database the page works all the same.
+  async save(state) {
+    try {
+      await this.request('readwrite', (store) => store.put(state, 'present'));
+    } catch {
+      return false;
+    }
+    return true;
+  },
+  async load() {
+    try {
+      return await this.request('readonly', (store) => store.get('present'));
+    } catch {
+      return undefined;
+    }
+  },
+};
