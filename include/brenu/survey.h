@@ -24,9 +24,9 @@ extern "C" {
 /* The version of the library, "1.2.3"; a constant, never null. */
 BRENU_API const char* brenu_version(void);
 
-/* How many threads the computations that begin from now on use, in all contexts together; 0: as many
- * as the environment variable BRENU_THREADS says, or else the hardware has.  Results do not depend
- * on it.  No thread is left when a call returns. */
+/* How many threads the computations that begin from now on use, in all contexts together; 0: as
+ * many as the environment variable BRENU_THREADS says, or else the hardware has.  Results do not
+ * depend on it.  No thread is left when a call returns. */
 BRENU_API void brenu_set_threads(int32_t count);
 
 /* ---- Findings: of the last call on the context that changes, computes, reads or writes; pure
@@ -248,10 +248,10 @@ typedef enum brenu_report_form {
 
 typedef enum brenu_language { BRENU_ENGLISH = 0, BRENU_CHINESE = 1 } brenu_language;
 
-/* The report of the last adjustment in that form and language (JSON and DXF have one language): verdict,
- * tests, tables, closures if they were computed before.  `title` names the job, such as its file;
- * null for none.  Text in UTF-8 that ends in a NUL and stays until the next call of this function
- * with the context or its end.  Null for an unknown form, and when memory is exhausted. */
+/* The report of the last adjustment in that form and language (JSON and DXF have one language):
+ * verdict, tests, tables, closures if they were computed before.  `title` names the job, such as
+ * its file; null for none.  Text in UTF-8 that ends in a NUL and stays until the next call of this
+ * function with the context or its end.  Null for an unknown form, and when memory is exhausted. */
 BRENU_API const char* brenu_report(AdjustmentContext* context, int32_t form, int32_t language,
                                    const char* title);
 

@@ -5,9 +5,8 @@
 namespace brenu {
 
 const SentenceEntry* FindSentence(std::int32_t code) {
-  for (const auto& part :
-       {SentencesOfReading(), SentencesOfData(), SentencesOfComputing(), SentencesOfFieldBooks(),
-        SentencesOfVerdict()}) {
+  for (const auto& part : {SentencesOfReading(), SentencesOfData(), SentencesOfComputing(),
+                           SentencesOfFieldBooks(), SentencesOfVerdict()}) {
     const auto found = std::lower_bound(
         part.begin(), part.end(), code,
         [](const SentenceEntry& entry, std::int32_t wanted) { return entry.code < wanted; });
