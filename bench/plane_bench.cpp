@@ -7,6 +7,7 @@
 
 #include "bench/free_stations.h"
 #include "bench/grid_network.h"
+#include "core/parallel.h"
 #include "job/adjustment_context.h"
 #include "plane/plane_net.h"
 #include "support/fill_net.h"
@@ -58,6 +59,15 @@ void PlaneByRows(benchmark::State& state) {
 }
 BENCHMARK(PlaneByRows)->Arg(100)->Arg(1000)->MinTime(0.3)->Unit(benchmark::kMillisecond);
 BENCHMARK(PlaneByRows)->Arg(10000)->Arg(100000)->Iterations(1)->Unit(benchmark::kMillisecond);
+
+// The same on one thread.
+void PlaneOneThread(benchmark::State& state) {
+  SetThreadCount(1);
+  PlaneShuffled(state);
+  SetThreadCount(0);
+}
+BENCHMARK(PlaneOneThread)->Arg(10000)->Iterations(3)->Unit(benchmark::kMillisecond);
+BENCHMARK(PlaneOneThread)->Arg(100000)->Iterations(1)->Unit(benchmark::kMillisecond);
 
 // Runs on demand only: minutes, and several gigabytes.
 void OnDemandPlaneMillion(benchmark::State& state) { PlaneShuffled(state); }
@@ -123,6 +133,29 @@ void PlaneSnooping(benchmark::State& state) {
   }
 }
 BENCHMARK(PlaneSnooping)->Arg(1000)->Arg(10000)->Iterations(1)->Unit(benchmark::kMillisecond);
+
+void PlaneSnoopingTextbook(benchmark::State& state) {
+  const std::int32_t side = SideOf(state);
+  GeneratedNetwork network = GridNetwork(side, side, PointOrder::kShuffled).Plane();
+  const std::size_t planted = PlantBlunders(network);
+  const auto net = testing::MakeNet<PlaneNet>(network);
+  Meter meter(state);
+  while (state.KeepRunning()) {
+    meter.Start();
+    PlaneAdjustment adjustment(net, RuleSet::kTextbook);
+    const bool ok = adjustment.SnoopAsTextbook(1e-7).ok;
+    meter.Count("snooping");
+    if (!ok || adjustment.AllTakenOut().size() != planted) {
+      state.SkipWithError("not the planted observations were taken out");
+    }
+  }
+}
+BENCHMARK(PlaneSnoopingTextbook)
+    ->Arg(1000)
+    ->Arg(10000)
+    ->Arg(100000)
+    ->Iterations(1)
+    ->Unit(benchmark::kMillisecond);
 
 // Approximate values, adjustment and precision of 50 points, with the limit of the packed matrix
 // as it is and with the packed matrix always.

@@ -80,6 +80,16 @@ def marks(run):
         job("result report of 100 000 points", "Files/100000", 100, "report"),
         row("plane, 50 points, beside the packed matrix alone",
             ratio("AdjustSmall/AsItIs", "AdjustSmall/Packed"), 1, "x"),
+        job("with all cores: plane, 10 000 points, whole job", "PlaneShuffled/10000", 8),
+        job("plane, 100 000 points, whole job", "PlaneShuffled/100000", 150),
+        row("the same, memory", run.get("PlaneShuffled/100000", "MB"), 700, "MB"),
+        job("the same on one thread", "PlaneOneThread/100000", 270),
+        job("levelling, 100 000 points, with closures", "LevellingShuffled/100000", 90),
+        job("snooping by textbook rules, 10 000 points, 20 blunders",
+            "PlaneSnoopingTextbook/10000", 30),
+        job("snooping by textbook rules, 100 000 points, 199 blunders",
+            "PlaneSnoopingTextbook/100000", 2000),
+        job("report of 100 000 points", "Files/100000", 40, "report"),
     ])
 
 
@@ -109,7 +119,7 @@ def figures(run):
     clock = run.get("Product", "GHz") or 0.0
     units = [row["unit"] for row in run.rows.values() if "unit" in row]
     peak = f", where 16 operations a cycle make {clock * 16:.0f} GFlop/s" if wide else ""
-    out = (f"Measured on {datetime.date.today()}, one core of {run.cpus}: {model} at {clock:.1f} GHz"
+    out = (f"Measured on {datetime.date.today()}, {run.cpus} cores: {model} at {clock:.1f} GHz"
            f"{peak}. P = {min(units):.4f} to {max(units):.4f} s, from benchmark to benchmark.\n\n")
     out += "### Marks\n\n" + marks(run)
     out += ("### Parts\n\nIn P; MB is the most memory held beyond that before the job. The growth is fitted "
@@ -120,7 +130,9 @@ def figures(run):
     for title, name, columns in [
             ("Plane, points in random order", "PlaneShuffled", job),
             ("Plane, row by row, a corridor of 40 rows from 1 600 points on", "PlaneByRows", job),
+            ("Plane, points in random order, on one thread", "PlaneOneThread", job),
             ("Plane, data snooping, a gross error for 500 points", "PlaneSnooping", ["P", "MB"]),
+            ("The same by textbook rules", "PlaneSnoopingTextbook", ["P", "MB"]),
             ("Levelling, points in random order", "LevellingShuffled", levelling),
             ("Levelling, row by row", "LevellingByRows", levelling),
             ("Files of the plane network", "Files", ["open", "save", "report"]),

@@ -36,3 +36,27 @@ macro(brenu_find_gtest)
     find_package(GTest REQUIRED)
   endif()
 endmacro()
+
+# pugixml, the reader of XML.  No cross-built one comes with the distribution: there its source
+# package is compiled, see need_source in scripts/common.sh.  Without either the field books in XML
+# are refused with a sentence.
+macro(brenu_find_pugixml)
+  set(BRENU_PUGIXML_SOURCE "" CACHE PATH "Source tree of pugixml, where it is not installed")
+  if(BRENU_PUGIXML_SOURCE)
+    add_library(brenu_pugixml STATIC ${BRENU_PUGIXML_SOURCE}/src/pugixml.cpp)
+    target_include_directories(brenu_pugixml SYSTEM PUBLIC ${BRENU_PUGIXML_SOURCE}/src)
+    set_target_properties(brenu_pugixml PROPERTIES
+      POSITION_INDEPENDENT_CODE ON CXX_VISIBILITY_PRESET hidden)
+    set(BRENU_PUGIXML brenu_pugixml)
+  elseif(NOT CMAKE_CROSSCOMPILING)
+    find_package(pugixml QUIET)
+    if(TARGET pugixml::static) # so that the library needs nothing beside it
+      set(BRENU_PUGIXML pugixml::static)
+    elseif(TARGET pugixml::pugixml)
+      set(BRENU_PUGIXML pugixml::pugixml)
+    endif()
+  endif()
+  if(NOT BRENU_PUGIXML)
+    message(STATUS "pugixml is missing: field books in XML will not be read")
+  endif()
+endmacro()

@@ -1,5 +1,10 @@
 #include "adjust_command.h"
 
+#include <algorithm>
+#include <map>
+#include <set>
+#include <string_view>
+
 #include "report/json.h"
 #include "report/make_report.h"
 #include "report/summary.h"
@@ -9,6 +14,7 @@
 #include "report_files.h"
 #include "review/computation.h"
 #include "review/data_check.h"
+#include "review/encoding.h"
 #include "review/network_view.h"
 #include "review/rules_check.h"
 
@@ -17,7 +23,7 @@ namespace brenu::tool {
 namespace {
 
 std::string NetworkText(const Report& report, const AdjustOptions& options) {
-  const Language language = options.outputs.language;
+  const Language language = options.language;
   const auto heading = [&](const Words& words) {
     return '\n' + std::string(words.In(language)) + '\n';
   };
@@ -49,13 +55,15 @@ std::string TraverseText(const AdjustmentContext& context, const AdjustOptions& 
 // Whether the format of the file allows the options; says so otherwise.
 bool AreFit(const AdjustmentContext& context, const AdjustOptions& options) {
   if (options.alpha && !IsOrdinary(context)) {
-    Say(options.file, "data snooping needs a network of format 0; leave out --snoop");
+    SayWords(options, {"data snooping needs a network of format 0; leave out --snoop",
+                       "粗差探测须为格式 0 的网；请去掉 --snoop"});
     return false;
   }
   if (IsUnoriented(context) && !options.resultFile.empty()) {
-    Say(options.file,
-        "traverses without orientation (format 1) have neither residuals nor precision to report; "
-        "leave out --result");
+    SayWords(options,
+             {"traverses without orientation (format 1) have neither residuals nor precision "
+              "to report; leave out --result",
+              "无定向导线（格式 1）没有改正数和精度可报告；请去掉 --result"});
     return false;
   }
   return true;
@@ -68,6 +76,25 @@ bool AreQuick(const AdjustmentContext& context) {
   return IsOrdinary(context) && context.store.Points().size() <= kMostPoints;
 }
 
+// Names the points of the relative ellipses asked for as the file does, which may be in GBK.
+Findings TakePairs(AdjustmentContext& context, const AdjustOptions& options) {
+  std::map<std::string, std::string_view> names;
+  if (options.pairs.empty()) return {};
+  for (const auto& [index, point] : context.store.Points()) {
+    names.emplace(ToUtf8(NameOf(point)), NameOf(point));
+  }
+  std::set<std::pair<std::string, std::string>> asked;
+  for (const auto& [from, to] : options.pairs) {
+    for (const std::string& name : {from, to}) {
+      if (!names.contains(name)) return {Error(BRENU_POINT_UNKNOWN, {name})};
+    }
+    if (from == to) return {Error(BRENU_TARGET_IS_STATION, {from})};
+    if (!asked.insert(std::minmax(from, to)).second) continue;
+    context.askedPairs.emplace_back(names[from], names[to]);
+  }
+  return {};
+}
+
 // Closure errors go first: the adjustment computes its approximate values itself.
 Ending MakeClosures(AdjustmentContext& context, const AdjustOptions& options) {
   const bool isReported = !options.closureFile.empty();
@@ -76,8 +103,8 @@ Ending MakeClosures(AdjustmentContext& context, const AdjustOptions& options) {
   if (!isReported) return {};  // the adjustment will say what is the matter
   if (!outcome.ok) return Ending::Of(std::move(outcome), kComputationFailed);
   if (context.closeErrors.empty()) {
-    Say(options.file, outcome.findings);
-    Say(options.file, "no closure report is written");
+    Say(options, outcome.findings);
+    SayWords(options, {"no closure report is written", "未写闭合差报告"});
     return {};
   }
   return WriteClosureFile(context, options.closureFile);
@@ -98,8 +125,7 @@ void Append(Findings& all, Findings more) {
 std::string ResultText(const AdjustmentContext& context, const Report& report,
                        const AdjustOptions& options) {
   if (IsUnoriented(context)) return TraverseText(context, options);
-  return VerdictText(report.verdict, options.outputs.language) + '\n' +
-         NetworkText(report, options);
+  return VerdictText(report.verdict, options.language) + '\n' + NetworkText(report, options);
 }
 
 // The outputs of a computation, failed or not.
@@ -110,7 +136,7 @@ Ending Present(const AdjustmentContext& context, const Report& report, const Adj
   } else if (isComputed) {
     text = ResultText(context, report, options);
   }
-  Ending written = WriteOutputs(report, options.outputs);
+  Ending written = WriteOutputs(report, options.outputs, options.language);
   if (written.status != kDone || !isComputed || options.resultFile.empty()) return written;
   return WriteResultFile(context, options.resultFile);
 }
@@ -120,6 +146,9 @@ Ending Adjust(AdjustmentContext& context, const Findings& read, const AdjustOpti
   context.rules = options.rules;
   if (!AreFit(context, options)) return {kFileOrUsage, {}};
   if (Findings found = CheckWeights(context); !found.empty()) {
+    return {kFileOrUsage, std::move(found)};
+  }
+  if (Findings found = TakePairs(context, options); !found.empty()) {
     return {kFileOrUsage, std::move(found)};
   }
   progress.Enter("computing closure errors");
@@ -133,6 +162,9 @@ Ending Adjust(AdjustmentContext& context, const Findings& read, const AdjustOpti
     progress.Enter("comparing with the classic rules");
     Append(ending.findings, CompareWithRules(context));
   }
+  if (computed.ok && !(options.resultFile.empty() && options.closureFile.empty())) {
+    Append(ending.findings, CheckNamesForGbk(context));
+  }
   progress.Enter("making the tables");
   Findings all = read;
   Append(all, ending.findings);
@@ -142,7 +174,7 @@ Ending Adjust(AdjustmentContext& context, const Findings& read, const AdjustOpti
   progress.Enter("writing the reports");
   Ending written = Present(context, report, options, computed.ok, text);
   if (written.status == kDone) return ending;
-  Say(options.file, ending.findings);
+  Say(options, ending.findings);
   return written;
 }
 
@@ -150,8 +182,8 @@ Ending Adjust(AdjustmentContext& context, const Findings& read, const AdjustOpti
 
 ExitStatus RunAdjust(const AdjustOptions& options) {
   std::vector<std::string> files = options.outputs.Files();
-  files.insert(files.begin(), {options.file, options.resultFile, options.closureFile});
-  if (!AreDistinct(files)) return kFileOrUsage;
+  files.insert(files.begin(), {options.resultFile, options.closureFile});
+  if (!AreDistinct(options, files)) return kFileOrUsage;
   return RunOnFile(
       options, [&](AdjustmentContext& context, const Findings& read, Progress& progress,
                    std::string& text) { return Adjust(context, read, options, progress, text); });

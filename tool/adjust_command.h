@@ -2,6 +2,8 @@
 
 #include <optional>
 #include <string>
+#include <utility>
+#include <vector>
 
 #include "command.h"
 #include "outputs.h"
@@ -12,8 +14,9 @@ struct AdjustOptions : FileOptions {
   std::string resultFile, closureFile;  // where the reports go; empty for none
   OutputOptions outputs;
   std::optional<double> alpha;  // for data snooping: its level of significance, in (0, 1)
-  bool summaryOnly = false;     // no tables of points
-  bool noVerdict = false;       // a network that does not pass is no failure
+  std::vector<std::pair<std::string, std::string>> pairs;  // relative ellipses asked for
+  bool summaryOnly = false;                                // no tables of points
+  bool noVerdict = false;  // a network that does not pass is no failure
   Rules rules{RuleSet::kTextbook};
 };
 

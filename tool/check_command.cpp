@@ -41,7 +41,7 @@ std::string Contents(const AdjustmentContext& context) {
   table.AddRow({"control points of the plane", std::to_string(control[0])});
   table.AddRow({"bench marks", std::to_string(control[1])});
   for (int k = 0; k < kObsKindCount; ++k) {
-    table.AddRow({std::string(NameOf(static_cast<ObsKind>(k))) + 's', std::to_string(counts[k])});
+    table.AddRow({PluralOf(static_cast<ObsKind>(k)).english, std::to_string(counts[k])});
   }
   return table.Text();
 }
@@ -65,7 +65,7 @@ std::string MisfitTable(const char* title, const char* column, std::span<const M
   table.AddRow({"Kind", "From", "To", "Observed", column, "", "by sigma"});
   for (const Misfit& m : misfits.first(shown)) {
     const bool isAngle = IsAngle(m.kind);
-    table.AddRow({NameOf(m.kind), Printable(m.from), Printable(m.to),
+    table.AddRow({WordsOf(m.kind).english, Printable(m.from), Printable(m.to),
                   AngleOrLength(m.kind, m.observed),
                   Fixed(m.difference * (isAngle ? 1.0 : 1000.0), 2), isAngle ? "\"" : "mm",
                   Fixed(m.ratio, 1)});

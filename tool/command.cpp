@@ -2,7 +2,9 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <cstdlib>
 #include <map>
+#include <string_view>
 
 #include "review/data_check.h"
 #include "review/load.h"
@@ -29,29 +31,45 @@ Findings Prepare(AdjustmentContext& context, const FileOptions& options, Progres
   return std::move(read.findings);
 }
 
+constexpr Words kSeverities[] = {{"note: ", "注意："}, {"warning: ", "警告："}, {"", ""}};
+
 }  // namespace
 
-void Say(const std::string& path, const std::string& sentence) {
-  std::fprintf(stderr, "%sbrenu: %s: %s\n", LineStart(), Printable(path).c_str(), sentence.c_str());
+Language LanguageOfEnvironment() {
+  for (const char* const name : {"LC_ALL", "LC_MESSAGES", "LANG"}) {
+    const char* const value = std::getenv(name);
+    if (value == nullptr || *value == '\0') continue;
+    return std::string_view(value).starts_with("zh") ? Language::kChinese : Language::kEnglish;
+  }
+  return Language::kEnglish;
+}
+
+void SayText(const FileOptions& options, Severity severity, const std::string& text) {
+  std::fprintf(stderr, "%sbrenu: %s: %s%s\n", LineStart(), Printable(options.file).c_str(),
+               kSeverities[static_cast<int>(severity)].In(options.language), text.c_str());
+}
+
+void SayWords(const FileOptions& options, const Words& sentence) {
+  SayText(options, Severity::kError, sentence.In(options.language));
 }
 
 // Of many of a kind the first ones tell what is the matter.
-void Say(const std::string& path, const Findings& findings) {
+void Say(const FileOptions& options, const Findings& findings) {
+  const Language language = options.language;
   constexpr int kMostOfAKind = 10;
   std::map<Code, int> said;
   for (const Finding& finding : findings) {
     if (++said[finding.code] > kMostOfAKind) continue;
-    const char* const kind = finding.severity == Severity::kWarning ? "warning: "
-                             : finding.severity == Severity::kNote  ? "note: "
-                                                                    : "";
-    Say(path, kind + SentenceOf(finding));
+    SayText(options, finding.severity, SentenceOf(finding, language));
   }
   for (const auto& [code, count] : said) {
     if (count <= kMostOfAKind) continue;
     const auto example = std::find_if(findings.begin(), findings.end(),
                                       [code](const Finding& f) { return f.code == code; });
-    Say(path,
-        "and " + std::to_string(count - kMostOfAKind) + " more like this: " + SentenceOf(*example));
+    SayText(options, Severity::kError,
+            Words{"and ", "另有 "}.In(language) + std::to_string(count - kMostOfAKind) +
+                Words{" more like this: ", " 个同类提示，例如："}.In(language) +
+                SentenceOf(*example, language));
   }
 }
 
@@ -59,7 +77,7 @@ ExitStatus RunOnFile(const FileOptions& options, const Work& work) {
   AdjustmentContext context;
   Progress progress;
   const Findings found = Prepare(context, options, progress);
-  Say(options.file, found);
+  Say(options, found);
   if (Has(found, options.strict ? Severity::kWarning : Severity::kError)) {
     progress.Stop();
     return kFileOrUsage;
@@ -68,9 +86,10 @@ ExitStatus RunOnFile(const FileOptions& options, const Work& work) {
   const Ending ending = work(context, found, progress, text);
   progress.Stop();
   const bool printed = Print(text);
-  Say(options.file, ending.findings);
+  Say(options, ending.findings);
   if (printed) return ending.status;
-  Say(options.file, "the results cannot be written to the standard output; make room for them");
+  SayWords(options, {"the results cannot be written to the standard output; make room for them",
+                     "结果无法写到标准输出；请腾出空间"});
   return kFileOrUsage;
 }
 

@@ -5,6 +5,7 @@
 
 #include "job/adjustment_context.h"
 #include "progress.h"
+#include "review/language.h"
 
 namespace brenu::tool {
 
@@ -25,11 +26,22 @@ struct Ending {
   }
 };
 
+// The language of the environment (LC_ALL, LC_MESSAGES, LANG): Chinese or, for all others, English.
+Language LanguageOfEnvironment();
+
 // What is the same for all commands on a file.
 struct FileOptions {
-  std::string file;     // UTF-8, as all paths of the program
-  bool strict = false;  // a doubt about a value is an error
+  std::string file;                             // UTF-8, as all paths of the program
+  bool strict = false;                          // a doubt about a value is an error
+  Language language = LanguageOfEnvironment();  // of all that people read
 };
+
+// A file to say something about.
+inline FileOptions About(std::string file) {
+  FileOptions options;
+  options.file = std::move(file);
+  return options;
+}
 
 // What a command does with a file that has been read: appends to the text for the standard output.
 // That is printed whatever the ending.
@@ -42,8 +54,9 @@ using Work = std::function<Ending(AdjustmentContext& context, const Findings& re
 ExitStatus RunOnFile(const FileOptions& options, const Work& work);
 
 // The findings about a file on the standard error, warnings said to be so.
-void Say(const std::string& path, const Findings& findings);
+void Say(const FileOptions& options, const Findings& findings);
 // One sentence about it.
-void Say(const std::string& path, const std::string& sentence);
+void SayText(const FileOptions& options, Severity severity, const std::string& text);
+void SayWords(const FileOptions& options, const Words& sentence);
 
 }  // namespace brenu::tool

@@ -10,7 +10,10 @@
 #include "arguments.h"
 #include "check_command.h"
 #include "closures_command.h"
+#include "convert_command.h"
 #include "core/parallel.h"
+#include "import_command.h"
+#include "reduce_command.h"
 #include "review/text.h"
 
 namespace {
@@ -37,13 +40,22 @@ void AddFile(CLI::App& command, brenu::tool::FileOptions& options) {
       ->required();
   command.add_flag("--strict", options.strict,
                    "treat a doubt about a value of the file as an error");
+  command
+      .add_option_function<std::string>(
+          "--lang",
+          [&options](const std::string& language) {
+            options.language =
+                language == "zh" ? brenu::Language::kChinese : brenu::Language::kEnglish;
+          },
+          "language of findings, verdict and reports: en or zh (that of the environment)")
+      ->check(CLI::IsMember({"en", "zh"}))
+      ->type_name("LANG");
 }
 
 void AddOutputs(CLI::App& command, brenu::tool::OutputOptions& outputs) {
   const auto add = [&](const char* name, std::string& path, const char* help) {
     command.add_option(name, path, help)->type_name("OUT");
   };
-  outputs.language = brenu::tool::LanguageOfEnvironment();
   add("--html", outputs.html, "write the report page to this file");
   add("--json", outputs.json,
       "write the report for programs to this file, or with - to the standard output in place of "
@@ -53,16 +65,6 @@ void AddOutputs(CLI::App& command, brenu::tool::OutputOptions& outputs) {
   add("--dxf", outputs.dxf, "write the sketch as a drawing to this file");
   command.add_option("--csv", outputs.csvFolder, "write the tables of the report to this folder")
       ->type_name("DIR");
-  command
-      .add_option_function<std::string>(
-          "--lang",
-          [&outputs](const std::string& language) {
-            outputs.language =
-                language == "zh" ? brenu::Language::kChinese : brenu::Language::kEnglish;
-          },
-          "language of verdict, page and text report: en or zh (that of the environment)")
-      ->check(CLI::IsMember({"en", "zh"}))
-      ->type_name("LANG");
 }
 
 void AddRules(CLI::App& command, brenu::Rules& rules) {
@@ -102,6 +104,13 @@ CLI::App& AddAdjust(CLI::App& app, AdjustOptions& options) {
                   "take gross errors out by data snooping with this level of significance between "
                   "0 and 1, such as 0.001, and list them (format 0)")
       ->type_name("ALPHA");
+  adjust
+      .add_option(
+          "--between", options.pairs,
+          "report the relative ellipse of these two points, too; observed pairs have theirs "
+          "anyway; may be given several times")
+      ->allow_extra_args(false)
+      ->type_name("A B");
   adjust.add_flag("--summary", options.summaryOnly, "print no tables of points");
   AddOutputs(adjust, options.outputs);
   adjust.add_flag("--no-verdict", options.noVerdict,
@@ -174,6 +183,12 @@ ExitStatus Run(std::vector<std::string> arguments) {
   const CLI::App& adjust = AddAdjust(app, adjustOptions);
   const CLI::App& check = AddCheck(app, checkOptions);
   AddClosures(app, closureOptions);
+  brenu::tool::FieldImportOptions importOptions;
+  brenu::tool::ReduceOptions reduceOptions;
+  const CLI::App& reducing = brenu::tool::AddReduce(app, reduceOptions);
+  brenu::tool::ConvertOptions convertOptions;
+  const CLI::App& converting = brenu::tool::AddConvert(app, convertOptions);
+  const CLI::App& importing = brenu::tool::AddImport(app, importOptions);
   if (HasWrongCommand(app, arguments)) return brenu::tool::kFileOrUsage;
   try {
     std::reverse(arguments.begin(), arguments.end());  // as the parser takes them
@@ -182,6 +197,9 @@ ExitStatus Run(std::vector<std::string> arguments) {
     return app.exit(end) == 0 ? brenu::tool::kDone : brenu::tool::kFileOrUsage;
   }
   if (check.parsed()) return brenu::tool::RunCheck(checkOptions);
+  if (reducing.parsed()) return brenu::tool::RunReduce(reduceOptions);
+  if (converting.parsed()) return brenu::tool::RunConvert(convertOptions);
+  if (importing.parsed()) return brenu::tool::RunImport(importOptions);
   return adjust.parsed() ? brenu::tool::RunAdjust(adjustOptions)
                          : brenu::tool::RunClosures(closureOptions);
 }

@@ -1,8 +1,6 @@
 #include "outputs.h"
 
-#include <cstdlib>
 #include <filesystem>
-#include <string_view>
 
 #include "io/replace_file.h"
 #include "report/csv.h"
@@ -34,7 +32,7 @@ Ending WriteCsv(const Report& report, const std::string& folder) {
 
 }  // namespace
 
-Ending WriteOutputs(const Report& report, const OutputOptions& options) {
+Ending WriteOutputs(const Report& report, const OutputOptions& options, Language language) {
   const auto write = [&](const std::string& path, const auto& render) -> Ending {
     return path.empty() ? Ending{} : Write(path, render());
   };
@@ -44,25 +42,16 @@ Ending WriteOutputs(const Report& report, const OutputOptions& options) {
     ending = WriteCsv(report, options.csvFolder);
   }
   if (ending.status == kDone) {
-    ending = write(options.text, [&] { return TextReport(report, options.language); });
+    ending = write(options.text, [&] { return TextReport(report, language); });
   }
   if (ending.status == kDone) {
-    ending = write(options.html, [&] { return HtmlPage(report, options.language); });
+    ending = write(options.html, [&] { return HtmlPage(report, language); });
   }
   if (ending.status != kDone || (options.svg.empty() && options.dxf.empty())) return ending;
-  const ReportSketch sketch(report, options.language);
+  const ReportSketch sketch(report, language);
   ending = write(options.svg, [&] { return Svg(sketch.Drawing()); });
   if (ending.status == kDone) ending = write(options.dxf, [&] { return Dxf(sketch.Drawing()); });
   return ending;
-}
-
-Language LanguageOfEnvironment() {
-  for (const char* const name : {"LC_ALL", "LC_MESSAGES", "LANG"}) {
-    const char* const value = std::getenv(name);
-    if (value == nullptr || *value == '\0') continue;
-    return std::string_view(value).starts_with("zh") ? Language::kChinese : Language::kEnglish;
-  }
-  return Language::kEnglish;
 }
 
 }  // namespace brenu::tool

@@ -15,7 +15,6 @@ struct OutputOptions {
   std::string csvFolder;
   std::string text;
   std::string html, svg, dxf;
-  Language language = Language::kEnglish;
 
   bool AreWanted() const {
     return !(json.empty() && csvFolder.empty() && text.empty() && html.empty() && svg.empty() &&
@@ -26,9 +25,6 @@ struct OutputOptions {
 };
 
 // Writes all that is wanted; stops at the first file that cannot be written.
-Ending WriteOutputs(const Report& report, const OutputOptions& options);
-
-// The language of the environment (LC_ALL, LC_MESSAGES, LANG): Chinese or, for all others, English.
-Language LanguageOfEnvironment();
+Ending WriteOutputs(const Report& report, const OutputOptions& options, Language language);
 
 }  // namespace brenu::tool

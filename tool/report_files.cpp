@@ -4,21 +4,20 @@
 
 #include "io/closure_report.h"
 #include "io/result_report.h"
-#include "review/text.h"
 
 namespace brenu::tool {
 
-bool AreDistinct(const std::vector<std::string>& paths) {
-  std::set<FilePath> seen;
-  for (const std::string& path : paths) {
-    if (path.empty()) continue;
+bool AreDistinct(const FileOptions& options, const std::vector<std::string>& reports) {
+  const auto wholePath = [](const std::string& path) {
     std::error_code error;
-    const FilePath given = Utf8Path(path.c_str());
-    const FilePath whole = std::filesystem::weakly_canonical(given, error);
-    if (seen.insert(error ? given : whole).second) continue;
-    Say(paths.front(), "the report " + Printable(path) +
-                           " would overwrite the data or the other report; give each a file of its "
-                           "own");
+    FilePath given = Utf8Path(path.c_str());
+    FilePath whole = std::filesystem::weakly_canonical(given, error);
+    return error ? given : whole;
+  };
+  std::set<FilePath> seen = {wholePath(options.file)};
+  for (const std::string& path : reports) {
+    if (path.empty() || seen.insert(wholePath(path)).second) continue;
+    Say(options, {Error(BRENU_FILE_WOULD_OVERWRITE, {path})});
     return false;
   }
   return true;

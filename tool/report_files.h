@@ -7,9 +7,9 @@
 
 namespace brenu::tool {
 
-// Whether no two of the paths lead to the same file, which one would overwrite; says so otherwise.
-// Empty paths are left out.
-bool AreDistinct(const std::vector<std::string>& paths);
+// Whether no report would overwrite the data or another report; says so otherwise.  Empty paths are
+// left out.
+bool AreDistinct(const FileOptions& options, const std::vector<std::string>& reports);
 
 // The reports of the last computation.
 Ending WriteResultFile(const AdjustmentContext& context, const std::string& path);

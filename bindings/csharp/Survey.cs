@@ -86,6 +86,15 @@ public static partial class Native
         IntPtr context, int index, int number, out brenu_observation result);
 
     [DllImport(Library)]
+    public static extern IntPtr brenu_report(IntPtr context, int form, int language, byte[] title);
+
+    [DllImport(Library)]
+    [return: MarshalAs(UnmanagedType.I1)]
+    public static extern bool brenu_import(
+        IntPtr context, IntPtr heights, byte[] paths, byte[] control, ref brenu_import_options options,
+        byte[] log);
+
+    [DllImport(Library)]
     public static extern int brenu_untested_count(IntPtr context, int network);
 
     [DllImport(Library)]
@@ -128,6 +137,18 @@ public struct brenu_options
     public double alpha;      // 0 stands for 0.001
     public double critical;   // 0 for that of alpha
     public double levelSigma; // metres for 1 km; 0 stands for 0.001
+}
+
+[StructLayout(LayoutKind.Sequential)]
+public struct brenu_import_options
+{
+    public int steps;              // sum of steps that are left out or added
+    public int reserved;
+    public double refraction;      // coefficient
+    public double constant;        // of distances, mm
+    public double scale;           // of distances, mm/km
+    public double height;          // mean, above the ellipsoid, metres
+    public double projectionScale; // into the plane; 0 counts as 1
 }
 
 [StructLayout(LayoutKind.Sequential)]

@@ -107,6 +107,15 @@ class Context {
   brenu_file_kind ReadText(std::string_view text) {
     return Kind(brenu_read_memory(Get(), text.data(), text.size()));
   }
+  // Field books, as brenu_import; heights may be null.
+  void Import(const std::vector<std::string>& paths, const std::string& control = {},
+              Context* heights = nullptr, const brenu_import_options* options = nullptr) {
+    std::string all;
+    for (const std::string& path : paths) all += path + '\n';
+    brenu_import(Get(), heights == nullptr ? nullptr : heights->Get(), all.c_str(),
+                 control.empty() ? nullptr : control.c_str(), options, nullptr);
+    Check();
+  }
   void OpenProject(const std::string& path) {
     OpenBrenuAdjustFile(Get(), path.c_str());
     Check();
@@ -221,6 +230,13 @@ class Context {
   }
 
   // ---- Results ----
+  // The report of the last adjustment, UTF-8.
+  std::string Report(brenu_report_form form, const std::string& title = "",
+                     brenu_language language = BRENU_ENGLISH) const {
+    const char* const text = brenu_report(Get(), form, language, title.c_str());
+    if (text == nullptr) throw std::bad_alloc();
+    return text;
+  }
   // Empty when the last computation did not adjust that network.
   std::optional<brenu_figures> Figures(brenu_network network) const {
     return Ask<brenu_figures>(

@@ -32,6 +32,7 @@ typedef enum brenu_code {
   BRENU_NO_REFERENCE_DIRECTION = 21,   /* names: the two targets */
   BRENU_KIND_IS_NOT_NETWORK_TYPE = 22, /* values: kind, network type */
   BRENU_OPTION_REFUSED = 23,           /* names: field of brenu_options; values: what it holds */
+  BRENU_POINT_UNKNOWN = 24,            /* names: point */
 
   /* ---- Files ---- */
   BRENU_FILE_MISSING = 100,
@@ -42,10 +43,11 @@ typedef enum brenu_code {
   BRENU_FILE_BINARY = 105,
   BRENU_FILE_UTF16 = 106,
   BRENU_FILE_OF_OTHER_KIND = 107,
-  BRENU_FILE_IS_PROJECT = 108,    /* where a station and observation file is wanted */
-  BRENU_FILE_IS_STATION = 109,    /* where a project file is wanted */
-  BRENU_FILE_NOT_WRITTEN = 110,   /* names: path */
-  BRENU_REPORT_STOPS_SHORT = 111, /* names: path */
+  BRENU_FILE_IS_PROJECT = 108,      /* where a station and observation file is wanted */
+  BRENU_FILE_IS_STATION = 109,      /* where a project file is wanted */
+  BRENU_FILE_NOT_WRITTEN = 110,     /* names: path */
+  BRENU_REPORT_STOPS_SHORT = 111,   /* names: path */
+  BRENU_FILE_WOULD_OVERWRITE = 112, /* the data or another report; names: path */
 
   /* ---- Lines that cannot be read; refusals of the calls above come with a line, too ---- */
   BRENU_LINE_TOO_LONG = 120,
@@ -93,6 +95,9 @@ typedef enum brenu_code {
                                              coordinates (metres), how many more */
   BRENU_CONTROL_FAR_AWAY = 317, /* names: point, coordinate; values: how far, spread of the
                                    others, metres */
+  BRENU_AXES_EXCHANGED = 318,   /* names: station, target; values: how many angles and azimuths
+                                   between control points fit with X and Y exchanged, while none
+                                   does as they are */
 
   /* ---- Computations ---- */
   BRENU_NOTHING_LEVELLED = 400,
@@ -133,9 +138,68 @@ typedef enum brenu_code {
   BRENU_CLASSIC_RULES_REFUSE = 432,
   BRENU_LEVEL_SIGMA_CONTRADICTED = 433, /* values: a-posteriori, a-priori, mm for 1 km */
   BRENU_GROUP_LEFT_OUT = 434,           /* names: points that hang together; values: as for one */
+  BRENU_NO_RELATIVE_ELLIPSE = 435,      /* names: the two points that it was asked for */
 
-  /* The verdict on an adjustment.  Networks by number: 0 heights, 1 plane.  Kinds of observations: 0
-   * directions, 1 distances, 2 azimuths, 3 height differences; their errors are arc-seconds or
+  /* ---- Field books: the file ---- */
+  BRENU_FIELD_BOOK_UNKNOWN = 500,
+  BRENU_FIELD_BOOK_COMMA_LIST = 501,  /* records of fields between commas */
+  BRENU_FIELD_BOOK_DAMAGED = 502,     /* XML that breaks off or is none; names: what is wrong */
+  BRENU_FIELD_BOOK_WITHOUT_XML = 503, /* this library was built without a reader of XML */
+  BRENU_FIELD_BOOK_READ = 504,        /* names: file, format; the findings about it follow */
+  BRENU_FIELD_BOOK_SATELLITES = 505,
+  BRENU_NOTHING_IMPORTED = 506,
+  /* Lines; the excerpt is the line or the value. */
+  BRENU_LINE_NOT_OF_FORMAT = 510, /* names: the format */
+  BRENU_LINE_MARKED_FAULTY = 511,
+  BRENU_RECORD_NOT_USED = 512, /* names: its kind */
+  BRENU_WORD_NOT_READ = 513,   /* excerpt: the line from there on */
+  BRENU_WORD_NOT_USED = 514,   /* names: the index of the word */
+  BRENU_VALUE_NOT_READ = 515,  /* names: what it is */
+  BRENU_HEADER_WITHOUT_UNITS = 516,
+  BRENU_BLOCKS_MISSING = 517,   /* values: how many */
+  BRENU_RECORD_IS_RESULT = 518, /* names: its kind */
+  BRENU_CANNOT_BE_KEPT = 519,   /* names: what it is */
+  /* Sights; names: target. */
+  BRENU_SIGHT_WITHOUT_SETUP = 520,
+  BRENU_SIGHT_OF_STATION = 521,
+  BRENU_SIGHT_WITHOUT_TARGET = 522,
+  BRENU_SIGHT_WITHOUT_VALUES = 523,
+  BRENU_SIGHT_IS_MEAN = 524,
+  BRENU_SIGHT_OF_BAD_SET = 525,
+  BRENU_SIGHT_DELETED = 526,
+  BRENU_NOTE_LIKE_SIGHT = 527,
+  BRENU_FREE_STATION_BEHIND_SIGHTS = 528,      /* names: station, the one before */
+  BRENU_STATION_AT_ORIGIN = 529,               /* names: station */
+  BRENU_STATION_COORDINATES_FROM_MEMORY = 530, /* names: station */
+  BRENU_CONSTRAINT_NOT_KEPT = 531,             /* names: point */
+  BRENU_LENGTH_ASSUMED = 532,                  /* names: from, to */
+  /* Levelling. */
+  BRENU_LEVEL_METHOD_NOT_READ = 540, /* names: the method */
+  BRENU_READING_STRUCK_OUT = 541,
+  BRENU_READING_WITHOUT_LINE = 542,
+  BRENU_LEVEL_SETUP_INCOMPLETE = 543,     /* names: back point */
+  BRENU_LEVEL_SETUP_REPEATED = 544,       /* names: back point */
+  BRENU_LEVEL_LINE_BROKEN = 545,          /* names: first point, point where it breaks off */
+  BRENU_LEVEL_LINE_TO_ITSELF = 546,       /* names: point */
+  BRENU_READING_WITHOUT_BACK_SIGHT = 548, /* names: point */
+  BRENU_LEVEL_DISTANCES_MISSING = 549,    /* names: from, to; values: readings without distance */
+  /* Reduction. */
+  BRENU_SETUP_WITHOUT_COMMON_TARGET = 550, /* names: station */
+  BRENU_SET_OUT_OF_SPREAD = 551, /* names: station, target; values: set, seconds from the mean */
+  BRENU_FACES_DIFFER = 552,      /* names: station, target; values: set, collimation, seconds */
+  BRENU_ECCENTRIC_WITHOUT_DISTANCE = 554,    /* names: station, target */
+  BRENU_HEIGHTS_OF_INSTRUMENT_MISSING = 555, /* names: station, target; values: how many more */
+  BRENU_DISTANCE_OUT_OF_SPREAD = 556,        /* names: station, target; values: set, metres off */
+  BRENU_LEVEL_BALANCE = 557, /* names: from, to; values: back minus fore distances, metres */
+  /* Into a project. */
+  BRENU_CONTROL_CONFLICT = 560, /* names: point; values: metres between the two places */
+  BRENU_IMPORT_WITHOUT_CONTROL = 561,
+  BRENU_CONTROL_FIELDS = 562, /* not name,X,Y,H or name,type,X,Y,H */
+  BRENU_NAME_CHANGED = 563,   /* names: as it stands, as it was entered */
+  BRENU_HEIGHTS_APART = 565,
+
+  /* The verdict on an adjustment.  Networks by number: 0 heights, 1 plane.  Kinds of observations:
+   * 0 directions, 1 distances, 2 azimuths, 3 height differences; their errors are arc-seconds or
    * metres. */
   BRENU_M0_TOO_LARGE = 600,        /* values: network, [pvv] a priori, its upper bound, m0 by its
                                       a-priori value */
@@ -160,7 +224,8 @@ typedef enum brenu_code {
   BRENU_LIKE_MINUTES = 616,        /* values: how many */
   BRENU_LIKE_METRES = 617,         /* values: how many */
   BRENU_LIKE_FEET = 618,
-  BRENU_CLOSURES_EXPLAINED = 619 /* values: how many run over observations taken out */
+  BRENU_CLOSURES_EXPLAINED = 619, /* values: how many run over observations taken out */
+  BRENU_NAME_NOT_GBK = 620        /* names: points, UTF-8 in a report of code page 936 */
 } brenu_code;
 
 #endif /* BRENU_FINDINGS_H_ */

@@ -24,9 +24,9 @@ extern "C" {
 /* The version of the library, "1.2.3"; a constant, never null. */
 BRENU_API const char* brenu_version(void);
 
-/* How many threads the computations that begin from now on use, in all contexts together; 0: as many
- * as the environment variable BRENU_THREADS says, or else the hardware has.  Results do not depend
- * on it.  No thread is left when a call returns. */
+/* How many threads the computations that begin from now on use, in all contexts together; 0: as
+ * many as the environment variable BRENU_THREADS says, or else the hardware has.  Results do not
+ * depend on it.  No thread is left when a call returns. */
 BRENU_API void brenu_set_threads(int32_t count);
 
 /* ---- Findings: of the last call on the context that changes, computes, reads or writes; pure
@@ -83,6 +83,45 @@ BRENU_API int32_t brenu_read_memory(AdjustmentContext* context, const char* data
  * units that look wrong, control far from all others...  True when no error is among them. */
 BRENU_API bool brenu_check_data(AdjustmentContext* context);
 
+/* ---- Field books: what instruments write, docs/import.md ---- */
+
+/* Steps from sights to observations, to be added up. */
+typedef enum brenu_import_steps {
+  BRENU_FACE_ONE_ONLY = 1,    /* faces are not averaged: face 1 alone where there is one */
+  BRENU_FIRST_SET_ONLY = 2,   /* nor sets */
+  BRENU_FIRST_SETUP_ONLY = 4, /* nor setups on one station */
+  BRENU_NO_CENTRING = 8,      /* eccentric prisms count as the points themselves */
+  BRENU_TRIG_HEIGHTS = 16,    /* trigonometric height differences, too */
+  BRENU_REFRACTION = 32,      /* curvature of the Earth and refraction */
+  BRENU_ELLIPSOID = 64        /* distances down to the ellipsoid */
+} brenu_import_steps;
+
+typedef struct brenu_import_options { /* 48 bytes: 0 everywhere but in projectionScale is usual */
+  int32_t steps;                      /* sum of brenu_import_steps */
+  int32_t reserved;                   /* 0 */
+  double refraction;                  /* coefficient, usually 0.13 */
+  double constant;                    /* of distances, mm */
+  double scale;                       /* of distances, mm/km */
+  double height;                      /* mean, above the ellipsoid, metres */
+  double projectionScale;             /* into the plane; 1 for none, 0 counts as 1 */
+} brenu_import_options;
+
+/* Reads the field books of a survey into a fresh context: GSI, SDR, M5, JobXML or gama-local XML,
+ * told apart by content; faces and sets are averaged.  Heights beside a plane survey go to the
+ * second context, for the lengths of their lines are no distances of the plane; they are dropped
+ * when it is null.
+ *
+ * paths: of the field books, separated by line feeds.  control: path of known points (lines
+ * name,X,Y,H or name,type,X,Y,H, a file that brenu_read_file reads, or a field book), null for
+ * none.  options: null for the usual ones.  log: path for a text with what each line became and
+ * each step of the reduction, null for none.
+ *
+ * False when a file cannot be read, is no field book, or the log cannot be written; then nothing is
+ * entered.  What is left out or doubtful are findings of a success; those after a finding
+ * BRENU_FIELD_BOOK_READ are about that file. */
+BRENU_API bool brenu_import(AdjustmentContext* context, AdjustmentContext* heights,
+                            const char* paths, const char* control,
+                            const brenu_import_options* options, const char* log);
 /* ---- Computations by either set of rules.  Results are read as those of brenu.h, whose own
  * computations always follow the classic rules ---- */
 
@@ -195,6 +234,26 @@ typedef struct brenu_figures { /* 24 bytes: of an adjusted network */
 
 /* False when the last computation did not adjust that network. */
 BRENU_API bool brenu_get_figures(AdjustmentContext* context, int32_t network, brenu_figures* out);
+
+/* ---- The report of the last adjustment ---- */
+
+/* Forms of the report. */
+typedef enum brenu_report_form {
+  BRENU_REPORT_JSON = 1, /* for programs: docs/json.md */
+  BRENU_REPORT_HTML = 2, /* a page that needs nothing else */
+  BRENU_REPORT_SVG = 3,  /* the sketch as a picture */
+  BRENU_REPORT_DXF = 4,  /* the sketch for CAD */
+  BRENU_REPORT_TEXT = 5
+} brenu_report_form;
+
+typedef enum brenu_language { BRENU_ENGLISH = 0, BRENU_CHINESE = 1 } brenu_language;
+
+/* The report of the last adjustment in that form and language (JSON and DXF have one language):
+ * verdict, tests, tables, closures if they were computed before.  `title` names the job, such as
+ * its file; null for none.  Text in UTF-8 that ends in a NUL and stays until the next call of this
+ * function with the context or its end.  Null for an unknown form, and when memory is exhausted. */
+BRENU_API const char* brenu_report(AdjustmentContext* context, int32_t form, int32_t language,
+                                   const char* title);
 
 /* ---- Walking a job.  Each call finds the next one in a time that hardly grows with the job;
  * adding and deleting in between is allowed.  DeletePoint moves the points behind it down: go on

@@ -40,6 +40,7 @@ from .records import (
     Test,
     VerticalResult,
 )
+from .report import Report
 from .reductions import (
     astronomical_azimuth_reduction,
     centre_correct,
@@ -64,6 +65,7 @@ __version__: str = _library.brenu_version().decode()
 
 __all__ = [
     "Job",
+    "Report",
     "BrenuError",
     "CallError",
     "ComputationError",

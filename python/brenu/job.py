@@ -14,6 +14,7 @@ from .outputs import HeightObsResult, LinePrecision, Observation, ObservationRes
 from .outputs import TraverseRow, TrilaterationChoice
 from .records import AdjParam, CircleRecord, CloseError, ControlFit, Figures, FileKind, Network
 from .records import ObsData, ObservationKind, PlaneResult, PointData, Rules, Test, VerticalResult
+from .report import Report
 
 Result = TypeVar("Result")
 Path = Union[str, bytes, "os.PathLike[str]"]
@@ -95,6 +96,42 @@ class Job:
         if isinstance(source, bytes):
             return FileKind(self._call(C.brenu_read_memory, source, len(source)))
         return FileKind(self._call(C.brenu_read_file, _path(source, utf8=True)))
+
+    def import_field_books(
+        self,
+        *paths: Path,
+        control: Path | None = None,
+        heights: Job | None = None,
+        log: Path | None = None,
+        face_one_only: bool = False,
+        first_set_only: bool = False,
+        first_setup_only: bool = False,
+        centring: bool = True,
+        trig_heights: bool = False,
+        refraction: float | None = None,
+        constant: float = 0.0,
+        scale: float = 0.0,
+        height: float | None = None,
+        projection_scale: float = 1.0,
+    ) -> list[Finding]:
+        """Reads what instruments write (docs/import.md) into the job, which should be fresh, and
+        heights beside a plane survey into another one.  Returns what was left out or is doubtful.
+
+        control names a file of known points, log one to be written.  Constants are mm, scales
+        mm/km, height is the mean one above the ellipsoid."""
+        steps = [face_one_only, first_set_only, first_setup_only, not centring, trig_heights]
+        steps += [refraction is not None, height is not None]
+        options = layouts.brenu_import_options(
+            sum(1 << bit for bit, step in enumerate(steps) if step), 0, refraction or 0.0,
+            constant, scale, height or 0.0, projection_scale,
+        )  # fmt: skip
+        optional = [None if path is None else _path(path, utf8=True) for path in (control, log)]
+        self._call(
+            C.brenu_import, None if heights is None else heights._context,
+            b"\n".join(_path(path, utf8=True) for path in paths),
+            optional[0], byref(options), optional[1],
+        )  # fmt: skip
+        return self.findings
 
     def open_brenu_adjust_file(self, path: Path) -> None:
         """Reads a project file into the job, which should be fresh."""
@@ -244,6 +281,18 @@ class Job:
     def get_figures(self, network: Network) -> Figures | None:
         """Figures of the last adjustment; None when it did not adjust that network."""
         return self._record(C.brenu_get_figures, layouts.brenu_figures, Figures, network)
+
+    def report(self, title: str = "", chinese: bool = False) -> Report:
+        """The report of the last adjustment, with the closures that were computed before it."""
+        forms = {"json": 1, "html": 2, "svg": 3, "dxf": 4, "text": 5}
+
+        def render(form: str) -> str:
+            text = C.brenu_report(self._context, forms[form], int(chinese), title.encode())
+            if text is None:
+                raise MemoryError("no room for the report")
+            return text.decode()
+
+        return Report(render)
 
     @property
     def taken_out(self) -> list[TakenOut]:

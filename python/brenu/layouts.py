@@ -66,6 +66,16 @@ class brenu_finding(Structure):
     ]
 
 
+class brenu_import_options(Structure):
+    _fields_ = [
+        *[(name, c_int32) for name in ("steps", "reserved")],
+        *[
+            (name, c_double)
+            for name in ("refraction", "constant", "scale", "height", "projectionScale")
+        ],
+    ]
+
+
 class brenu_figures(Structure):
     _fields_ = [
         *[(name, c_int32) for name in ("controlPoints", "newPoints", "redundancy", "leftOut")],

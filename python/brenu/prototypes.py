@@ -115,6 +115,10 @@ PROTOTYPES = {
     "brenu_finding_excerpt": _TEXT_COPIER,
     "brenu_finding_value": (c_bool, [_CONTEXT, _Index, _Index, _OUT]),
     "brenu_code_id": (_TEXT, [c_int32]),
+    "brenu_import": (
+        c_bool,
+        [_CONTEXT, _CONTEXT, _TEXT, _TEXT, POINTER(rec.brenu_import_options), _TEXT],
+    ),
     "brenu_read_file": (c_int32, [_CONTEXT, _TEXT]),
     "brenu_read_memory": (c_int32, [_CONTEXT, _TEXT, c_size_t]),
     "brenu_check_data": (c_bool, [_CONTEXT]),
@@ -127,6 +131,7 @@ PROTOTYPES = {
         c_bool,
         [_CONTEXT, _Index, _Index, POINTER(rec.brenu_observation)],
     ),
+    "brenu_report": (_TEXT, [_CONTEXT, c_int32, c_int32, _TEXT]),
     "brenu_untested_count": (c_int32, [_CONTEXT, c_int32]),
     "brenu_get_control_fit": (c_bool, [_CONTEXT, _Index, POINTER(rec.brenu_control_fit)]),
     "brenu_get_figures": (c_bool, [_CONTEXT, c_int32, POINTER(rec.brenu_figures)]),

@@ -34,6 +34,22 @@ class Levelling(unittest.TestCase):
         self.assertAlmostEqual(abs(record.height_misclosure), 4.0, 6)
         self.assertIs(record.mark, True)
 
+    def test_report(self):
+        self.job.least_square_adj()
+        report = self.job.report("job.txt")
+        # Two lines of 1 mm each, 4 mm apart: each has v = -2 mm, r = 1/2 and w = -2.83.
+        self.assertEqual([o.station for o in report.heights.observations], ["A", "P"])
+        for observation in report.heights.observations:
+            self.assertAlmostEqual(observation.residual, -0.002, 9)
+            self.assertAlmostEqual(observation.redundancy, 0.5, 6)
+            self.assertAlmostEqual(observation.w, -8.0**0.5, 5)
+        self.assertFalse(report.verdict.passed)
+        self.assertAlmostEqual(report.heights.chi2_test.statistic, 8.0, 9)
+        self.assertEqual(len(report.to_rows("heights", "points")), 3)
+        self.assertIn("job.txt", report.to_html())
+        self.assertTrue(report.to_svg().startswith("<?xml"))
+        self.assertIn("\u672a\u901a\u8fc7", self.job.report(chinese=True).to_text())
+
     def test_rules_and_data_snooping(self):
         self.job.set_obs_data(0, "P", ObsData(1000.0, -1.0, 0.54))
         self.job.data_snooping(test=brenu.Test.TAU, critical=0.9)
@@ -109,6 +125,25 @@ class Levelling(unittest.TestCase):
                     self.assertEqual(again.get_point(2), self.job.get_point(2))
             with self.assertRaises(ValueError):
                 self.job.open_brenu_adjust_file(path + "\0.old")
+
+
+class FieldBooks(unittest.TestCase):
+    def test_import(self):
+        book = (
+            b"110001+0000000A 84..10+00100000 85..10+00200000 88..10+00001500\n"
+            b"110002+0000000B 21.322+10000000 22.323+06000000 31..00+00100000 87..10+00001500\n"
+        )
+        with tempfile.TemporaryDirectory() as folder, Job() as job, Job() as heights:
+            path = pathlib.Path(folder, "book.gsi")
+            path.write_bytes(book)
+            found = job.import_field_books(path, heights=heights, trig_heights=True, constant=1000)
+            self.assertEqual(found[0].id, "field-book-read")
+            (pair,) = job.observations
+            self.assertAlmostEqual(pair[2].distance, 101 * 3**0.5 / 2)
+            (pair,) = heights.observations
+            self.assertAlmostEqual(pair[2].height_diff, 50.5)
+            with self.assertRaises(brenu.BrenuError):
+                job.import_field_books(folder)
 
 
 class Text(unittest.TestCase):

@@ -10,7 +10,10 @@
 #include "api/barrier.h"
 #include "api/text_field.h"
 #include "core/parallel.h"
+#include "io/replace_file.h"
 #include "review/data_check.h"
+#include "review/field_import.h"
+#include "review/import_text.h"
 #include "review/load.h"
 #include "review/network_view.h"
 #include "review/sentence.h"
@@ -26,7 +29,7 @@ using brenu::Reported;
 using brenu::TextIn;
 
 static_assert(sizeof(brenu_finding) == 24 && sizeof(brenu_figures) == 24);
-static_assert(sizeof(brenu_pair) == 288);
+static_assert(sizeof(brenu_pair) == 288 && sizeof(brenu_import_options) == 48);
 
 // Copies as much as there is room for; the length of all, -1 when there is no place for it.
 std::int32_t CopyOut(std::string_view source, char* text, std::int32_t room) {
@@ -66,6 +69,71 @@ std::int32_t Read(Context* context, const char* given, Source source) {
   };
   Reported(context, read, given);
   return kind;
+}
+
+brenu::ImportOptions OptionsOf(const brenu_import_options* given) {
+  brenu::ImportOptions options;
+  if (given == nullptr) return options;
+  brenu::ReductionOptions& steps = options.reduction;
+  const auto has = [given](int step) { return (given->steps & step) != 0; };
+  steps.averageFaces = !has(BRENU_FACE_ONE_ONLY);
+  steps.averageSets = !has(BRENU_FIRST_SET_ONLY);
+  steps.joinSetups = !has(BRENU_FIRST_SETUP_ONLY);
+  steps.centre = !has(BRENU_NO_CENTRING);
+  steps.trigonometricHeights = has(BRENU_TRIG_HEIGHTS);
+  if (has(BRENU_REFRACTION)) steps.refraction = given->refraction;
+  steps.constant = given->constant;
+  steps.scale = given->scale;
+  if (has(BRENU_ELLIPSOID)) steps.ellipsoid = brenu::EllipsoidReduction{given->height};
+  if (given->projectionScale != 0.0 && given->projectionScale != 1.0) {
+    steps.plane = brenu::PlaneReduction{given->projectionScale};
+  }
+  return options;
+}
+
+brenu::FieldFiles FilesOf(std::string_view paths, const char* control) {
+  brenu::FieldFiles files;
+  while (!paths.empty()) {
+    const std::string_view path = paths.substr(0, paths.find('\n'));
+    if (!path.empty()) files.books.emplace_back(path);
+    paths.remove_prefix(std::min(path.size() + 1, paths.size()));
+  }
+  if (control != nullptr) files.control = control;
+  return files;
+}
+
+void Enter(brenu::ImportedJob& job, Context* context) {
+  if (context == nullptr) return;
+  context->param = job.param;
+  context->store = std::move(job.store);
+}
+
+Outcome Import(Context* context, Context* heights, const brenu::FieldFiles& files,
+               const brenu_import_options* given, const char* log) {
+  const brenu::ImportOptions options = OptionsOf(given);
+  brenu::FieldImport import(options);
+  brenu::ImportedJob job;
+  brenu::ImportedJob heightJob;
+  std::vector<brenu::FileFindings> found;
+  Outcome outcome;
+  outcome.ok = brenu::ImportFiles(files, log != nullptr, import, job, heightJob, found);
+  std::size_t book = 0;
+  for (brenu::FileFindings& about : found) {
+    const bool isBook = book < import.Books().size() && import.Books()[book].name == about.file;
+    if (isBook) {
+      const char* format = NameOf(import.Books()[book++].book.format);
+      outcome.findings.push_back(brenu::Note(BRENU_FIELD_BOOK_READ, {about.file, format}));
+    }
+    for (Finding& finding : about.findings) outcome.findings.push_back(std::move(finding));
+  }
+  if (!outcome.ok) return outcome;
+  if (log != nullptr &&
+      brenu::ReplaceFile(brenu::Utf8Path(log), ImportLog(import)) != brenu::Replaced::kDone) {
+    return brenu::Error(BRENU_FILE_NOT_WRITTEN, {log});
+  }
+  Enter(job, context);
+  Enter(heightJob, heights);
+  return outcome;
 }
 
 }  // namespace
@@ -133,6 +201,13 @@ int32_t brenu_read_file(Context* context, const char* path) {
 
 int32_t brenu_read_memory(Context* context, const char* data, size_t size) {
   return Read(context, size == 0 ? "" : data, [=] { return std::string_view(data, size); });
+}
+
+bool brenu_import(Context* context, Context* heights, const char* paths, const char* control,
+                  const brenu_import_options* options, const char* log) {
+  return Reported(
+      context, [=] { return Import(context, heights, FilesOf(paths, control), options, log); },
+      paths);
 }
 
 bool brenu_check_data(Context* context) {

@@ -8,14 +8,8 @@
 
 namespace brenu {
 
-namespace large_vector_detail {
-void* Take(std::size_t bytes);
-void GiveBack(void* memory, std::size_t bytes);
-}  // namespace large_vector_detail
-
-// Memory in large pages where the system has them: first use of small ones costs as much as the
-// work on them.  New elements are not set, so that they are first touched by the thread that needs
-// them.
+// New elements are not set: they are first touched by the thread that needs them, and only if it
+// does.
 template <typename Value>
 struct LargeAllocator {
   using value_type = Value;
@@ -23,11 +17,9 @@ struct LargeAllocator {
   template <typename Other>
   explicit LargeAllocator(const LargeAllocator<Other>&) {}
 
-  Value* allocate(std::size_t count) {
-    return static_cast<Value*>(large_vector_detail::Take(count * sizeof(Value)));
-  }
+  Value* allocate(std::size_t count) { return std::allocator<Value>().allocate(count); }
   void deallocate(Value* memory, std::size_t count) {
-    large_vector_detail::GiveBack(memory, count * sizeof(Value));
+    std::allocator<Value>().deallocate(memory, count);
   }
   template <typename Other>
   void construct(Other* place) {
@@ -42,5 +34,11 @@ struct LargeAllocator {
 
 template <typename Value>
 using LargeVector = std::vector<Value, LargeAllocator<Value>>;
+
+// Gives the memory back; assigning {} would keep it.
+template <typename Value, typename Allocator>
+void Release(std::vector<Value, Allocator>& values) {
+  std::vector<Value, Allocator>().swap(values);
+}
 
 }  // namespace brenu

@@ -97,6 +97,11 @@ class NormalEquations {
   // for, or until the next Reset when the factors are kept, which takes as much memory again.
   std::vector<double> SolveAgain(std::span<const double> b) const;
   void KeepFactors() { m_matrix->KeepFactors(); }
+  // The cofactors between functions of the unknowns, a square by rows, while the factors are kept.
+  // The unknowns of one function must meet.
+  std::vector<double> CofactorsBetween(std::span<const std::vector<Term>> functions) const {
+    return m_matrix->CofactorsBetween(functions);
+  }
 
   // Of the last successful Solve; zero before the first.
   std::span<const double> Solution() const { return m_solution; }
@@ -139,6 +144,15 @@ template <typename Make>
 void NormalEquations::AddAll(std::size_t count, Make make) {
   constexpr std::size_t kPart = 256;
   constexpr std::size_t kPartsOfWave = 64;  // what waits to be added stays small
+  if (count <= kPart || WorkerCount() == 1) {
+    EquationList list;
+    for (std::size_t k = 0; k < count; ++k) {
+      list.Clear();
+      make(k, list);
+      for (const auto& e : list.All()) Add(e.Terms(), e.weight, e.reduced);
+    }
+    return;
+  }
   std::vector<EquationList> lists(std::min(kPartsOfWave, (count + kPart - 1) / kPart));
   for (std::size_t begin = 0; begin < count; begin += kPartsOfWave * kPart) {
     const std::size_t wave = std::min(count - begin, kPartsOfWave * kPart);

@@ -39,6 +39,9 @@ class NormalMatrix {
   // factors kept.
   virtual void KeepFactors() = 0;
   virtual void SolveAgain(std::span<const double> b, std::span<double> x) = 0;
+  // The cofactors between functions, each of unknowns that meet, as a square by rows: with the
+  // factors kept.
+  virtual std::vector<double> CofactorsBetween(std::span<const std::vector<Term>> functions) = 0;
   // Computes what the three functions below need, which they otherwise do at the first call:
   // several threads may call them after it.
   virtual void MakeCofactors() = 0;

@@ -60,6 +60,10 @@ class PackedNormalMatrix : public NormalMatrix {
   void KeepFactors() override { assert(false); }
   void SolveAgain(std::span<const double>, std::span<double>) override { assert(false); }
 
+  std::vector<double> CofactorsBetween(std::span<const std::vector<Term>>) override {
+    assert(false);
+    return {};
+  }
   void MakeCofactors() override {}  // Solve has
 
   double Cofactor(std::int32_t i, std::int32_t j) override {

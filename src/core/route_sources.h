@@ -26,7 +26,7 @@ void ForEachSource(const RouteGraph& graph, std::size_t count, std::vector<Recor
   });
   for (std::vector<Record>& list : found) {
     std::move(list.begin(), list.end(), std::back_inserter(all));
-    list = {};
+    std::vector<Record>().swap(list);
   }
 }
 

@@ -4,6 +4,8 @@
 #include <cmath>
 #include <utility>
 
+#include "core/parallel.h"
+
 namespace brenu {
 
 namespace {
@@ -11,41 +13,55 @@ namespace {
 constexpr double kLeastRedundancy = 0.05;  // below this others hardly check an observation
 constexpr double kLeastSeen = 0.001;       // and below this rounding blurs what they say
 constexpr std::size_t kMostChanges = 40;   // before everything is adjusted anew
+constexpr std::size_t kMostTried = 1000;   // at once
 constexpr int kMostBatches = 2000;
+constexpr std::size_t kItemsOfPart = 1024;  // computed by one thread
 
 // The equations of all observations, one after the other.
 class Equations {
  public:
   void Take(const SnoopedNetwork& network) {
-    m_first.assign(1, 0);
-    m_unknowns.clear();
-    m_coefficients.clear();
-    Term terms[SnoopedNetwork::kMostTerms];
-    for (std::size_t i = 0; i < network.Count(); ++i) {
-      const std::size_t count = network.Terms(i, terms);
-      for (std::size_t k = 0; k < count; ++k) {
-        m_unknowns.push_back(terms[k].unknown);
-        m_coefficients.push_back(terms[k].coefficient);
+    const std::size_t count = network.Count();
+    m_unknowns.resize(SnoopedNetwork::kMostTerms * count);
+    m_coefficients.resize(m_unknowns.size());
+    m_counts.resize(count);
+    ForEachPart(count, kItemsOfPart, [&](std::size_t begin, std::size_t end) {
+      Term terms[SnoopedNetwork::kMostTerms];
+      for (std::size_t i = begin; i < end; ++i) {
+        m_counts[i] = network.Terms(i, terms);
+        for (std::size_t k = 0; k < m_counts[i]; ++k) {
+          m_unknowns[First(i) + k] = terms[k].unknown;
+          m_coefficients[First(i) + k] = terms[k].coefficient;
+        }
       }
-      m_first.push_back(m_unknowns.size());
-    }
+    });
   }
 
+  std::vector<Term> Terms(std::size_t i) const {
+    std::vector<Term> terms;
+    for (std::size_t k = First(i); k < End(i); ++k) {
+      terms.push_back({m_unknowns[k], m_coefficients[k]});
+    }
+    return terms;
+  }
   double Along(std::size_t i, const std::vector<double>& g) const {
     double sum = 0.0;
-    for (std::size_t k = m_first[i]; k < m_first[i + 1]; ++k) {
+    for (std::size_t k = First(i); k < End(i); ++k) {
       sum += m_coefficients[k] * g[static_cast<std::size_t>(m_unknowns[k])];
     }
     return sum;
   }
   void Spread(std::size_t i, std::vector<double>& to) const {
-    for (std::size_t k = m_first[i]; k < m_first[i + 1]; ++k) {
+    for (std::size_t k = First(i); k < End(i); ++k) {
       to[static_cast<std::size_t>(m_unknowns[k])] = m_coefficients[k];
     }
   }
 
  private:
-  std::vector<std::size_t> m_first;  // with one entry more
+  static std::size_t First(std::size_t i) { return SnoopedNetwork::kMostTerms * i; }
+  std::size_t End(std::size_t i) const { return First(i) + m_counts[i]; }
+
+  std::vector<std::size_t> m_counts;  // of terms
   std::vector<std::int32_t> m_unknowns;
   std::vector<double> m_coefficients;
 };
@@ -108,18 +124,21 @@ class Snooping {
     m_changes.clear();
     m_network.Normal().KeepFactors();
     m_equations.Take(m_network);
-    Term terms[SnoopedNetwork::kMostTerms];
-    for (std::size_t i = 0; i < m_items.size(); ++i) {
-      Item& item = m_items[i];
-      const SnoopedNetwork::Observation o = m_network.At(i);
-      item.isInUse = o.isInUse;
-      item.isLeftOut = o.isLeftOut;
-      item.residual = o.residual;
-      item.variance = o.variance;
-      if (o.isLeftOut) continue;
-      const std::size_t count = m_network.Terms(i, terms);
-      item.cofactor = m_network.Normal().QuadraticForm({terms, count});
-    }
+    m_network.Normal().MakeCofactors();
+    ForEachPart(m_items.size(), kItemsOfPart, [&](std::size_t begin, std::size_t end) {
+      Term terms[SnoopedNetwork::kMostTerms];
+      for (std::size_t i = begin; i < end; ++i) {
+        Item& item = m_items[i];
+        const SnoopedNetwork::Observation o = m_network.At(i);
+        item.isInUse = o.isInUse;
+        item.isLeftOut = o.isLeftOut;
+        item.residual = o.residual;
+        item.variance = o.variance;
+        if (o.isLeftOut) continue;
+        const std::size_t count = m_network.Terms(i, terms);
+        item.cofactor = m_network.Normal().QuadraticForm({terms, count});
+      }
+    });
   }
 
   void RecordWhatIsOut() {
@@ -136,17 +155,27 @@ class Snooping {
     double sigma0 = 1.0;
     double redundancy = 0.0;
   };
-  UnitWeight EstimateUnitWeight() const {
-    if (m_test.kind == OutlierTest::Kind::kBaarda) return {};
+  UnitWeight EstimateUnitWeight() const { return UnitWeightOf(SumUp()); }
+
+  // Of what is in use.
+  struct Sums {
     double pvv = 0.0;
-    double redundancy = 0.0;
+    double redundancy = 0.0;  // all redundancy numbers together
+  };
+  Sums SumUp() const {
+    Sums sums;
+    if (m_test.kind == OutlierTest::Kind::kBaarda) return sums;
     for (const Item& item : m_items) {
       if (!item.isInUse) continue;
-      pvv += item.residual * item.residual / item.variance;
-      redundancy += item.ResidualVariance() / item.variance;
+      sums.pvv += item.residual * item.residual / item.variance;
+      sums.redundancy += item.ResidualVariance() / item.variance;
     }
-    redundancy = std::round(redundancy);  // all redundancy numbers together
-    return {std::sqrt(pvv / redundancy), redundancy};
+    return sums;
+  }
+  UnitWeight UnitWeightOf(const Sums& sums) const {
+    if (m_test.kind == OutlierTest::Kind::kBaarda) return {};
+    const double redundancy = std::round(sums.redundancy);
+    return {std::sqrt(sums.pvv / redundancy), redundancy};
   }
 
   // What a control point has to exceed to take the blame.
@@ -162,25 +191,36 @@ class Snooping {
   bool TakeOutBatch(const std::function<void(int)>& announceRound) {
     while (m_changes.size() < kMostChanges) {
       const UnitWeight unit = EstimateUnitWeight();
-      std::size_t worst = m_items.size();
-      double largest = unit.sigma0 * m_test.Critical(unit.redundancy);
-      for (std::size_t i = 0; i < m_items.size(); ++i) {
-        const double value = m_items[i].TestValue();
-        if (!(value > largest)) continue;
-        largest = value;
-        worst = i;
-      }
+      std::size_t worst = Largest(unit.sigma0 * m_test.Critical(unit.redundancy), &Item::TestValue);
       if (worst == m_items.size()) break;
       // An error that hardly shows in its own residual shows all the more in those of others.
-      for (std::size_t i = 0; i < m_items.size(); ++i) {
-        if (!(m_items[i].Standardised() > largest)) continue;
-        largest = m_items[i].Standardised();
-        worst = i;
-      }
+      const std::size_t hidden = Largest(m_items[worst].TestValue(), &Item::Standardised);
+      if (hidden != m_items.size()) worst = hidden;
       if (announceRound) announceRound(++m_round);
       TakeOut(worst, unit.sigma0);
     }
     return !m_changes.empty();
+  }
+
+  // The first item with the largest value above the limit; past the end without any.
+  std::size_t Largest(double limit, double (Item::*value)() const) const {
+    std::vector<std::size_t> ofParts((m_items.size() + kItemsOfPart - 1) / kItemsOfPart);
+    ForEachPart(m_items.size(), kItemsOfPart, [&](std::size_t begin, std::size_t end) {
+      std::size_t first = m_items.size();
+      double largest = limit;
+      for (std::size_t i = begin; i < end; ++i) {
+        if (!((m_items[i].*value)() > largest)) continue;
+        largest = (m_items[i].*value)();
+        first = i;
+      }
+      ofParts[begin / kItemsOfPart] = first;
+    });
+    std::size_t first = m_items.size();
+    for (const std::size_t i : ofParts) {
+      if (i == m_items.size()) continue;
+      if (first == m_items.size() || (m_items[i].*value)() > (m_items[first].*value)()) first = i;
+    }
+    return first;
   }
 
   void TakeOut(std::size_t i, double sigma0) {
@@ -191,26 +231,71 @@ class Snooping {
     Apply(i, std::move(g), m_items[i].ResidualVariance());
   }
 
-  // Puts back what agrees with the others after all, the best first; false when nothing does.
+  // Puts back what agrees with the others after all, the best first; false when nothing does.  Only
+  // what is out is watched meanwhile: the network is adjusted anew afterwards.
   bool TryAgain() {
-    while (m_changes.size() < kMostChanges) {
-      const UnitWeight unit = EstimateUnitWeight();
-      std::size_t best = m_items.size();
-      double least = unit.sigma0 * m_test.CriticalOfPrediction(unit.redundancy);
-      for (const SnoopedOut& out : m_result.takenOut) {
-        const Item& item = m_items[out.number];
-        if (item.isFinal || item.isLeftOut || !(item.PredictionTest() < least)) continue;
-        least = item.PredictionTest();
-        best = out.number;
-      }
-      if (best == m_items.size()) break;
-      m_items[best].isFinal = true;
-      SetInUse(best, true);
-      Apply(best, Effect(best), -(m_items[best].variance + m_items[best].cofactor));
-      std::erase_if(m_result.takenOut,
-                    [best](const SnoopedOut& out) { return out.number == best; });
+    std::vector<std::size_t> tried;  // numbers of items
+    for (const SnoopedOut& out : m_result.takenOut) {
+      const Item& item = m_items[out.number];
+      if (!item.isFinal && !item.isLeftOut) tried.push_back(out.number);
     }
-    return !m_changes.empty();
+    const auto isBetter = [this](std::size_t a, std::size_t b) {
+      return m_items[a].PredictionTest() < m_items[b].PredictionTest();
+    };
+    if (tried.size() > kMostTried) {
+      std::stable_sort(tried.begin(), tried.end(), isBetter);
+      tried.resize(kMostTried);
+    }
+    Sums sums = SumUp();
+    const auto limit = [&] {
+      const UnitWeight unit = UnitWeightOf(sums);
+      return unit.sigma0 * m_test.CriticalOfPrediction(unit.redundancy);
+    };
+    if (tried.empty() || !(LeastOf(tried) < limit())) return false;
+
+    std::vector<std::vector<Term>> functions;
+    for (const std::size_t i : tried) functions.push_back(m_equations.Terms(i));
+    const std::vector<double> cofactors = m_network.Normal().CofactorsBetween(functions);
+    std::vector<Change> changes;  // g by number in `tried`
+    for (;;) {
+      std::size_t best = tried.size();
+      double least = limit();
+      for (std::size_t k = 0; k < tried.size(); ++k) {
+        const Item& item = m_items[tried[k]];
+        if (item.isFinal || !(item.PredictionTest() < least)) continue;
+        least = item.PredictionTest();
+        best = k;
+      }
+      if (best == tried.size()) break;
+      Item& item = m_items[tried[best]];
+      item.isFinal = true;
+      SetInUse(tried[best], true);
+      const auto row = cofactors.begin() + static_cast<std::ptrdiff_t>(best * tried.size());
+      std::vector<double> g(row, row + static_cast<std::ptrdiff_t>(tried.size()));
+      for (const Change& change : changes) {
+        const double part = change.g[best] / change.d;
+        for (std::size_t k = 0; k < g.size(); ++k) g[k] += part * change.g[k];
+      }
+      const double d = -(item.variance + item.cofactor);
+      // An observation put in adds the square of its prediction test to [pvv].
+      sums.pvv += item.residual * item.residual / -d;
+      sums.redundancy += 1.0;
+      const double part = item.residual / d;
+      for (std::size_t k = 0; k < tried.size(); ++k) {
+        m_items[tried[k]].residual += g[k] * part;
+        m_items[tried[k]].cofactor += g[k] * g[k] / d;
+      }
+      changes.push_back({std::move(g), d});
+    }
+    std::erase_if(m_result.takenOut,
+                  [this](const SnoopedOut& out) { return m_items[out.number].isInUse; });
+    return true;
+  }
+
+  double LeastOf(const std::vector<std::size_t>& items) const {
+    double least = m_items[items.front()].PredictionTest();
+    for (const std::size_t i : items) least = std::min(least, m_items[i].PredictionTest());
+    return least;
   }
 
   // False when none is out.
@@ -238,15 +323,17 @@ class Snooping {
     return g;
   }
 
-  // Taking out: d is the variance of the residual; putting in: that of the prediction, negative.
+  // d is the variance of the residual.
   void Apply(std::size_t i, std::vector<double> g, double d) {
     const double part = m_items[i].residual / d;
-    for (std::size_t k = 0; k < m_items.size(); ++k) {
-      if (m_items[k].isLeftOut) continue;
-      const double common = m_equations.Along(k, g);
-      m_items[k].residual += common * part;
-      m_items[k].cofactor += common * common / d;
-    }
+    ForEachPart(m_items.size(), kItemsOfPart, [&](std::size_t begin, std::size_t end) {
+      for (std::size_t k = begin; k < end; ++k) {
+        if (m_items[k].isLeftOut) continue;
+        const double common = m_equations.Along(k, g);
+        m_items[k].residual += common * part;
+        m_items[k].cofactor += common * common / d;
+      }
+    });
     m_changes.push_back({std::move(g), d});
   }
 

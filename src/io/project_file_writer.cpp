@@ -39,7 +39,7 @@ void AppendField(std::string& out, double value, double absent, bool fixed) {
 
 }  // namespace
 
-Replaced WriteProjectFile(const AdjParam& param, const Store& store, const FilePath& path) {
+std::string ProjectText(const AdjParam& param, const Store& store) {
   const Grammar& grammar = ProjectGrammar();
   std::string out;
   const auto begin = [&](Section section) {
@@ -75,7 +75,11 @@ Replaced WriteProjectFile(const AdjParam& param, const Store& store, const FileP
       out += '\n';
     }
   }
-  return ReplaceFile(path, out);
+  return out;
+}
+
+Replaced WriteProjectFile(const AdjParam& param, const Store& store, const FilePath& path) {
+  return ReplaceFile(path, ProjectText(param, store));
 }
 
 }  // namespace brenu

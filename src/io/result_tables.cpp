@@ -88,7 +88,7 @@ class TableBuilder {
     });
     for (Part& part : parts) {
       rows.insert(rows.end(), part.rows.begin(), part.rows.end());
-      part.rows = {};
+      std::vector<Row>().swap(part.rows);
       if (part.isComplete) continue;
       m_tables.failedIn = table;
       return;

@@ -2,6 +2,8 @@
 
 #include <cstdint>
 #include <memory>
+#include <string>
+#include <utility>
 #include <vector>
 
 #include "core/finding.h"
@@ -45,6 +47,8 @@ struct AdjustmentContext {
   AdjParam param = brenu::kDefaultParam;
   brenu::Rules rules;  // of the computations beyond the 61 functions, which are always classic
   brenu::Store store;
+  // Points whose relative precision will be asked for, stored pairs apart, by name.
+  std::vector<std::pair<std::string, std::string>> askedPairs;
   brenu::Store::PointMap
       originalPoints;  // as the last project file gave them; no function reads them
   std::int32_t netType = brenu::kNoControl;  // as of the last build or classification
@@ -52,5 +56,6 @@ struct AdjustmentContext {
   brenu::PlanePart plane;
   brenu::AdjustedParts adjusted;        // by the last computation
   std::vector<CloseError> closeErrors;  // levelling records, then traverses
+  std::string reportText;               // the report last asked for, held for the host
   brenu::Findings findings;             // of the last call that changes, computes, reads or writes
 };

@@ -26,8 +26,8 @@ struct NumberedPoints {
 };
 
 template <typename Net>
-std::shared_ptr<const Net> Build(const AdjustmentContext& context, const Store::PointMap& points,
-                                 bool (*isKnown)(const PointData&)) {
+std::shared_ptr<Net> Build(const AdjustmentContext& context, const Store::PointMap& points,
+                           bool (*isKnown)(const PointData&)) {
   NumberedPoints numbered(points, isKnown);
   return std::make_shared<Net>(std::move(numbered.points), numbered.knownCount,
                                context.store.Observations(), context.param);
@@ -41,7 +41,14 @@ void BuildLevel(const AdjustmentContext& context, LevelPart& level) {
 }
 
 void BuildPlane(const AdjustmentContext& context, PlanePart& plane) {
-  plane.net = Build<PlaneNet>(context, context.store.Points(), IsPlaneControl);
+  const auto net = Build<PlaneNet>(context, context.store.Points(), IsPlaneControl);
+  const NameTable& names = net->layout.Names();
+  for (const auto& [from, to] : context.askedPairs) {
+    const Slot a = names.Find(from);
+    const Slot b = names.Find(to);
+    if (!a.IsNone() && !b.IsNone()) net->askedPairs.emplace_back(a, b);
+  }
+  plane.net = net;
   plane.points = PlacedPoints(plane.net);
 }
 

@@ -26,8 +26,8 @@ Table<SightNo, ObservationCheck> LevelAdjustment::ObservationChecks() const {
     m_normal.Multiply(terms, product);
     const double cofactor = std::max(product[1] - product[0], 0.0);
     const double effect = std::max(std::fabs(product[0]), std::fabs(product[1])) * m_weight[k];
-    checks.Add({isInUse, m_residual[k], sigma, m_apriori * std::sqrt(cofactor),
-                isInUse ? effect : 0.0});
+    checks.Add(
+        {isInUse, m_residual[k], sigma, m_apriori * std::sqrt(cofactor), isInUse ? effect : 0.0});
   }
   return checks;
 }

@@ -42,6 +42,9 @@ UnknownPattern PlaneAdjustment::MakeDistancePattern() const {
     pattern.Connect(net.PointOf(s.station).Number() - known,
                     net.PointOf(s.target).Number() - known);
   }
+  for (const auto& [from, to] : m_net->askedPairs) {
+    pattern.Connect(net.PointOf(from).Number() - known, net.PointOf(to).Number() - known);
+  }
   return pattern;
 }
 

@@ -106,9 +106,10 @@ class PlaneAdjustment {
                                                 std::string_view target) const;
   std::optional<LinePrecision> PrecisionOfLine(std::string_view station,
                                                std::string_view target) const;
-  // Of the position of a target relative to its station: x and y are the coordinate differences.
-  // Empty between control points.
-  std::optional<PlaneResult> PrecisionBetween(SightNo sight) const;
+  // Of the position of the second point relative to the first: x and y are the coordinate
+  // differences.  They are the ends of a sight or a pair that the network was asked for.  Empty
+  // between control points.
+  std::optional<PlaneResult> PrecisionBetween(Slot fromSlot, Slot toSlot) const;
   // Whether the observations did not determine the point, so that it has no results.
   bool IsLeftOut(PointNo point) const { return m_isLeftOut.Has(point) && m_isLeftOut[point] != 0; }
   // Whether the computation held the point as a control point.
@@ -165,9 +166,13 @@ class PlaneAdjustment {
   void HoldFirmly();
   Findings SolveAndLeaveOut();
   bool StepDamped(std::span<const double> step, double& pvv);
+  // Whether a coordinate takes corrections.
+  bool Moves(std::int32_t unknown) const;
   void Move(std::span<const double> step, double part);
   double LargestCorrection(std::span<const double> step) const;
   std::vector<double> RightHandSide() const;
+  double EffectOn(std::span<const Term> terms, std::span<const double> product,
+                  double weight) const;
   double CalcExactResiduals();
   // Of the observations in use, or of all when none is.
   double OrientationOf(const DirectionSet& set) const;

@@ -7,19 +7,18 @@
 
 namespace brenu {
 
-namespace {
-
 // By how much an error of 1 in the observation of that equation moves the farther moved end: its
 // coordinates change by Q a p.
-double EffectOn(std::span<const Term> terms, std::span<const double> product, double weight) {
+double PlaneAdjustment::EffectOn(std::span<const Term> terms, std::span<const double> product,
+                                 double weight) const {
   double largest = 0.0;
   for (std::size_t k = 0; k + 1 < std::min<std::size_t>(terms.size(), 4); k += 2) {
+    const PointNo point(terms[k].unknown / 2 + m_firstUnknownPoint.Number());
+    if (m_net->layout.IsControl(point)) continue;
     largest = std::max(largest, std::hypot(product[k], product[k + 1]) * weight);
   }
   return largest;
 }
-
-}  // namespace
 
 std::vector<PlaneObsCheck> PlaneAdjustment::ObservationChecks() const {
   std::vector<PlaneObsCheck> checks;

@@ -139,8 +139,8 @@ void PlaneAdjustment::AddDistance(const PlaneObs& o, EquationList& equations) co
   equations.Add(line.Terms(), 1.0 / (error * error), line.value - o.observed);
 }
 
-// All stored pairs belong to the pattern, whatever is observed between them: the precision of any
-// of them may be asked for.
+// All stored pairs belong to the pattern, whatever is observed between them, and so do those asked
+// for: the precision of any of them may be wanted.
 UnknownPattern PlaneAdjustment::MakePattern() const {
   const NetworkLayout& net = m_net->layout;
   UnknownPattern pattern = PointPattern(net.PointCount(), 2);
@@ -152,6 +152,9 @@ UnknownPattern PlaneAdjustment::MakePattern() const {
   }
   for (const Sight& s : net.Sights()) {
     pattern.Connect(net.PointOf(s.station).Number(), net.PointOf(s.target).Number());
+  }
+  for (const auto& [from, to] : m_net->askedPairs) {
+    pattern.Connect(net.PointOf(from).Number(), net.PointOf(to).Number());
   }
   return pattern;
 }

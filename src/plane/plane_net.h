@@ -27,6 +27,8 @@ struct PlaneNet {
   Table<PointNo, PointData> points;  // as stored
   std::int32_t stationCount = 0;     // station entries of the store, without targets too
   AdjParam param = kDefaultParam;
+  // Whose relative precision will be asked for, beyond that of the sights.
+  std::vector<std::pair<Slot, Slot>> askedPairs;
 };
 
 }  // namespace brenu

@@ -63,13 +63,12 @@ void PlaneAdjustment::CalcPointPrecision() {
   });
 }
 
-std::optional<PlaneResult> PlaneAdjustment::PrecisionBetween(SightNo sight) const {
+std::optional<PlaneResult> PlaneAdjustment::PrecisionBetween(Slot fromSlot, Slot toSlot) const {
   const NetworkLayout& net = m_net->layout;
-  const Sight& s = net.At(sight);
-  const std::int32_t from = UnknownOf(s.station);
-  const std::int32_t to = UnknownOf(s.target);
-  const PointNo a = net.PointOf(s.station);
-  const PointNo b = net.PointOf(s.target);
+  const std::int32_t from = UnknownOf(fromSlot);
+  const std::int32_t to = UnknownOf(toSlot);
+  const PointNo a = net.PointOf(fromSlot);
+  const PointNo b = net.PointOf(toSlot);
   const bool areBothControl = net.IsControl(a) && net.IsControl(b);
   if (from < 0 || to < 0 || areBothControl || IsLeftOut(a) || IsLeftOut(b)) return std::nullopt;
   const Term x[] = {{from, -1.0}, {from + 1, 0.0}, {to, 1.0}, {to + 1, 0.0}};
@@ -79,10 +78,10 @@ std::optional<PlaneResult> PlaneAdjustment::PrecisionBetween(SightNo sight) cons
   const double qxy = product[3] - product[1];
   const double variance = PrecisionScale() * PrecisionScale();
   PlaneResult difference{};
-  difference.x = m_coords[s.target].x - m_coords[s.station].x;
-  difference.y = m_coords[s.target].y - m_coords[s.station].y;
-  SetEllipse(difference, variance * (product[2] - product[0]),
-             variance * m_normal.QuadraticForm(y), variance * qxy);
+  difference.x = m_coords[toSlot].x - m_coords[fromSlot].x;
+  difference.y = m_coords[toSlot].y - m_coords[fromSlot].y;
+  SetEllipse(difference, variance * (product[2] - product[0]), variance * m_normal.QuadraticForm(y),
+             variance * qxy);
   return difference;
 }
 

@@ -181,11 +181,18 @@ Outcome PlaneAdjustment::Converge() {
   return outcome;
 }
 
+// What the equations say of control is no correction: a coordinate that the observations hardly
+// touch is held by next to nothing.
+bool PlaneAdjustment::Moves(std::int32_t unknown) const {
+  const PointNo point(unknown / 2);
+  return m_isLeftOut[point] == 0 && (!m_net->layout.IsControl(point) || IsFreed(unknown));
+}
+
 double PlaneAdjustment::LargestCorrection(std::span<const double> step) const {
   double largest = 0.0;
-  const auto coordinates = 2 * static_cast<std::size_t>(m_net->layout.PointCount());
-  for (const double correction : step.first(coordinates)) {
-    if (!(std::fabs(correction) <= largest)) largest = std::fabs(correction);
+  for (std::int32_t unknown = 0; unknown < 2 * m_net->layout.PointCount(); ++unknown) {
+    const double correction = std::fabs(step[static_cast<std::size_t>(unknown)]);
+    if (Moves(unknown) && !(correction <= largest)) largest = correction;
   }
   return largest;
 }
@@ -194,12 +201,11 @@ void PlaneAdjustment::Move(std::span<const double> step, double part) {
   const NetworkLayout& net = m_net->layout;
   for (const Slot slot : net.Slots()) {
     const PointNo point = net.PointOf(slot);
-    if (point.IsNone() || m_isLeftOut[point] != 0) continue;
+    if (point.IsNone()) continue;
     const std::int32_t x = 2 * point.Number();
     const std::size_t unknown = 2 * point.Position();
-    const bool isNew = !net.IsControl(point);
-    if (isNew || IsFreed(x)) m_coords[slot].x += part * step[unknown];
-    if (isNew || IsFreed(x + 1)) m_coords[slot].y += part * step[unknown + 1];
+    if (Moves(x)) m_coords[slot].x += part * step[unknown];
+    if (Moves(x + 1)) m_coords[slot].y += part * step[unknown + 1];
   }
 }
 

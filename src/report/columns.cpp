@@ -8,10 +8,6 @@ namespace brenu {
 
 namespace {
 
-constexpr Words kDirectionWords[] = {{"direction", "方向"},
-                                     {"distance", "边长"},
-                                     {"azimuth", "方位角"},
-                                     {"height difference", "高差"}};
 constexpr Words kYes = {"yes", "是"};
 constexpr Words kPasses = {"passes", "合格"};
 constexpr Words kFails = {"fails", "超限"};
@@ -37,10 +33,10 @@ constexpr Cell KindCell(const Row& row) {
 constexpr struct {
   std::string_view key;
   Words words;
-} kKeyWords[] = {{"direction", kDirectionWords[0]},
-                 {"distance", kDirectionWords[1]},
-                 {"azimuth", kDirectionWords[2]},
-                 {"height_difference", kDirectionWords[3]},
+} kKeyWords[] = {{KeyOf(ObsKind::kDirection), WordsOf(ObsKind::kDirection)},
+                 {KeyOf(ObsKind::kDistance), WordsOf(ObsKind::kDistance)},
+                 {KeyOf(ObsKind::kAzimuth), WordsOf(ObsKind::kAzimuth)},
+                 {KeyOf(ObsKind::kHeightDifference), WordsOf(ObsKind::kHeightDifference)},
                  {"traverse", {"traverse", "导线"}},
                  {"levelling", {"levelling", "水准"}},
                  {"well", {"", ""}},

@@ -24,10 +24,7 @@ double TurnedBy(double degrees, double seconds) {
   return turned < 0.0 ? turned + 360.0 : turned;
 }
 
-// Errors of control points, and of points whose errors cannot be had, are missing.
-EllipseRow EllipseOf(const PlaneResult& r, double factor, bool control = false) {
-  if (control) return {};
-
+EllipseRow EllipseOf(const PlaneResult& r, double factor) {
   return {r.e, r.f, Degrees(r.t), r.e * factor, r.f * factor};
 }
 
@@ -149,18 +146,23 @@ TakenOutRow Maker::Row(const TakenOut& out) const {
   return row;
 }
 
-// Of every pair with an observation that takes part, once.
+// Of every stored pair once, and of those asked for.
 void Maker::AddRelative(PlaneReport& report) const {
   const PlaneAdjustment& results = m_context.plane.results;
   const NetworkLayout& net = results.Net().layout;
+  const auto add = [&](Slot from, Slot to) {
+    const auto r = results.PrecisionBetween(from, to);
+    if (!r) return;
+    report.relative.push_back({ToUtf8(net.Names().NameAt(from)), ToUtf8(net.Names().NameAt(to)),
+                               EllipseOf(*r, report.factor95)});
+  };
   for (const SightNo k : net.Sights().Indices()) {
     const Sight& s = net.At(k);
     const SightNo back = net.FindSight(s.target, s.station);
-    if (!back.IsNone() && back < k) continue;
-    const auto r = results.PrecisionBetween(k);
-    if (!r) continue;
-    auto [from, to] = NamesOf(net, k);
-    report.relative.push_back({std::move(from), std::move(to), EllipseOf(*r, report.factor95)});
+    if (back.IsNone() || k < back) add(s.station, s.target);
+  }
+  for (const auto& [from, to] : results.Net().askedPairs) {
+    if (net.FindSight(from, to).IsNone() && net.FindSight(to, from).IsNone()) add(from, to);
   }
 }
 
@@ -173,8 +175,12 @@ PlaneReport Maker::Plane() const {
   for (const auto& [index, point] : m_context.store.Points()) {
     const auto r = results.ResultOfPoint(brenu::NameOf(point));
     if (!r) continue;
-    report.points.push_back({ToUtf8(brenu::NameOf(point)), IsPlaneControl(point), r->x, r->y, r->mx,
-                             r->my, r->mp, EllipseOf(*r, report.factor95, IsPlaneControl(point))});
+    PlanePointRow row{ToUtf8(brenu::NameOf(point)), IsPlaneControl(point), r->x, r->y, 0, 0, 0, {}};
+    if (!row.control) {
+      std::tie(row.mx, row.my, row.mp) = std::tie(r->mx, r->my, r->mp);
+      row.ellipse = EllipseOf(*r, report.factor95);
+    }
+    report.points.push_back(std::move(row));
   }
   const std::vector<PlaneObsCheck> checks = results.ObservationChecks();
   report.observations.reserve(checks.size());

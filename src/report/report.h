@@ -27,7 +27,7 @@ struct PlanePointRow {
   std::string name;
   bool control;
   double x, y;
-  double mx, my, mp;  // standard errors of the coordinates and of the position
+  double mx, my, mp;  // standard errors of the coordinates and of the position; 0 of control
   EllipseRow ellipse;
 };
 

@@ -18,20 +18,14 @@ constexpr double kMillimetres = 1000.0;
 
 struct KindWords {
   ObsKind kind;
-  Words plural, worst;
+  Words worst;
 };
 constexpr KindWords kHeightKinds[] = {
-    {ObsKind::kHeightDifference,
-     {"height differences", "高差"},
-     {"worst residual of a height difference", "高差最大改正数"}}};
+    {ObsKind::kHeightDifference, {"worst residual of a height difference", "高差最大改正数"}}};
 constexpr KindWords kPlaneKinds[] = {
-    {ObsKind::kDistance, {"distances", "边长"}, {"worst residual of a distance", "边长最大改正数"}},
-    {ObsKind::kDirection,
-     {"directions", "方向"},
-     {"worst residual of a direction", "方向最大改正数"}},
-    {ObsKind::kAzimuth,
-     {"azimuths", "方位角"},
-     {"worst residual of an azimuth", "方位角最大改正数"}}};
+    {ObsKind::kDistance, {"worst residual of a distance", "边长最大改正数"}},
+    {ObsKind::kDirection, {"worst residual of a direction", "方向最大改正数"}},
+    {ObsKind::kAzimuth, {"worst residual of an azimuth", "方位角最大改正数"}}};
 
 // Columns: label, value, unit, remark.
 class SummaryTable {
@@ -62,7 +56,7 @@ void SummaryTable::AddCounts(std::span<const KindWords> kinds) {
   Add({"new points", "待定点"}, std::to_string(m_network.newPoints));
   Add({"stations", "测站"}, std::to_string(stations.size()));
   std::size_t takenOut = 0;
-  for (const auto& [kind, plural, worst] : kinds) {
+  for (const auto& [kind, worst] : kinds) {
     std::size_t count = 0;
     std::size_t removed = 0;
     for (const ObservationRow& row : m_network.observations) {
@@ -73,7 +67,7 @@ void SummaryTable::AddCounts(std::span<const KindWords> kinds) {
     takenOut += removed;
     std::string remark = std::to_string(removed);
     remark += In({" of them taken out", " 个被剔除"});
-    Add(plural, std::to_string(count), "", removed == 0 ? "" : remark);
+    Add(PluralOf(kind), std::to_string(count), "", removed == 0 ? "" : remark);
   }
   // As the classic rules count it in the plane.
   const bool countsTwice = takenOut > 0 && kinds.size() > 1 && !m_report.rules.AreTextbook();
@@ -94,7 +88,7 @@ void SummaryTable::AddTest() {
 }
 
 void SummaryTable::AddWorst(std::span<const KindWords> kinds) {
-  for (const auto& [kind, plural, label] : kinds) {
+  for (const auto& [kind, label] : kinds) {
     const ObservationRow* worst = nullptr;
     for (const ObservationRow& row : m_network.observations) {
       if (row.kind != kind || row.removed) continue;
@@ -236,7 +230,7 @@ std::string TakenOutTable(const Report& report, Language language) {
       for (const ObservationName& other : row.alternatives) {
         remark += remark.empty() ? "" : "; ";
         remark += Words{"or it is ", "或为 "}.In(language);
-        remark += std::string(NameOf(other.kind)) + ' ' + Line(other.from, other.to);
+        remark += std::string(WordsOf(other.kind).In(language)) + ' ' + Line(other.from, other.to);
       }
       cells.push_back(std::move(remark));
       table.AddRow(cells);

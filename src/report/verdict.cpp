@@ -27,15 +27,18 @@ bool IsInOrder(const NetworkReport& network) {
                       [](const ObservationRow& row) { return row.exceeds; });
 }
 
-// Whether m0 is too large, but no residual stands out by its a-posteriori error: then the a-priori
-// errors are what is wrong.
+// Whether m0 is too large, but neither a residual nor the misfit of a control point stands out by
+// its a-posteriori error: then the a-priori errors are what is wrong.
 bool IsScaleWrong(const NetworkReport& network) {
-  return network.test && network.test->statistic > network.test->upper &&
-         std::isfinite(network.criticalTau) &&
-         std::none_of(network.observations.begin(), network.observations.end(),
+  if (!network.test || network.test->statistic <= network.test->upper) return false;
+  if (!std::isfinite(network.criticalTau)) return false;
+  const double critical = network.criticalTau * network.m0 / network.m0Apriori;
+  return std::none_of(network.observations.begin(), network.observations.end(),
                       [&](const ObservationRow& row) {
-                        return row.exceeds && std::fabs(row.tau) > network.criticalTau;
-                      });
+                        return row.exceeds && std::fabs(row.w) > critical;
+                      }) &&
+         std::none_of(network.control.begin(), network.control.end(),
+                      [&](const ControlRow& row) { return std::fabs(row.w) > critical; });
 }
 
 // By their test values, the largest first.
@@ -73,13 +76,20 @@ bool Judgement::HasReason(Code code) const {
                      [code](const Finding& f) { return f.code == code; });
 }
 
-// What the computation said about its completeness.
+// What the computation said about its completeness.  Where it failed the doubts about the data come
+// first, as they may be why.
 void Judgement::TakeFindings() {
+  const bool hasFailed = Has(m_report.findings, Severity::kError);
   for (const Finding& f : m_report.findings) {
-    const bool isReason = f.severity == Severity::kError || f.code == BRENU_POINT_LEFT_OUT ||
-                          f.code == BRENU_GROUP_LEFT_OUT || f.code == BRENU_POINTS_UNDETERMINED ||
-                          f.code == BRENU_HEIGHTS_LEFT_OUT || f.code == BRENU_CONTROL_DOES_NOT_FIT;
+    const bool isReason =
+        f.severity == Severity::kWarning &&
+        (hasFailed || f.code == BRENU_POINT_LEFT_OUT || f.code == BRENU_GROUP_LEFT_OUT ||
+         f.code == BRENU_POINTS_UNDETERMINED || f.code == BRENU_HEIGHTS_LEFT_OUT ||
+         f.code == BRENU_CONTROL_DOES_NOT_FIT || f.code == BRENU_AXES_EXCHANGED);
     if (isReason) m_verdict.reasons.push_back(f);
+  }
+  for (const Finding& f : m_report.findings) {
+    if (f.severity == Severity::kError) m_verdict.reasons.push_back(f);
   }
 }
 

@@ -42,11 +42,23 @@ Outcome ComputeByFormat(AdjustmentContext& context, const std::optional<OutlierT
   return RunDataSnooping(context, kind, snooping->alpha, snooping->alpha, announceRound);
 }
 
+// Of the pairs asked for, those whose ellipse cannot be had.
+void SayWhichHaveNone(const AdjustmentContext& context, Outcome& outcome) {
+  const PlaneAdjustment& plane = context.plane.results;
+  const NameTable& names = plane.Net().layout.Names();
+  for (const auto& [from, to] : context.askedPairs) {
+    if (context.adjusted.plane && plane.PrecisionBetween(names.Find(from), names.Find(to)))
+      continue;
+    outcome.findings.push_back(Note(BRENU_NO_RELATIVE_ELLIPSE, {from, to}));
+  }
+}
+
 }  // namespace
 
 Outcome Compute(AdjustmentContext& context, const std::optional<OutlierTest>& snooping,
                 const AnnounceRound& announceRound) {
   Outcome outcome = ComputeByFormat(context, snooping, announceRound);
+  if (outcome.ok) SayWhichHaveNone(context, outcome);
   // By the rules of textbooks a success says that something was adjusted, if not everything.
   return context.rules.AreTextbook() ? outcome : Judged(std::move(outcome));
 }

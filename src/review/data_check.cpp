@@ -3,10 +3,12 @@
 #include <algorithm>
 #include <cmath>
 #include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
 
 #include "core/angles.h"
+#include "review/encoding.h"
 #include "review/network_view.h"
 
 namespace brenu {
@@ -196,6 +198,46 @@ void CheckControl(const AdjustmentContext& context, Findings& found) {
   CheckSpread(std::move(ys), "Y", found);
 }
 
+// Angles and azimuths between control points turn the other way when X and Y are exchanged.
+void CheckAxes(const AdjustmentContext& context, const Observations& observations,
+               Findings& found) {
+  constexpr double kClear = kPi / 180.0;
+  const Observation* before = nullptr;  // of the same station, with a direction
+  double knownBefore = 0.0;
+  const Observation* first = nullptr;
+  double exchanged = 0.0;
+  double asTheyAre = 0.0;
+  const auto isSmall = [](double angle) {
+    return std::fabs(std::remainder(angle, kTwoPi)) < kClear;
+  };
+  const auto count = [&](const Observation& o, bool fits, bool fitsExchanged) {
+    asTheyAre += fits ? 1.0 : 0.0;
+    if (fits || !fitsExchanged) return;
+    ++exchanged;
+    if (first == nullptr) first = &o;
+  };
+  for (const Observation& o : observations) {
+    const PointData* from = PlaneControl(context.store, o.station);
+    const PointData* to = PlaneControl(context.store, o.target);
+    if (from == nullptr || to == nullptr) continue;
+    const double known = std::atan2(to->y - from->y, to->x - from->x);
+    if (HasAzimuth(o.data)) {
+      const double azimuth = DmsToRad(o.data.azimuth);
+      count(o, isSmall(azimuth - known), isSmall(azimuth + known - kPi / 2.0));
+    }
+    if (!HasDirection(o.data)) continue;
+    const double direction = DmsToRad(o.data.direction);
+    if (before != nullptr && before->station == o.station) {
+      const double angle = direction - DmsToRad(before->data.direction);
+      count(o, isSmall(angle - (known - knownBefore)), isSmall(angle + (known - knownBefore)));
+    }
+    before = &o;
+    knownBefore = known;
+  }
+  if (first == nullptr || asTheyAre > 0.0) return;
+  found.push_back(Warning(BRENU_AXES_EXCHANGED, NamesOf(*first), {exchanged}));
+}
+
 }  // namespace
 
 Findings CheckData(const AdjustmentContext& context) {
@@ -209,6 +251,7 @@ Findings CheckData(const AdjustmentContext& context) {
   CheckFormat(context, observations, found);
   CheckProportions(context, observations, found);
   CheckControl(context, found);
+  CheckAxes(context, observations, found);
   return found;
 }
 
@@ -225,6 +268,17 @@ Findings CheckWeights(const AdjustmentContext& context) {
     }
   }
   return {};
+}
+
+Findings CheckNamesForGbk(const AdjustmentContext& context) {
+  const auto isAscii = [](char c) { return static_cast<unsigned char>(c) < 0x80; };
+  Finding finding = Note(BRENU_NAME_NOT_GBK);
+  for (const auto& [index, point] : context.store.Points()) {
+    const std::string_view name = NameOf(point);
+    if (std::all_of(name.begin(), name.end(), isAscii) || !IsUtf8(name)) continue;
+    finding.names.emplace_back(name);
+  }
+  return finding.names.empty() ? Findings{} : Findings{std::move(finding)};
 }
 
 }  // namespace brenu

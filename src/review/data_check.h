@@ -11,4 +11,7 @@ Findings CheckData(const AdjustmentContext& context);
 // Errors in the a-priori standard errors, which an adjustment needs and closure errors do not.
 Findings CheckWeights(const AdjustmentContext& context);
 
+// Names that a report in code page 936 shows as other characters.
+Findings CheckNamesForGbk(const AdjustmentContext& context);
+
 }  // namespace brenu

@@ -20,8 +20,8 @@ NetworkFigures FiguresOf(const AdjustmentContext& context, Network network) {
     const NetworkLayout& net = results.Net().layout;
     std::int32_t leftOut = 0;
     for (const PointNo i : net.NewPoints()) leftOut += results.IsLeftOut(i) ? 1 : 0;
-    return NetworkFigures{net.ControlCount(), net.NewPointCount(), results.Redundancy(),
-                          leftOut, results.Sigma0()};
+    return NetworkFigures{net.ControlCount(), net.NewPointCount(), results.Redundancy(), leftOut,
+                          results.Sigma0()};
   };
   return network == Network::kHeights ? figuresOf(context.level.results)
                                       : figuresOf(context.plane.results);

@@ -1,12 +1,15 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
+#include <span>
 
 #include "core/finding.h"
+#include "review/language.h"
 
 namespace brenu {
 
-// How a finding is put into words.  Placeholders in braces stand for
+// How a finding is put into words.  Both texts have the same placeholders, in braces:
 //   {1} {2} {3}   a name
 //   {points}      all names, as "the points A, B and C"
 //   {v1} {v2.3}   a value, rounded to whole numbers or that many decimals
@@ -21,10 +24,24 @@ namespace brenu {
 struct SentenceEntry {
   Code code;
   const char* id;
-  const char* text;
+  Words text;
 };
 
 // Null for a number that is no code.
 const SentenceEntry* FindSentence(std::int32_t code);
+
+// The parts of the table, each in ascending codes and behind the one before.
+std::span<const SentenceEntry> SentencesOfReading();
+std::span<const SentenceEntry> SentencesOfData();
+std::span<const SentenceEntry> SentencesOfComputing();
+std::span<const SentenceEntry> SentencesOfFieldBooks();
+std::span<const SentenceEntry> SentencesOfVerdict();
+
+constexpr bool AreAscending(std::span<const SentenceEntry> entries) {
+  for (std::size_t i = 1; i < entries.size(); ++i) {
+    if (entries[i - 1].code >= entries[i].code) return false;
+  }
+  return true;
+}
 
 }  // namespace brenu

@@ -66,16 +66,22 @@ std::string Line(std::string_view station, std::string_view target) {
   return Printable(station) + " - " + Printable(target);
 }
 
-std::string Points(std::span<const std::string_view> names) {
+std::string Points(std::span<const std::string_view> names, Language language) {
   constexpr std::size_t kMost = 10;
   const std::size_t shown = std::min(names.size(), kMost);
-  std::string list = names.size() == 1 ? "the point " : "the points ";
+  const char* const comma = Words{", ", "、"}.In(language);
+  const char* const last = Words{" and ", "、"}.In(language);
+  std::string list =
+      (names.size() == 1 ? Words{"the point ", "点 "} : Words{"the points ", "点 "}).In(language);
   for (std::size_t i = 0; i < shown; ++i) {
     const bool isLast = i + 1 == names.size();
-    if (i > 0) list += isLast ? " and " : ", ";
+    if (i > 0) list += isLast ? last : comma;
     list += Printable(names[i]);
   }
-  if (shown < names.size()) list += " and " + std::to_string(names.size() - shown) + " more";
+  if (shown < names.size()) {
+    list += Words{" and ", " 等，另有 "}.In(language) + std::to_string(names.size() - shown) +
+            Words{" more", " 个"}.In(language);
+  }
   return list;
 }
 

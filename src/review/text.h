@@ -6,6 +6,8 @@
 #include <string>
 #include <string_view>
 
+#include "review/language.h"
+
 namespace brenu {
 
 // Fixed notation; "-" for what is no finite number, and never "-0".
@@ -31,6 +33,6 @@ std::string Quoted(std::string_view text);
 std::string Line(std::string_view station, std::string_view target);
 
 // "the points A, B and C"; of more than ten the first ten and the number of the others.
-std::string Points(std::span<const std::string_view> names);
+std::string Points(std::span<const std::string_view> names, Language language);
 
 }  // namespace brenu

@@ -107,6 +107,42 @@ TEST_F(AdjustCommand, SaysThatAReportCannotBeWritten) {
   EXPECT_THAT(run.out, HasSubstr("Adjusted heights"));  // computed all the same
 }
 
+TEST_F(AdjustCommand, RelativeEllipsesAskedFor) {
+  const std::string report = "adjust --no-verdict --report \"" + Out("report") + "\" ";
+  EXPECT_EQ(On(With(kPlane, "P,00,,,\n", "P,00,,,\nQ,00,,,\n") + "A,Q,45,100,,\n",
+               report + "--between P Q --between Q P --between A B")
+                .status,
+            0);
+  const std::string told = Read(Out("report"));
+  EXPECT_THAT(told, HasSubstr("no relative ellipse of A and B"));
+  EXPECT_THAT(told, ContainsRegex("\n  P +Q +[0-9.]+ +[0-9.]+ "));
+  EXPECT_THAT(told, Not(ContainsRegex("\n  Q +P ")));
+  ExpectFailure(kPlane, 2, "there is no point X; correct the name", "adjust --between P X");
+  ExpectFailure(kPlane, 2, "the same point P", "adjust --between P P");
+}
+
+TEST_F(AdjustCommand, SpeaksChinese) {
+  const Outcome run = On(With(kFourLines, "0.5", "O.5"), "adjust --lang zh");
+  EXPECT_EQ(run.status, 1);
+  EXPECT_THAT(run.err, HasSubstr("net.txt: 警告：第 9 行：\"O.5\" 不是数，按 0 读入；"));
+  EXPECT_THAT(run.out, HasSubstr("未通过\n"));
+  EXPECT_EQ(On(kFourLines, "adjust --lang fr").status, 2);
+}
+
+TEST_F(AdjustCommand, SaysWhichNamesTheResultReportCannotShow) {
+  std::string text = kFourLines;
+  for (std::size_t at = 0; (at = text.find('P', at)) != std::string::npos;) {
+    if (text.compare(at, 2, "PT") == 0) {
+      ++at;
+    } else {
+      text.replace(at, 1, "点");
+    }
+  }
+  const std::string command = "adjust --no-verdict --result \"" + Out("result") + '"';
+  EXPECT_THAT(On(text, command).err, HasSubstr("the names of the point 点 come out as other"));
+  EXPECT_THAT(On(kFourLines, command).err, Not(HasSubstr("code page")));
+}
+
 TEST_F(AdjustCommand, AReportDoesNotOverwriteTheData) {
   ExpectFailure(kFourLines, 2, "would overwrite",
                 "adjust --result \"" + Folder() + "/../" +

@@ -38,10 +38,10 @@ class Inversion {
   struct Worker {
     LargeVector<double> stack;     // squares for supernodes still to come, the next one on top
     std::vector<double> inverseD;  // of the current supernode, like the rest
-    std::vector<double> x;         // X, by columns
-    std::vector<double> y;         // Y, by columns
-    std::vector<double> z;         // Z_RJ, by columns
-    std::vector<double> work;
+    LargeVector<double> x;         // X, by columns
+    LargeVector<double> y;         // Y, by columns
+    LargeVector<double> z;         // Z_RJ, by columns
+    LargeVector<double> work;
     DenseProduct product;
   };
 
@@ -54,7 +54,7 @@ class Inversion {
       m_squares[At(c)].resize(SquareSize(SupernodeOf(c)));
       CutOut(SupernodeOf(c), s, square.data(), m_squares[At(c)].data());
     }
-    square = {};
+    Release(square);
   }
 
   // A subtree, with squares on a stack.
@@ -64,7 +64,7 @@ class Inversion {
     stack.clear();
     stack.reserve(MostStacked(range));
     stack.insert(stack.end(), square.begin(), square.end());
-    square = {};
+    Release(square);
     for (std::int32_t k = range.end; k-- > range.first;) {
       const Supernode& s = SupernodeOf(k);
       Invert(s, stack.data() + (stack.size() - SquareSize(s)), worker);

@@ -34,6 +34,7 @@ class Factorisation {
     ForEach(subtrees.ranges.size(), [&](std::size_t i, std::size_t worker) {
       if (isRegular && !Eliminate(subtrees.ranges[i], m_workers[worker])) isRegular = false;
     });
+    for (Worker& worker : m_workers) Release(worker.stack);
     for (const std::int32_t s : subtrees.above) {
       if (!isRegular || !EliminateAbove(At(s))) return false;
     }
@@ -93,7 +94,7 @@ class Factorisation {
     m_matrix.Fill(m_symbolic, k, panel, m_workers[0].rowOf);
     for (const std::int32_t c : m_symbolic.Children(k)) {
       TakeUp(SupernodeOf(c), m_waiting[At(c)].data(), s, panel, m_waiting[k].data());
-      m_waiting[At(c)] = {};
+      Release(m_waiting[At(c)]);
     }
     return Factor(s, m_waiting[k].data(), m_workers[0]);
   }

@@ -9,6 +9,7 @@
 #include "core/large_vector.h"
 #include "core/normal_matrix.h"
 #include "core/sparse/selected_inverse.h"
+#include "core/sparse/sparse_cofactors.h"
 #include "core/sparse/sparse_factor.h"
 #include "core/sparse/sparse_solution.h"
 #include "core/sparse/stored_equations.h"
@@ -64,8 +65,14 @@ class SparseNormalMatrix : public NormalMatrix {
     for (std::size_t i = 0; i < b.size(); ++i) x[i] = byPlace[Place(i)];
   }
 
+  std::vector<double> CofactorsBetween(std::span<const std::vector<Term>> functions) override {
+    assert(!m_factor.empty());
+    return brenu::CofactorsBetween(m_symbolic, m_factor, functions);
+  }
+
   void MakeCofactors() override {
     if (m_isInverse) return;
+    m_equations.Release();
     // Half a factor has no inverse, and half an inverse is left should memory end on the way.
     if (std::exchange(m_isFactor, false)) {
       InvertSelected(m_symbolic, m_elements);

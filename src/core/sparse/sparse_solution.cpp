@@ -125,6 +125,14 @@ void SolveSparse(const SymbolicFactor& symbolic, std::span<const double> factor,
   SolveBackward(symbolic, factor, subtrees, x.data());
 }
 
+void SolveForward(const SymbolicFactor& symbolic, const Supernode& s, const double* panel,
+                  double* x) {
+  std::vector<double> below;
+  SolveForward(s, panel, x, below);
+  const auto rows = symbolic.Rows(s);
+  for (std::size_t i = 0; i < rows.size(); ++i) x[rows[i]] -= below[i];
+}
+
 void SolveBackward(const SymbolicFactor& symbolic, std::span<const double> factor,
                    std::span<double> x) {
   SolveBackward(symbolic, factor, Subtrees(symbolic, WorkerCount()), x.data());

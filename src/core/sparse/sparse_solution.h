@@ -12,5 +12,8 @@ void SolveSparse(const SymbolicFactor& symbolic, std::span<const double> factor,
 // The second half of it alone: x of L^T x = D^-1 y.
 void SolveBackward(const SymbolicFactor& symbolic, std::span<const double> factor,
                    std::span<double> y);
+// L y = b of one supernode alone: its own part of y, and what that takes from the rows below.
+void SolveForward(const SymbolicFactor& symbolic, const Supernode& s, const double* panel,
+                  double* x);
 
 }  // namespace brenu

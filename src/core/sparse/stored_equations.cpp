@@ -17,6 +17,15 @@ void StoredEquations::Clear(const SymbolicFactor& symbolic) {
   m_coefficients.clear();
 }
 
+void StoredEquations::Release() {
+  brenu::Release(m_weights);
+  brenu::Release(m_end);
+  brenu::Release(m_places);
+  brenu::Release(m_coefficients);
+  brenu::Release(m_touching);
+  brenu::Release(m_firstOf);
+}
+
 void StoredEquations::Add(const SymbolicFactor& symbolic, std::span<const Term> equation,
                           double weight) {
   const std::size_t first = m_places.size();

@@ -5,6 +5,7 @@
 #include <span>
 #include <vector>
 
+#include "core/large_vector.h"
 #include "core/normal_matrix.h"
 #include "core/sparse/symbolic_factor.h"
 
@@ -22,6 +23,9 @@ class StoredEquations {
   double& Diagonal(std::int32_t place) { return m_diagonal[static_cast<std::size_t>(place)]; }
   std::span<const double> Diagonal() const { return m_diagonal; }
 
+  // Forgets the equations and gives their memory back; the diagonal stays.
+  void Release();
+
   // To be called between the last equation and the first Fill.
   void GroupBySupernodes(const SymbolicFactor& symbolic);
   // Sets the columns of a supernode; what lies above the diagonal is zero.  `rowOf` has an element
@@ -33,12 +37,12 @@ class StoredEquations {
   std::size_t Begin(std::size_t equation) const { return equation == 0 ? 0 : m_end[equation - 1]; }
 
   std::vector<double> m_diagonal;         // by place
-  std::vector<double> m_weights;          // by equation
-  std::vector<std::size_t> m_end;         // by equation: where its terms end
-  std::vector<std::int32_t> m_places;     // of the terms
-  std::vector<double> m_coefficients;     // of the terms
+  LargeVector<double> m_weights;          // by equation
+  LargeVector<std::size_t> m_end;         // by equation: where its terms end
+  LargeVector<std::int32_t> m_places;     // of the terms
+  LargeVector<double> m_coefficients;     // of the terms
   std::vector<std::size_t> m_firstOf;     // by supernode, with one entry more
-  std::vector<std::uint32_t> m_touching;  // the equations with terms in its columns
+  LargeVector<std::uint32_t> m_touching;  // the equations with terms in its columns
 };
 
 }  // namespace brenu

@@ -1,0 +1,69 @@
+#include <algorithm>
+
+#include "core/text_number.h"
+#include "io/grammar.h"
+#include "io/station_file.h"
+
+namespace brenu {
+
+namespace {
+
+void AppendNumber(std::string& out, double value) {
+  out += ',';
+  AppendFixed(out, value, 6);
+}
+
+}  // namespace
+
+std::string StationFileText(const AdjParam& param, const Store& store, Findings& left) {
+  const Grammar& grammar = StationGrammar();
+  std::string out(grammar.HeaderOf(Section::kParameters));
+  out += '\n';
+  for (const ParamKey& key : grammar.keys) {
+    out += key.key;
+    out += ':';
+    if (key.real != nullptr) {
+      AppendGeneral(out, param.*key.real);
+    } else {
+      AppendInt(out, param.*key.whole);
+    }
+    out += '\n';
+  }
+  out += '\n';
+  out += grammar.HeaderOf(Section::kPoints);
+  out += '\n';
+  bool isPlane = false;
+  for (const auto& [index, point] : store.Points()) {
+    isPlane = isPlane || IsPlaneControl(point);
+    out += NameOf(point);
+    out += point.type == 0 || point.type == 1 ? ",0" : ",";
+    AppendInt(out, point.type);
+    for (const double value : {point.x, point.y, point.h}) AppendNumber(out, value);
+    out += '\n';
+  }
+  out += '\n';
+  out += grammar.HeaderOf(Section::kObservations);
+  out += '\n';
+  for (const auto& [station, targets] : store.Observations()) {
+    for (const auto& [target, obs] : targets) {
+      const std::string pair = station + " - " + target;
+      if (HasAzimuth(obs)) left.push_back(Warning(BRENU_CANNOT_BE_KEPT, {"the azimuth " + pair}));
+      if (isPlane && !HasDirection(obs)) {
+        if (HasDistance(obs)) {
+          left.push_back(Warning(BRENU_CANNOT_BE_KEPT, {pair + " without a direction"}));
+        }
+        continue;
+      }
+      out += station;
+      out += ',';
+      out += target;
+      AppendNumber(out, std::max(obs.direction, 0.0));
+      AppendNumber(out, obs.distance);
+      AppendNumber(out, obs.heightDiff);
+      out += '\n';
+    }
+  }
+  return out;
+}
+
+}  // namespace brenu
