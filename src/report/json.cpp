@@ -106,6 +106,14 @@ void Writer::Rows(const char* key, const std::vector<Row>& rows) {
   m_text += "]";
 }
 
+std::vector<ClosureRow> ClosuresOf(const Report& report, ClosureRow::Kind kind) {
+  std::vector<ClosureRow> rows;
+  for (const ClosureRow& row : report.closures) {
+    if (row.kind == kind) rows.push_back(row);
+  }
+  return rows;
+}
+
 void Writer::Network(const NetworkReport& network) {
   Value("m0", network.m0);
   Value("m0_apriori", network.m0Apriori);
@@ -151,12 +159,14 @@ std::string Writer::Write(const Report& report) {
     Open("heights");
     Rows("points", report.heights->points);
     Network(*report.heights);
+    Rows("closures", ClosuresOf(report, ClosureRow::Kind::kLevelling));
     Close();
   }
   if (report.plane) {
     Open("plane");
     Rows("points", report.plane->points);
     Network(*report.plane);
+    Rows("closures", ClosuresOf(report, ClosureRow::Kind::kTraverse));
     Rows("relative_ellipses", report.plane->relative);
     Close();
   }
