@@ -8,6 +8,7 @@
 #include <string>
 #include <string_view>
 
+#include "fieldbook/book_format.h"
 #include "report/comparison.h"
 #include "report/csv.h"
 #include "report/dxf_sketch.h"
@@ -24,6 +25,7 @@
 #include "review/computation.h"
 #include "review/data_check.h"
 #include "review/encoding.h"
+#include "review/field_import.h"
 #include "review/load.h"
 #include "review/network_view.h"
 #include "review/rules_check.h"
@@ -117,15 +119,53 @@ const char* NameOf(FileKind kind) {
   return kNames[static_cast<int>(kind)];
 }
 
-std::string Open(std::string_view text) {
+void Enter(ImportedJob& job) {
+  g_context->param = job.param;
+  g_context->store = std::move(job.store);
+}
+
+// A field book becomes one job or, where it has both, one of the plane and one of the heights;
+// `part` says which is wanted.
+struct Imported {
+  Outcome outcome;
+  bool hasBoth = false;
+};
+
+Imported Import(std::string_view text, std::string_view control, bool wantsHeights) {
+  const ImportOptions options;
+  FieldImport import(options);
+  Imported result;
+  if (!control.empty()) result.outcome = AddControlText(control, import);
+  if (result.outcome.ok) result.outcome += import.AddBook("", text, false);
+  if (!result.outcome.ok) return result;
+  Append(result.outcome.findings, import.Books().back().book.findings);
+  ImportedJob job, heights;
+  import.Finish(job, heights, result.outcome.findings);
+  result.hasBoth = !heights.store.Points().empty();
+  Enter(result.hasBoth && wantsHeights ? heights : job);
+  return result;
+}
+
+std::string Open(std::string_view text, const Object& options) {
   g_report.reset();
   g_context.emplace();
   Tell("reading", 0);
   LineReader file(text);
   ReadResult read = Load(*g_context, file);
+  bool hasBoth = false;
+  const char* kind = NameOf(read.kind);
+  if (read.kind == FileKind::kUnknown && FormatOfBook(text) != BookFormat::kUnknown) {
+    g_context.emplace();
+    kind = "fieldbook";
+    Imported imported =
+        Import(text, options.value("control", ""), options.value("part", "") == "heights");
+    read.outcome = std::move(imported.outcome);
+    hasBoth = imported.hasBoth;
+  }
   g_read = std::move(read.outcome.findings);
   if (read.outcome.ok) Append(g_read, CheckData(*g_context));
-  return With(Dump({{"ok", read.outcome.ok}, {"kind", NameOf(read.kind)}}), "findings", g_read);
+  return With(Dump({{"ok", read.outcome.ok}, {"kind", kind}, {"hasBoth", hasBoth}}), "findings",
+              g_read);
 }
 
 std::string Rows() {
@@ -261,9 +301,11 @@ EMSCRIPTEN_KEEPALIVE void engine_language(const char* language) {
   g_language = std::string_view(language) == "zh" ? Language::kChinese : Language::kEnglish;
 }
 
-// Reads and checks a file: {ok, kind, findings}.
-EMSCRIPTEN_KEEPALIVE const char* engine_open(const char* text, std::size_t size) {
-  return Guarded([=] { return Open({text, size}); });
+// Reads and checks a file: {ok, kind, hasBoth, findings}.  Options of field books: {control, text
+// of known points; part, "heights" for those where the book `hasBoth`}.
+EMSCRIPTEN_KEEPALIVE const char* engine_open(const char* text, std::size_t size,
+                                             const char* options) {
+  return Guarded([=] { return Open({text, size}, Object::parse(options)); });
 }
 
 // What it holds: {parameters, points: [name, type, X, Y, H], observations: [station, target,

@@ -9,21 +9,23 @@ namespace brenu {
 
 namespace {
 
-// A project file or a station and observation file, else what FieldImport knows.
 Outcome AddControlFile(const std::string& path, FieldImport& import) {
   std::string text;
   Outcome outcome = ReadWholeFile(Utf8Path(path.c_str()), text);
-  if (!outcome.ok) return outcome;
-  const bool hasSections = text.find("[PT]") != text.npos || text.find("[STATION]") != text.npos;
-  if (!hasSections) return import.AddControl(text);
-  AdjustmentContext context;
-  LineReader reader{std::string_view(text)};
-  outcome = Load(context, reader).outcome;
-  if (outcome.ok) import.AddControl(context.store);
-  return outcome;
+  return outcome.ok ? AddControlText(text, import) : outcome;
 }
 
 }  // namespace
+
+Outcome AddControlText(std::string_view text, FieldImport& import) {
+  const bool hasSections = text.find("[PT]") != text.npos || text.find("[STATION]") != text.npos;
+  if (!hasSections) return import.AddControl(text);
+  AdjustmentContext context;
+  LineReader reader(text);
+  Outcome outcome = Load(context, reader).outcome;
+  if (outcome.ok) import.AddControl(context.store);
+  return outcome;
+}
 
 bool ImportFiles(const FieldFiles& files, bool withLog, FieldImport& import, ImportedJob& job,
                  ImportedJob& heights, std::vector<FileFindings>& found) {

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "fieldbook/import.h"
@@ -18,6 +19,10 @@ struct FileFindings {
   std::string file;
   Findings findings;
 };
+
+// Known points from a project file or a station and observation file, else from what FieldImport
+// knows.
+Outcome AddControlText(std::string_view text, FieldImport& import);
 
 // Reads control and field books and fills the jobs, as FieldImport does.  False when a file cannot
 // be read or is no field book: the last findings say so then.

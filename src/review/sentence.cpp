@@ -90,7 +90,7 @@ std::string Wording::Count(double count, std::string_view what) const {
 std::string Wording::OnlyThese(std::string_view kinds) const {
   const std::size_t bar = kinds.find('|');
   std::string counts;
-  for (const std::size_t number : {1, 2}) {
+  for (const std::size_t number : {1U, 2U}) {
     const double count = ValueAt(number);
     if (count == 0.0) continue;
     if (!counts.empty()) counts += In({" and ", "、"});

@@ -13,14 +13,14 @@ async function main() {
     const pointer = engine._malloc(bytes.length + 1);
     engine.HEAPU8.set(bytes, pointer);
     engine.HEAPU8[pointer + bytes.length] = 0;
-    const answer = engine.UTF8ToString(work(pointer, bytes.length));
+    const answer = work(pointer, bytes.length);
     engine._free(pointer);
     return answer;
   };
   const reports = files.map((file) => {
-    call(fs.readFileSync(file), (pointer, size) => engine._engine_open(pointer, size));
+    call(fs.readFileSync(file), (text, size) => call('{}', (none) => engine._engine_open(text, size, none)));
     call(JSON.stringify({ ...JSON.parse(options), file }), (pointer) => engine._engine_adjust(pointer));
-    return JSON.parse(call('json', (pointer) => engine._engine_output(pointer)));
+    return JSON.parse(engine.UTF8ToString(call('json', (pointer) => engine._engine_output(pointer))));
   });
   process.stdout.write(JSON.stringify(reports));
 }

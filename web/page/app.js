@@ -38,6 +38,7 @@ class App {
     this.form = new ParameterForm(byId('panel-parameters'), this);
     this.source = new SourceView(byId('panel-text'), this);
     this.compare = new CompareView(byId('panel-compare'), this);
+    this.book = new BookBar(byId('book'), this);
     this.result ??= new ResultView(byId('panel-result'), this);
     this.choose(this.tab ?? (window.matchMedia('(min-width: 75rem)').matches ? 'observations' : 'result'));
     this.showState();
@@ -61,14 +62,8 @@ class App {
   async openFile(source) {
     const file = source.files[0];
     if (file === undefined) return;
-    const bytes = await file.arrayBuffer();
+    const text = await textOfFile(file);
     if ('value' in source) source.value = '';
-    let text;
-    try {
-      text = new TextDecoder('utf-8', { fatal: true }).decode(bytes);
-    } catch {
-      text = new TextDecoder('gbk').decode(bytes);
-    }
     await this.open(file.name, text);
   }
 
@@ -142,7 +137,7 @@ class App {
     const { job } = this;
     this.project = job.source === null ? projectText(job) : null;
     this.engine.run({
-      job, text: this.project?.text ?? job.source, withRows: job.source !== null, language,
+      job, text: this.project?.text ?? job.source, reading: job.reading, withRows: job.source !== null, language,
       options: { ...job.options, file: job.name }, first: this.first?.request ?? null, pause: this.result.pause,
     });
     byId('verdict').classList.add('outdated');
@@ -168,7 +163,8 @@ class App {
   takeOpened({ opened, rows }, job) {
     this.isReadable = opened.ok;
     this.findings = opened.findings;
-    if (rows !== null && this.job.source === job.source) {
+    this.book.show(opened);
+    if (rows !== null && this.job.source === job.source && this.job.reading === job.reading) {
       const isSaved = this.saved === this.job;
       this.history.amend({ ...this.job, ...rowsOfEngine(rows) });
       if (isSaved) this.saved = this.job;
@@ -194,7 +190,7 @@ class App {
     const { job } = this;
     this.first = {
       job, verdict: { passed: this.verdict?.passed, headline: this.verdict?.headline },
-      request: { text: textOfJob(job), options: { ...job.options, file: job.name } },
+      request: { text: textOfJob(job), reading: job.reading, options: { ...job.options, file: job.name } },
     };
     this.storeSoon();
     this.run();

@@ -40,6 +40,16 @@ function ask(question, answers) {
   });
 }
 
+// The text of a file, in UTF-8 or else in GBK.
+async function textOfFile(file) {
+  const bytes = await file.arrayBuffer();
+  try {
+    return new TextDecoder('utf-8', { fatal: true }).decode(bytes);
+  } catch {
+    return new TextDecoder('gbk').decode(bytes);
+  }
+}
+
 // Gives the text to the user as a file.
 function download(name, text, type = 'text/plain') {
   const address = URL.createObjectURL(new Blob([text], { type: `${type};charset=utf-8` }));

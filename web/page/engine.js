@@ -28,7 +28,7 @@ class Engine {
     worker.postMessage({ module: await this.module });
   }
 
-  // job: {text, options, language, withRows, pause, first} and what else the page wants to see again.
+  // job: {text, reading, options, language, withRows, pause, first} and what else the page wants to see again.
   run(job) {
     const tooLong = 1500;
     if (this.job !== null && performance.now() - this.job.began > tooLong) this.stop();
@@ -37,8 +37,8 @@ class Engine {
   }
 
   send() {
-    const { id, text, options, language, withRows, pause, first } = this.job;
-    const message = { id, text, options, language, withRows, pause };
+    const { id, text, reading, options, language, withRows, pause, first } = this.job;
+    const message = { id, text, reading, options, language, withRows, pause };
     if (first !== this.sentFirst) message.first = first;
     this.sentFirst = first;
     this.job.began = performance.now();

@@ -1,9 +1,9 @@
 // A job as the page holds it: what a project file holds, as text fields, so that a number stays as it
 // was typed.  Jobs never change; an edit makes a new one that shares the rest.
 //   { name, source, parameters: {MO, ...}, points: [{name, type, x, y, h}],
-//     observations: [{from, to, direction, distance, dh, azimuth, out}], options }
-// `source` is the text that the rows were read from, null after an edit of the rows; `out` lists the
-// values of a pair that are left out.
+//     observations: [{from, to, direction, distance, dh, azimuth, out}], options, reading }
+// `source` is the text that the rows were read from, null after an edit of the rows; `reading` says how,
+// where it is a field book: {control, part}.  `out` lists the values of a pair that are left out.
 const parameterKeys = ['MO', 'MS', 'MR', 'Lvl1', 'Lvl2', 'Lvl1Limit', 'Lvl2Limit', 'Limit', 'format'];
 const pointKeys = ['name', 'type', 'x', 'y', 'h'];
 const valueKeys = ['direction', 'distance', 'dh', 'azimuth'];
@@ -30,7 +30,7 @@ function rowsOfEngine(rows) {
 }
 
 const emptyJob = () => ({
-  name: '', source: '', parameters: {}, points: [], observations: [], options: { ...defaultOptions },
+  name: '', source: '', reading: {}, parameters: {}, points: [], observations: [], options: { ...defaultOptions },
 });
 
 function usedValues(row) {

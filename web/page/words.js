@@ -2,6 +2,7 @@
 // What the page says, in both languages.
 const wordsOf = {
   en: {
+    fieldbook: 'Field book:', plane: 'Plane', heights: 'Heights', control: 'Known points…',
     title: 'Adjustment of survey networks', open: 'Open', close: 'Close', save: 'Save', undo: 'Undo', redo: 'Redo',
     example: 'Example', language: '中文', languageName: 'Switch to Chinese', commands: 'Commands',
     drop: 'Drop a project file, a station file or a field book here, or', choose: 'choose a file',
@@ -39,6 +40,7 @@ const wordsOf = {
     examples: { combined: 'Plane and levelling network', levelling: 'Levelling network', triangulation: 'Triangulation', trilateration: 'Distances only', 'closed-traverse': 'Closed traverse', 'connecting-traverse': 'Connecting traverse', 'unoriented-traverse': 'Traverse without orientation', 'station-file': 'Station file', blunders: 'Network with blunders' },
   },
   zh: {
+    fieldbook: '外业手簿：', plane: '平面', heights: '高程', control: '已知点…',
     title: '控制网平差', open: '打开', close: '关闭', save: '保存', undo: '撤销', redo: '重做',
     example: '示例', language: 'English', languageName: '切换为英文', commands: '命令',
     drop: '将工程文件、测站文件或外业手簿拖到这里，或', choose: '选择文件',

@@ -1,5 +1,5 @@
 'use strict';
-// The engine in its worker.  Messages: {module} once, then jobs {id, text, options, language, withRows,
+// The engine in its worker.  Messages: {module} once, then jobs {id, text, reading, options, language, withRows,
 // pause, first} and {id, output}; answers carry the id of their job.  `first`, the first of two variants,
 // comes with a job when it is another one; for `pause` milliseconds the body waits for newer jobs.
 let engine;
@@ -21,7 +21,8 @@ function withText(text, call) {
   }
 }
 
-const open = (text) => JSON.parse(textOf(withText(text, (pointer, size) => engine._engine_open(pointer, size))));
+const open = (text, options) => JSON.parse(textOf(withText(text, (pointer, size) =>
+  withText(JSON.stringify(options ?? {}), (given) => engine._engine_open(pointer, size, given)))));
 const adjust = (options) => JSON.parse(textOf(withText(JSON.stringify(options), engine._engine_adjust)));
 const output = (kind) => textOf(withText(kind, engine._engine_output));
 
@@ -33,7 +34,7 @@ let isFirstKept = true;
 
 function keepFirst() {
   isFirstKept = true;
-  if (first === null || !open(first.text).ok) return;
+  if (first === null || !open(first.text, first.reading).ok) return;
   adjust({ ...first.options, thorough: false });
   engine._engine_keep();
 }
@@ -47,7 +48,7 @@ async function isOutdated(pause = 0) {
 async function run(job) {
   withText(job.language, engine._engine_language);
   if (!isFirstKept) keepFirst();
-  const opened = open(job.text);
+  const opened = open(job.text, job.reading);
   const rows = opened.ok && job.withRows ? JSON.parse(textOf(engine._engine_rows())) : null;
   postMessage({ id: job.id, opened, rows });
   if (!opened.ok || await isOutdated()) return;
