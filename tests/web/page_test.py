@@ -179,6 +179,26 @@ class PageTest(unittest.TestCase):
         self.wait("the differences", "document.querySelector('#heights-differences tr.flag') !== null")
         self.assertIn(new, self.find("#heights-differences").text)
 
+    # A at X 200, Y 100, B due east of it, C 173.205 m south.
+    def test_field_book_is_reduced_with_known_points(self):
+        book = ("110001+0000000A 84..10+00100000 85..10+00200000 86..10+00010000 88..10+00001500\n"
+                "110002+0000000B 21.322+10000000 22.322+10000000 31..00+00100000 87..10+00001500\n"
+                "110003+0000000C 21.322+20000000 22.323+06000000 31..00+00200000 51....+0000+000\n")
+        with tempfile.NamedTemporaryFile("w", suffix=".gsi") as file, \
+             tempfile.NamedTemporaryFile("w", suffix=".csv") as control:
+            file.write(book)
+            file.flush()
+            control.write("B,200.0,200.0,10.0\n")
+            control.flush()
+            self.find("#chooser").send_keys(file.name)
+            self.verdict()
+            self.find("#control-chooser").send_keys(control.name)
+            self.wait("the known point", "brenu.job.points.some((p) => p.name === 'B' && p.type === '10')")
+        self.verdict()
+        points = {p["name"]: p for p in json.loads(self.saved("json", ".json"))["plane"]["points"]}
+        self.assertAlmostEqual(200.0 - 173.2050808, points["C"]["x"], 4)
+        self.assertAlmostEqual(100.0, points["C"]["y"], 4)
+
     def test_outputs(self):
         self.open("combined")
         report = json.loads(self.saved("json", ".json"))
