@@ -131,7 +131,8 @@ TEST(Svg, StaysWellFormedWhateverItIsGiven) {
   EXPECT_EQ(CountOf(svg, "data-point="), 7U);
   EXPECT_EQ(CountOf(svg, "data-line="), 1U);
   EXPECT_THAT(svg, HasSubstr("<title>北山</title>"));
-  EXPECT_THAT(svg, Not(testing::ContainsRegex("nan|inf\"")));
+  EXPECT_THAT(svg, Not(testing::HasSubstr("nan")));
+  EXPECT_THAT(svg, Not(testing::HasSubstr("inf\"")));
   EXPECT_EQ(ClassOf(svg, "data-point=\"2\""), "new unplaced");
 }
 

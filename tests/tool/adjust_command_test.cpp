@@ -25,8 +25,8 @@ TEST_F(AdjustCommand, PrintsSummaryAndTable) {
                         "largest point error +4\\.45  mm  P\n",
                         "residual of a distance +-4\\.00  mm  A - P\n",
                         "A \\* +1000\\.0000  1000\\.0000 .* -\n",
-                        "P +1000\\.0000  1100\\.0000 +1\\.[89].  +[34]\\.[90]. +4\\.4. "
-                        "+[34]\\.[90]. +1\\.[89]. +90 00\n"});
+                        "P +1000\\.0000  1100\\.0000 +1\\...  +.\\... +4\\.4. "
+                        "+.\\... +1\\... +90 00\n"});
 }
 
 TEST_F(AdjustCommand, WithoutRedundancyPrecisionIsLeftOut) {
@@ -80,7 +80,7 @@ TEST_F(AdjustCommand, UsageAndVersion) {
 TEST_F(AdjustCommand, SnoopingListsAndMarksWhatItTakesOut) {
   ExpectOutput(kFourLines,
                {"redundancy +2\n", "Taken out by data snooping: 1\n",
-                "\n +1  height difference  D +P +[.0-9]+ +-50\\.00\n"},
+                "\n +1  height difference  D +P +.* -50\\.00\n"},
                "adjust --snoop 0.001 --result \"" + Out("result") + '"');
   EXPECT_THAT(Read(Out("result")), ContainsRegex(" D +P .*  gross error\n"));
   ExpectOutput(With(kFourLines, "-2.55", "-2.501"), {"Data snooping took no observation out\n"},
@@ -115,7 +115,7 @@ TEST_F(AdjustCommand, RelativeEllipsesAskedFor) {
             0);
   const std::string told = Read(Out("report"));
   EXPECT_THAT(told, HasSubstr("no relative ellipse of A and B"));
-  EXPECT_THAT(told, ContainsRegex("\n  P +Q +[0-9.]+ +[0-9.]+ "));
+  EXPECT_THAT(told, ContainsRegex("\n  P +Q +.*\\...  .*\\..."));
   EXPECT_THAT(told, Not(ContainsRegex("\n  Q +P ")));
   ExpectFailure(kPlane, 2, "there is no point X; correct the name", "adjust --between P X");
   ExpectFailure(kPlane, 2, "the same point P", "adjust --between P P");

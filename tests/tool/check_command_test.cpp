@@ -22,9 +22,9 @@ TEST_F(CheckCommand, NamesWhatDoesNotFitBeforeTheAdjustment) {
   EXPECT_EQ(run.status, 0) << run.err;
   EXPECT_THAT(run.out, HasSubstr("plane network"));
   EXPECT_THAT(run.out, ContainsRegex("directions +9\n"));
-  EXPECT_THAT(run.out, ContainsRegex("There and back[^\n]*\n[^\n]*\n +distance +B +P +100\\.0000 "
+  EXPECT_THAT(run.out, ContainsRegex("There and back.*\n.*\n +distance +B +P +100\\.0000 "
                                      "+20\\.00 +mm +2\\.8\n"));
-  EXPECT_THAT(run.out, ContainsRegex("Observed minus computed[^\n]*\n[^\n]*\n +direction +A +Q "
+  EXPECT_THAT(run.out, ContainsRegex("Observed minus computed.*\n.*\n +direction +A +Q "
                                      "+01 00 00"));
 }
 
