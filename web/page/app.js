@@ -155,7 +155,7 @@ class App {
     if (message.opened !== undefined) this.takeOpened(message, job.job);
     if (message.adjusted !== undefined) this.takeAdjusted(message.adjusted);
     if (message.body !== undefined) {
-      this.result.take(message.body);
+      this.result.take(message.body, message.further);
       this.compare.take(message.compared);
     }
     if (message.failed !== undefined) this.tell(`${say('failed')}: ${message.failed}`);
