@@ -11,6 +11,7 @@ class App {
     this.reportWords = {};
     this.isReadable = true;
     this.isWaiting = false;
+    this.isStored = true;
     this.examples = JSON.parse(byId('examples').textContent);
     this.engine = new Engine((message, job) => this.hear(message, job));
     this.runSoon = debounced(120, () => this.run());
@@ -114,8 +115,9 @@ class App {
     this.storeSoon();
   }
 
-  store() {
-    if (this.hasJob) storage.save({ job: this.job, isUnsaved: this.isUnsaved, language, first: this.first });
+  async store() {
+    if (!this.hasJob) return;
+    this.isStored = await storage.save({ job: this.job, isUnsaved: this.isUnsaved, language, first: this.first });
   }
 
   async restore() {
@@ -153,7 +155,7 @@ class App {
     if (message.opened !== undefined) this.takeOpened(message, job.job);
     if (message.adjusted !== undefined) this.takeAdjusted(message.adjusted);
     if (message.body !== undefined) {
-      this.result.take(message.body);
+      this.result.take(message.body, message.further);
       this.compare.take(message.compared);
     }
     if (message.failed !== undefined) this.tell(`${say('failed')}: ${message.failed}`);

@@ -72,6 +72,8 @@ function listenToWindow(app) {
     event.preventDefault();
     action();
   });
+  // Where the browser keeps nothing, it asks before it leaves.
+  window.addEventListener('beforeunload', (event) => { if (app.isUnsaved && !app.isStored) event.preventDefault(); });
   // What was typed a moment ago is kept, too.
   document.addEventListener('visibilitychange', () => { if (document.hidden) app.store(); });
 }

@@ -80,7 +80,7 @@ class Grid {
     const row = this.rows[number];
     const cells = this.keys.map((key) => make('td', { className: `${valueKeys.includes(key) ? 'value' : ''} ${this.unused.includes(key) ? 'unused' : ''}` }, this.field(row, number, key),
       valueKeys.includes(key) ? this.excluder(row, key) : null));
-    const remove = iconButton('🗑', `${say('remove')} ${row.name ?? `${row.from} ${row.to}`}`);
+    const remove = iconButton('✕', `${say('remove')} ${row.name ?? `${row.from} ${row.to}`}`);
     remove.dataset.action = 'remove';
     if (this.table === 'observations') {
       const use = make('input', { type: 'checkbox', 'aria-label': `${say('use')} ${row.from} ${row.to}` });

@@ -8,7 +8,7 @@ class ResultView {
     panel.addEventListener('click', (event) => this.click(event));
   }
 
-  take(html) {
+  take(html, further) {
     const began = performance.now();
     const { scrollTop } = this.panel;
     this.panel.innerHTML = html;
@@ -16,7 +16,7 @@ class ResultView {
     this.panel.append(this.bar);
     const report = this.panel.querySelector('.report');
     this.owner.reportWords = { ...report.dataset };
-    this.kept = enhanceReport(report, this.kept);
+    this.kept = enhanceReport(report, this.kept, further);
     this.panel.scrollTop = scrollTop;
     const most = 1500;
     this.pause = Math.min(most, performance.now() - began);

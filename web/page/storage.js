@@ -19,7 +19,7 @@ const storage = {
     });
   },
 
-  // Without a database the page works all the same.
+  // Whether it is kept: the page works without a database, too.
   async save(state) {
     try {
       await this.request('readwrite', (store) => store.put(state, 'present'));

@@ -26,6 +26,17 @@ const open = (text, options) => JSON.parse(textOf(withText(text, (pointer, size)
 const adjust = (options) => JSON.parse(textOf(withText(JSON.stringify(options), engine._engine_adjust)));
 const output = (kind) => textOf(withText(kind, engine._engine_output));
 
+// The body of the report, and apart from it the rows that its tables do not show at first: parsing them
+// would stop the page.
+function bodyParts() {
+  const further = {};
+  const body = output('body').replace(/<noscript id="more-([^"]*)">([^]*?)<\/noscript>/g, (all, section, rows) => {
+    further[section] = rows;
+    return '';
+  });
+  return { body, further };
+}
+
 // What is to be done next, and the first of two variants as it was sent last.
 let pending = null;
 let isRunning = false;
@@ -55,7 +66,7 @@ async function run(job) {
   postMessage({ id: job.id, adjusted: adjust(job.options) });
   if (await isOutdated(job.pause)) return;
   const compared = first === null ? '' : textOf(engine._engine_compare());
-  postMessage({ id: job.id, body: output('body'), compared: compared === '' ? null : JSON.parse(compared) });
+  postMessage({ id: job.id, ...bodyParts(), compared: compared === '' ? null : JSON.parse(compared) });
 }
 
 // One job after the other; of those that wait only the newest.

@@ -1,7 +1,8 @@
 'use strict';
 // Sorting, filtering and pages of the tables, zoom of the sketch, links between both.  `root` holds the
 // report.  `kept` is what an earlier call on the report's predecessor returned: the view stays as it was.
-function enhanceReport(root, kept) {
+// `further` has the contents of the elements noscript that were taken out of the report, by section.
+function enhanceReport(root, kept = null, further = {}) {
   const words = root.dataset;
   const pageSize = 200;
 
@@ -33,9 +34,8 @@ function enhanceReport(root, kept) {
       this.table = section.querySelector('table.data');
       this.body = this.table.tBodies[0];
       this.rows = [...this.body.rows].map((row) => ({ html: row.outerHTML }));
-      const more = section.querySelector('noscript');
-      if (more !== null) {
-        const text = more.textContent;
+      const text = further[section.id] ?? section.querySelector('noscript')?.textContent;
+      if (text !== undefined) {
         const body = text.slice(text.indexOf('<tbody>') + 7, text.lastIndexOf('</tbody>'));
         for (const line of body.split('\n')) if (line.startsWith('<tr')) this.rows.push({ html: line });
       }
