@@ -246,6 +246,7 @@ typedef enum brenu_report_form {
   BRENU_REPORT_TEXT = 5
 } brenu_report_form;
 
+/* Of what people read. */
 typedef enum brenu_language { BRENU_ENGLISH = 0, BRENU_CHINESE = 1 } brenu_language;
 
 /* The report of the last adjustment in that form and language (JSON and DXF have one language):
