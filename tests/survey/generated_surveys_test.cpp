@@ -226,7 +226,7 @@ TEST(GeneratedSurveys, GrossErrorsAreFound) {
     SCOPED_TRACE(seed);
     Survey survey = FreeStations(seed);
     std::vector<std::pair<std::string, double>> wrong;  // station and target; radians or metres
-    for (std::size_t i = 11 + seed % 7; i < survey.sights.size(); i += 50) {
+    for (auto i = static_cast<std::size_t>(11 + seed % 7); i < survey.sights.size(); i += 50) {
       Survey::Sight& s = survey.sights[i];
       const bool isDistance = wrong.size() % 2 == 0;
       const double size = std::pow(10.0, -0.6 + survey.noise.Uniform());  // 0.25 to 2.5
