@@ -91,4 +91,17 @@ void SetParam(AdjParam& param, const ParamKey& key, std::string_view value) {
   if (key.limit != nullptr) param.*key.limit = key.limitOfGrade(param.*key.whole);
 }
 
+void AppendParameters(std::string& out, const Grammar& grammar, const AdjParam& param) {
+  for (const ParamKey& key : grammar.keys) {
+    out += key.key;
+    out += ':';
+    if (key.real != nullptr) {
+      AppendGeneral(out, param.*key.real);
+    } else {
+      AppendInt(out, param.*key.whole);
+    }
+    out += '\n';
+  }
+}
+
 }  // namespace brenu

@@ -6,6 +6,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <span>
+#include <string>
 #include <string_view>
 
 #include "core/records.h"
@@ -69,5 +70,8 @@ const Grammar& StationGrammar();
 
 // Enters the value of a parameter.
 void SetParam(AdjParam& param, const ParamKey& key, std::string_view value);
+
+// The lines of a section of parameters, by the keys of the format.
+void AppendParameters(std::string& out, const Grammar& grammar, const AdjParam& param);
 
 }  // namespace brenu

@@ -8,19 +8,6 @@ namespace brenu {
 
 namespace {
 
-void AppendParam(std::string& out, const AdjParam& param) {
-  for (const ParamKey& key : ProjectGrammar().keys) {
-    out += key.key;
-    out += ':';
-    if (key.real != nullptr) {
-      AppendGeneral(out, param.*key.real);
-    } else {
-      AppendInt(out, param.*key.whole);
-    }
-    out += '\n';
-  }
-}
-
 void AppendType(std::string& out, std::int32_t type) {
   if (type == 0 || type == 1) out += '0';
   AppendInt(out, type);
@@ -48,7 +35,7 @@ std::string ProjectText(const AdjParam& param, const Store& store) {
     out += '\n';
   };
   begin(Section::kParameters);
-  AppendParam(out, param);
+  AppendParameters(out, ProjectGrammar(), param);
 
   begin(Section::kPoints);
   for (const auto& [index, point] : store.Points()) {

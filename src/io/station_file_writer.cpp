@@ -19,16 +19,7 @@ std::string StationFileText(const AdjParam& param, const Store& store, Findings&
   const Grammar& grammar = StationGrammar();
   std::string out(grammar.HeaderOf(Section::kParameters));
   out += '\n';
-  for (const ParamKey& key : grammar.keys) {
-    out += key.key;
-    out += ':';
-    if (key.real != nullptr) {
-      AppendGeneral(out, param.*key.real);
-    } else {
-      AppendInt(out, param.*key.whole);
-    }
-    out += '\n';
-  }
+  AppendParameters(out, grammar, param);
   out += '\n';
   out += grammar.HeaderOf(Section::kPoints);
   out += '\n';

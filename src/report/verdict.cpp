@@ -119,10 +119,11 @@ void Judgement::JudgeMisfits(const NetworkReport& network) {
   }
   SortByTest(suspects);
   SortByTest(rare);
-  if (!IsScaleWrong(network)) {
+  const bool isScaleWrong = IsScaleWrong(network);
+  if (!isScaleWrong) {
     JudgeControl(network, suspects.empty() ? 0.0 : std::fabs(suspects.front()->w));
   }
-  if (!suspects.empty() && !IsScaleWrong(network)) {
+  if (!suspects.empty() && !isScaleWrong) {
     const ObservationRow& worst = *suspects.front();
     m_verdict.reasons.push_back(
         Warning(BRENU_OBSERVATION_SUSPECT, {worst.from, worst.to},
