@@ -132,7 +132,8 @@ std::string ResultText(const AdjustmentContext& context, const Report& report,
 Ending Present(const AdjustmentContext& context, const Report& report, const AdjustOptions& options,
                bool isComputed, std::string& text) {
   if (options.outputs.json == "-") {
-    text = Json(report);
+    const auto json = [&](const TextSink& sink) { WriteJson(report, sink); };
+    if (!Print(options, json)) return {kFileOrUsage, {}};
   } else if (isComputed) {
     text = ResultText(context, report, options);
   }
@@ -171,7 +172,11 @@ Ending Adjust(AdjustmentContext& context, const Findings& read, const AdjustOpti
   const Report report = MakeReport(context, options.file, std::move(all));
   const bool mayGoOn = computed.ok && (report.verdict.passed || options.noVerdict);
   if (!mayGoOn) ending.status = kComputationFailed;
-  progress.Enter("writing the reports");
+  if (options.outputs.json == "-") {
+    progress.Stop();  // which would write between its lines
+  } else {
+    progress.Enter("writing the reports");
+  }
   Ending written = Present(context, report, options, computed.ok, text);
   if (written.status == kDone) return ending;
   Say(options, ending.findings);

@@ -15,11 +15,6 @@ namespace brenu::tool {
 
 namespace {
 
-bool Print(const std::string& text) {
-  return std::fwrite(text.data(), 1, text.size(), stdout) == text.size() &&
-         std::fflush(stdout) == 0;
-}
-
 // Reading and the checks of the data.
 Findings Prepare(AdjustmentContext& context, const FileOptions& options, Progress& progress) {
   progress.Enter("reading");
@@ -73,6 +68,17 @@ void Say(const FileOptions& options, const Findings& findings) {
   }
 }
 
+bool Print(const FileOptions& options, const TextSource& text) {
+  bool isPrinted = true;
+  text([&](std::string_view piece) {
+    isPrinted = isPrinted && std::fwrite(piece.data(), 1, piece.size(), stdout) == piece.size();
+  });
+  if (isPrinted && std::fflush(stdout) == 0) return true;
+  SayWords(options, {"the results cannot be written to the standard output; make room for them",
+                     "结果无法写到标准输出；请腾出空间"});
+  return false;
+}
+
 ExitStatus RunOnFile(const FileOptions& options, const Work& work) {
   AdjustmentContext context;
   Progress progress;
@@ -85,12 +91,9 @@ ExitStatus RunOnFile(const FileOptions& options, const Work& work) {
   std::string text;
   const Ending ending = work(context, found, progress, text);
   progress.Stop();
-  const bool printed = Print(text);
+  const bool isPrinted = Print(options, [&](const TextSink& sink) { sink(text); });
   Say(options, ending.findings);
-  if (printed) return ending.status;
-  SayWords(options, {"the results cannot be written to the standard output; make room for them",
-                     "结果无法写到标准输出；请腾出空间"});
-  return kFileOrUsage;
+  return isPrinted ? ending.status : kFileOrUsage;
 }
 
 }  // namespace brenu::tool

@@ -3,6 +3,7 @@
 #include <functional>
 #include <string>
 
+#include "io/text_pieces.h"
 #include "job/adjustment_context.h"
 #include "progress.h"
 #include "review/language.h"
@@ -52,6 +53,9 @@ using Work = std::function<Ending(AdjustmentContext& context, const Findings& re
 // Reads the file into a fresh context, checks the data and does the work; findings go to the
 // standard error, one sentence each.
 ExitStatus RunOnFile(const FileOptions& options, const Work& work);
+
+// Passes a text on to the standard output; false, and a sentence about it, when it takes no more.
+bool Print(const FileOptions& options, const TextSource& text);
 
 // The findings about a file on the standard error, warnings said to be so.
 void Say(const FileOptions& options, const Findings& findings);

@@ -15,7 +15,7 @@ namespace brenu::tool {
 
 namespace {
 
-Ending Write(const std::string& path, const std::string& text) {
+Ending Write(const std::string& path, const TextSource& text) {
   if (ReplaceFile(Utf8Path(path.c_str()), text) == Replaced::kDone) return {};
   return {kFileOrUsage, {Error(BRENU_FILE_NOT_WRITTEN, {path})}};
 }
@@ -33,24 +33,22 @@ Ending WriteCsv(const Report& report, const std::string& folder) {
 }  // namespace
 
 Ending WriteOutputs(const Report& report, const OutputOptions& options, Language language) {
-  const auto write = [&](const std::string& path, const auto& render) -> Ending {
-    return path.empty() ? Ending{} : Write(path, render());
-  };
   Ending ending;
-  if (options.json != "-") ending = write(options.json, [&] { return Json(report); });
+  const auto write = [&](const std::string& path, const TextSource& text) {
+    if (ending.status == kDone && !path.empty()) ending = Write(path, text);
+  };
+  if (options.json != "-") {
+    write(options.json, [&](const TextSink& sink) { WriteJson(report, sink); });
+  }
   if (ending.status == kDone && !options.csvFolder.empty()) {
     ending = WriteCsv(report, options.csvFolder);
   }
-  if (ending.status == kDone) {
-    ending = write(options.text, [&] { return TextReport(report, language); });
-  }
-  if (ending.status == kDone) {
-    ending = write(options.html, [&] { return HtmlPage(report, language); });
-  }
+  write(options.text, [&](const TextSink& sink) { WriteTextReport(report, language, sink); });
+  write(options.html, [&](const TextSink& sink) { WriteHtmlPage(report, language, sink); });
   if (ending.status != kDone || (options.svg.empty() && options.dxf.empty())) return ending;
   const ReportSketch sketch(report, language);
-  ending = write(options.svg, [&] { return Svg(sketch.Drawing()); });
-  if (ending.status == kDone) ending = write(options.dxf, [&] { return Dxf(sketch.Drawing()); });
+  write(options.svg, [&](const TextSink& sink) { sink(Svg(sketch.Drawing())); });
+  write(options.dxf, [&](const TextSink& sink) { sink(Dxf(sketch.Drawing())); });
   return ending;
 }
 

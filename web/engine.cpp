@@ -247,7 +247,7 @@ std::string Adjust(const Object& json) {
 
 std::string CsvText(std::string_view name) {
   for (const CsvFile& file : CsvFiles(*g_report)) {
-    if (file.name == name) return file.text;
+    if (file.name == name) return WholeText(file.text);
   }
   return "";
 }
@@ -268,13 +268,16 @@ std::string Traverses() {
 
 std::string Output(std::string_view kind) {
   if (!g_report) return "";
+  const auto whole = [](const auto& write) {
+    return WholeText([&](const TextSink& sink) { write(*g_report, g_language, sink); });
+  };
   if (kind == "body") {
-    const std::string body = HtmlBody(*g_report, g_language);
+    const std::string body = whole(WriteHtmlBody);
     return IsUnoriented(*g_context) ? body + Traverses() : body;
   }
-  if (kind == "html") return HtmlPage(*g_report, g_language);
-  if (kind == "json") return Json(*g_report);
-  if (kind == "text") return TextReport(*g_report, g_language);
+  if (kind == "html") return whole(WriteHtmlPage);
+  if (kind == "text") return whole(WriteTextReport);
+  if (kind == "json") return WholeText([](const TextSink& sink) { WriteJson(*g_report, sink); });
   if (kind == "svg") return Svg(ReportSketch(*g_report, g_language).Drawing());
   if (kind == "dxf") return Dxf(ReportSketch(*g_report, g_language).Drawing());
   if (kind == "csv") return CsvNames();
@@ -285,10 +288,11 @@ std::string Difference() {
   if (!g_report || !g_kept) return "";
   const Comparison difference = Compare(*g_kept, *g_report);
   const ReportSketch sketch(*g_report, g_language);
-  std::string html;
-  HtmlTables tables(html, sketch, g_language);
-  tables.Add("plane-differences", {"Coordinates, B minus A", "坐标差，B 减 A"}, difference.plane);
-  tables.Add("heights-differences", {"Heights, B minus A", "高程差，B 减 A"}, difference.heights);
+  const std::string html = WholeText([&](const TextSink& sink) {
+    HtmlTables tables(sink, sketch, g_language);
+    tables.Add("plane-differences", {"Coordinates, B minus A", "坐标差，B 减 A"}, difference.plane);
+    tables.Add("heights-differences", {"Heights, B minus A", "高程差，B 减 A"}, difference.heights);
+  });
   return Dump({{"html", html}, {"onlyA", difference.onlyFirst}, {"onlyB", difference.onlySecond}});
 }
 

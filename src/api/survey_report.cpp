@@ -13,18 +13,19 @@
 
 namespace {
 
-std::string Render(const brenu::Report& report, std::int32_t form, brenu::Language language) {
+void Render(const brenu::Report& report, std::int32_t form, brenu::Language language,
+            const brenu::TextSink& sink) {
   switch (form) {
     case BRENU_REPORT_JSON:
-      return brenu::Json(report);
+      return brenu::WriteJson(report, sink);
     case BRENU_REPORT_HTML:
-      return brenu::HtmlPage(report, language);
+      return brenu::WriteHtmlPage(report, language, sink);
     case BRENU_REPORT_SVG:
-      return brenu::Svg(brenu::ReportSketch(report, language).Drawing());
+      return sink(brenu::Svg(brenu::ReportSketch(report, language).Drawing()));
     case BRENU_REPORT_DXF:
-      return brenu::Dxf(brenu::ReportSketch(report, language).Drawing());
+      return sink(brenu::Dxf(brenu::ReportSketch(report, language).Drawing()));
     default:
-      return brenu::TextReport(report, language);
+      return brenu::WriteTextReport(report, language, sink);
   }
 }
 
@@ -40,9 +41,10 @@ const char* brenu_report(AdjustmentContext* context, std::int32_t form, std::int
         if (form < BRENU_REPORT_JSON || form > BRENU_REPORT_TEXT) return nullptr;
         const brenu::Report report =
             brenu::MakeReport(*context, title == nullptr ? "" : title, context->findings);
-        context->reportText = Render(
-            report, form,
-            language == BRENU_CHINESE ? brenu::Language::kChinese : brenu::Language::kEnglish);
+        const auto words =
+            language == BRENU_CHINESE ? brenu::Language::kChinese : brenu::Language::kEnglish;
+        context->reportText = brenu::WholeText(
+            [&](const brenu::TextSink& sink) { Render(report, form, words, sink); });
         return context->reportText.c_str();
       },
       context);

@@ -37,9 +37,12 @@ void AppendRecord(std::string& out, const CloseError& r) {
 }  // namespace
 
 Replaced WriteClosureReport(const std::vector<CloseError>& records, const FilePath& path) {
-  std::string out;
-  for (const CloseError& record : records) AppendRecord(out, record);
-  return ReplaceFile(path, out);
+  const ThreadTeam team;
+  return ReplaceFile(path, [&](const TextSink& sink) {
+    PassRows(records.size(), sink, [&](std::string& out, std::size_t begin, std::size_t end) {
+      for (std::size_t k = begin; k < end; ++k) AppendRecord(out, records[k]);
+    });
+  });
 }
 
 }  // namespace brenu

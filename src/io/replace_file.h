@@ -4,6 +4,7 @@
 #include <string_view>
 
 #include "io/file_path.h"
+#include "io/text_pieces.h"
 
 namespace brenu {
 
@@ -20,7 +21,10 @@ enum class Replaced : std::uint8_t {
 // permissions, its group and, as far as the system allows, its owner; a symbolic link keeps
 // pointing to it; another hard link keeps the old contents.  Where that cannot be done (a device, a
 // folder that takes no new file, a group that cannot be kept) the file is written in place, without
-// that promise.
-Replaced ReplaceFile(const FilePath& path, std::string_view text);
+// that promise once the whole text has been made.  The text may be asked for twice.
+Replaced ReplaceFile(const FilePath& path, const TextSource& text);
+inline Replaced ReplaceFile(const FilePath& path, std::string_view text) {
+  return ReplaceFile(path, [text](const TextSink& sink) { sink(text); });
+}
 
 }  // namespace brenu

@@ -85,8 +85,10 @@ class Sibling {
                          ::fchown(m_file.Get(), static_cast<uid_t>(-1), old.st_gid) == 0;
     return grouped && ::fchmod(m_file.Get(), old.st_mode & 07777) == 0;
   }
-  bool Write(std::string_view text) {
-    return WriteAll(m_file.Get(), text) && ::fsync(m_file.Get()) == 0;
+  bool Write(const TextSource& text) {
+    bool isWritten = true;
+    text([&](std::string_view piece) { isWritten = isWritten && WriteAll(m_file.Get(), piece); });
+    return isWritten && ::fsync(m_file.Get()) == 0;
   }
   // As a new file; false when there is one of the name already.
   bool Appear() { return Name(m_target) && m_file.Close(); }
@@ -133,6 +135,7 @@ class Sibling {
 
 Replaced Outcome(bool done) { return done ? Replaced::kDone : Replaced::kNotWritten; }
 
+// Nothing is touched before the whole text stands.
 Replaced WriteInPlace(Descriptor& file, bool isOrdinary, std::string_view text) {
   const bool emptied = !isOrdinary || ::ftruncate(file.Get(), 0) == 0;
   if (!emptied || !WriteAll(file.Get(), text)) return Replaced::kNotWritten;
@@ -151,7 +154,7 @@ bool IsForbidden(int error) {
 // Nothing where the file has to be written in place.  It has not when the disk is full: the old
 // contents must stay.
 std::optional<Replaced> WriteBeside(const FilePath& path, const struct stat& old,
-                                    std::string_view text) {
+                                    const TextSource& text) {
   std::string target = Resolve(path);
   if (target.empty()) return std::nullopt;
   Sibling sibling(std::move(target));
@@ -164,7 +167,7 @@ std::optional<Replaced> WriteBeside(const FilePath& path, const struct stat& old
 }
 
 // Nothing where the file has to be made before it is written.
-std::optional<Replaced> WriteNew(const FilePath& path, std::string_view text) {
+std::optional<Replaced> WriteNew(const FilePath& path, const TextSource& text) {
   Sibling file(path.native());
   if (!file.IsOpen() || !file.IsNameless()) return std::nullopt;
   if (!file.Write(text)) return Replaced::kNotWritten;
@@ -173,18 +176,19 @@ std::optional<Replaced> WriteNew(const FilePath& path, std::string_view text) {
 
 }  // namespace
 
-Replaced ReplaceFile(const FilePath& path, std::string_view text) {
+Replaced ReplaceFile(const FilePath& path, const TextSource& text) {
   Descriptor file(::open(path.c_str(), O_WRONLY | O_CLOEXEC));
   if (!file.IsOpen() && errno == ENOENT) {
     if (const auto created = WriteNew(path, text)) return *created;
+    const std::string whole = WholeText(text);
     Descriptor opened(::open(path.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0666));
-    return opened.IsOpen() ? WriteInPlace(opened, false, text) : Replaced::kNotOpened;
+    return opened.IsOpen() ? WriteInPlace(opened, false, whole) : Replaced::kNotOpened;
   }
   struct stat old {};
   if (!file.IsOpen() || ::fstat(file.Get(), &old) != 0) return Replaced::kNotOpened;
-  if (!S_ISREG(old.st_mode)) return WriteInPlace(file, false, text);
+  if (!S_ISREG(old.st_mode)) return WriteInPlace(file, false, WholeText(text));
   const std::optional<Replaced> replaced = WriteBeside(path, old, text);
-  return replaced ? *replaced : WriteInPlace(file, true, text);
+  return replaced ? *replaced : WriteInPlace(file, true, WholeText(text));
 }
 
 }  // namespace brenu

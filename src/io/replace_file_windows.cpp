@@ -29,18 +29,12 @@ class Handle {
     const HANDLE handle = std::exchange(m_handle, INVALID_HANDLE_VALUE);
     return handle == INVALID_HANDLE_VALUE || CloseHandle(handle) != 0;
   }
-  bool Write(std::string_view bytes) {
-    while (!bytes.empty()) {
-      constexpr std::size_t kMost = 1 << 28;
-      const auto size = static_cast<DWORD>(std::min(bytes.size(), kMost));
-      DWORD written = 0;
-      if (WriteFile(m_handle, bytes.data(), size, &written, nullptr) == 0 || written == 0) {
-        return false;
-      }
-      bytes.remove_prefix(written);
-    }
+  bool Write(const TextSource& text) {
+    bool isWritten = true;
+    text([&](std::string_view piece) { isWritten = isWritten && WriteLines(piece); });
     // Devices cannot be flushed to a disk.
-    return GetFileType(m_handle) != FILE_TYPE_DISK || FlushFileBuffers(m_handle) != 0;
+    return isWritten &&
+           (GetFileType(m_handle) != FILE_TYPE_DISK || FlushFileBuffers(m_handle) != 0);
   }
   // Whether the system removes the file when it is closed, by the end of the process, too.
   bool SetTemporary(bool isTemporary) {
@@ -50,19 +44,49 @@ class Handle {
   }
 
  private:
+  // Lines end as the platform ends them.
+  bool WriteLines(std::string_view text) {
+    std::string bytes;
+    bytes.reserve(text.size() + text.size() / 32);
+    for (const char c : text) {
+      if (c == '\n') bytes += '\r';
+      bytes += c;
+    }
+    return WriteBytes(bytes);
+  }
+  bool WriteBytes(std::string_view bytes) {
+    while (!bytes.empty()) {
+      constexpr std::size_t kMost = 1 << 28;
+      const auto size = static_cast<DWORD>(std::min(bytes.size(), kMost));
+      DWORD written = 0;
+      if (WriteFile(m_handle, bytes.data(), size, &written, nullptr) == 0 || written == 0) {
+        return false;
+      }
+      bytes.remove_prefix(written);
+    }
+    return true;
+  }
+
   HANDLE m_handle;
 };
 
-// Lines end as the platform ends them.
-std::string WithReturns(std::string_view text) {
-  std::string bytes;
-  bytes.reserve(text.size() + text.size() / 32);
-  for (const char c : text) {
-    if (c == '\n') bytes += '\r';
-    bytes += c;
+// Removes a file that is not to stay, should the system not have done so on closing it.
+class Removal {
+ public:
+  explicit Removal(const FilePath& path) : m_path(path) {}
+  ~Removal() {
+    if (m_isDue) DeleteFileW(m_path.c_str());
   }
-  return bytes;
-}
+  Removal(const Removal&) = delete;
+  Removal& operator=(const Removal&) = delete;
+
+  void Start() { m_isDue = true; }
+  void Stop() { m_isDue = false; }
+
+ private:
+  const FilePath& m_path;
+  bool m_isDue = false;
+};
 
 Replaced Outcome(bool done) { return done ? Replaced::kDone : Replaced::kNotWritten; }
 
@@ -74,31 +98,28 @@ bool IsOrdinary(DWORD attributes) {
 }
 
 // Nothing where no file can be made beside the old one.
-std::optional<Replaced> WriteBeside(const FilePath& path, std::string_view bytes) {
+std::optional<Replaced> WriteBeside(const FilePath& path, const TextSource& text) {
   FilePath beside = path;
   beside += L"." + std::to_wstring(GetCurrentProcessId()) + L"-" +
             std::to_wstring(GetCurrentThreadId()) + L".tmp";
+  Removal removal(beside);  // after the file has been closed
   Handle sibling(beside, GENERIC_WRITE | DELETE, CREATE_NEW);
   if (!sibling.IsOpen()) return std::nullopt;
+  removal.Start();
   sibling.SetTemporary(true);
-  if (!sibling.Write(bytes)) {
-    sibling.Close();
-    DeleteFileW(beside.c_str());  // where the system did not
-    return Replaced::kNotWritten;
-  }
+  if (!sibling.Write(text)) return Replaced::kNotWritten;
   sibling.SetTemporary(false);
   // ReplaceFileW keeps the attributes and the access rights of the old file.
   const bool done =
       sibling.Close() && ReplaceFileW(path.c_str(), beside.c_str(), nullptr,
                                       REPLACEFILE_IGNORE_MERGE_ERRORS, nullptr, nullptr) != 0;
-  if (!done) DeleteFileW(beside.c_str());
+  if (done) removal.Stop();
   return Outcome(done);
 }
 
 }  // namespace
 
-Replaced ReplaceFile(const FilePath& given, std::string_view text) {
-  const std::string bytes = WithReturns(text);
+Replaced ReplaceFile(const FilePath& given, const TextSource& text) {
   // Whole and with backslashes: Wine finds the folder of no other.
   std::error_code error;
   FilePath path = std::filesystem::absolute(given, error).make_preferred();
@@ -112,16 +133,19 @@ Replaced ReplaceFile(const FilePath& given, std::string_view text) {
     if (!file.IsOpen()) return Replaced::kNotOpened;
     if (isNew) {
       file.SetTemporary(true);
-      const bool written = file.Write(bytes);
+      const bool written = file.Write(text);
       if (written) file.SetTemporary(false);
       return Outcome(file.Close() && written);
     }
   }
   if (IsOrdinary(attributes)) {
-    if (const auto replaced = WriteBeside(path, bytes)) return *replaced;
+    if (const auto replaced = WriteBeside(path, text)) return *replaced;
   }
+  // Nothing is touched before the whole text stands.
+  const std::string whole = WholeText(text);
   Handle file(path, GENERIC_WRITE, IsOrdinary(attributes) ? TRUNCATE_EXISTING : OPEN_EXISTING);
-  return Outcome(file.IsOpen() && file.Write(bytes) && file.Close());
+  const auto pass = [&](const TextSink& sink) { sink(whole); };
+  return Outcome(file.IsOpen() && file.Write(pass) && file.Close());
 }
 
 }  // namespace brenu

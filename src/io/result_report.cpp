@@ -1,6 +1,5 @@
 #include "io/result_report.h"
 
-#include <algorithm>
 #include <cmath>
 #include <span>
 #include <string>
@@ -43,54 +42,44 @@ const char* Remark(bool removed) { return removed ? "  gross error" : ""; }
 
 class ReportWriter {
  public:
-  explicit ReportWriter(const AdjustmentContext& context)
-      : m_context(context), m_tables(MakeResultTables(context)) {}
+  ReportWriter(const AdjustmentContext& context, const TextSink& sink)
+      : m_context(context), m_tables(context), m_sink(sink) {}
 
-  bool IsComplete() const { return !m_tables.failedIn; }
-
-  std::string Write() {
-    constexpr std::size_t kRowLength = 80;  // of most rows; longer ones cost one move of the text
-    m_out.Text().reserve(RowCount(m_tables) * kRowLength);
-    const bool done = WriteTables();
-    if (done) WriteSummary();
-    return std::move(m_out.Text());
+  // False when the report had to stop before a row.
+  bool Write() {
+    if (!WriteTables()) return false;
+    WriteSummary();
+    Pass();
+    return true;
   }
 
  private:
-  // False when the report has to stop in this table.
-  template <typename Row, typename WriteCells>
-  bool Table(ResultTable table, const char* keyword, std::span<const Column> columns,
-             const std::vector<Row>& rows, WriteCells writeCells) {
-    const bool stops = m_tables.failedIn == table;
-    m_out.Begin(keyword, columns);
-    WriteRows(rows, writeCells);
-    if (!stops) m_out.End();
-    return !stops;
+  void Pass() {
+    m_sink(m_out.Text());
+    m_out.Text().clear();
   }
 
-  // Parts of the table are written side by side, some at a time: their texts wait to be appended.
+  // False when the report has to stop in this table.
   template <typename Row, typename WriteCells>
-  void WriteRows(const std::vector<Row>& rows, WriteCells writeCells) {
-    constexpr std::size_t kRows = 1024;
-    constexpr std::size_t kPartsAtATime = 32;
-    std::vector<std::string> texts(kPartsAtATime);
-    for (std::size_t from = 0; from < rows.size(); from += kPartsAtATime * kRows) {
-      const std::size_t count = std::min(rows.size() - from, kPartsAtATime * kRows);
-      ForEachPart(count, kRows, [&](std::size_t begin, std::size_t end) {
-        TableText out = m_out.ForRows();
-        for (std::size_t k = begin; k < end; ++k) writeCells(out, rows[from + k]);
-        texts[begin / kRows] = std::move(out.Text());
-      });
-      for (std::size_t part = 0; part * kRows < count; ++part) m_out.Text() += texts[part];
-    }
+  bool Table(const char* keyword, std::span<const Column> columns, const std::vector<Row>& rows,
+             WriteCells writeCells) {
+    m_out.Begin(keyword, columns);
+    Pass();
+    PassRows(rows.size(), m_sink, [&](std::string& text, std::size_t begin, std::size_t end) {
+      TableText out = m_out.ForRows(std::move(text));
+      for (std::size_t k = begin; k < end; ++k) writeCells(out, rows[k]);
+      text = std::move(out.Text());
+    });
+    if (!m_tables.HasFailed()) m_out.End();
+    return !m_tables.HasFailed();
   }
 
   // Tables of observations are left out when they have no rows.
   template <typename Row, typename WriteCells>
-  bool ObsTable(ResultTable table, const char* keyword, std::span<const Column> columns,
-                const std::vector<Row>& rows, WriteCells writeCells) {
-    if (rows.empty() && m_tables.failedIn != table) return true;
-    return Table(table, keyword, columns, rows, writeCells);
+  bool ObsTable(const char* keyword, std::span<const Column> columns, const std::vector<Row>& rows,
+                WriteCells writeCells) {
+    if (rows.empty() && !m_tables.HasFailed()) return true;
+    return Table(keyword, columns, rows, writeCells);
   }
 
   bool WriteTables() {
@@ -99,13 +88,13 @@ class ReportWriter {
     return WriteApproximate() && (!plane || WritePlane()) &&
            (!level || (WriteVertical() && WriteHeights())) &&
            (!plane || (WriteObservations() && WritePrecision())) &&
-           WritePoints(ResultTable::kStartPoint, "[STARTPOINT]", m_tables.start) &&
-           WritePoints(ResultTable::kControlPoint, "[CONTROLPOINT]", m_tables.control);
+           WritePoints("[STARTPOINT]", m_tables.Start()) &&
+           WritePoints("[CONTROLPOINT]", m_tables.Control());
   }
 
   bool WriteApproximate() {
-    return Table(ResultTable::kApproximate, "[APPROXIMATE]", kApproximateColumns,
-                 m_tables.approximate, [](TableText& out, const PointRow& r) {
+    return Table("[APPROXIMATE]", kApproximateColumns, m_tables.Approximate(),
+                 [](TableText& out, const PointRow& r) {
                    out.Cell(r.name);
                    for (const double v : {r.x, r.y, r.h}) out.Cell(v);
                    out.EndRow();
@@ -113,21 +102,20 @@ class ReportWriter {
   }
 
   bool WritePlane() {
-    return Table(ResultTable::kPlane, "[PLANE]", kPlaneColumns, m_tables.plane,
-                 [](TableText& out, const PlaneRow& r) {
-                   out.Cell(r.name);
-                   const PlaneResult& p = r.result;
-                   for (const double v : {p.x, p.y}) out.Cell(v);
-                   for (const double v : {p.mx, p.my, p.mp, p.e, p.f}) {
-                     out.Cell(v * kMillimetres);
-                   }
-                   out.Cell(p.t);
-                   out.EndRow();
-                 });
+    return Table("[PLANE]", kPlaneColumns, m_tables.Plane(), [](TableText& out, const PlaneRow& r) {
+      out.Cell(r.name);
+      const PlaneResult& p = r.result;
+      for (const double v : {p.x, p.y}) out.Cell(v);
+      for (const double v : {p.mx, p.my, p.mp, p.e, p.f}) {
+        out.Cell(v * kMillimetres);
+      }
+      out.Cell(p.t);
+      out.EndRow();
+    });
   }
 
   bool WriteVertical() {
-    return Table(ResultTable::kVertical, "[VERTICAL]", kVerticalColumns, m_tables.vertical,
+    return Table("[VERTICAL]", kVerticalColumns, m_tables.Vertical(),
                  [](TableText& out, const VerticalRow& r) {
                    out.Cell(r.name);
                    out.Cell(r.result.height);
@@ -143,7 +131,7 @@ class ReportWriter {
   }
 
   bool WriteHeights() {
-    return ObsTable(ResultTable::kHeight, "[HEIGHT]", kHeightColumns, m_tables.heights,
+    return ObsTable("[HEIGHT]", kHeightColumns, m_tables.Heights(),
                     [](TableText& out, const HeightRow& r) {
                       out.Cell(r.from);
                       out.Cell(r.to);
@@ -172,14 +160,13 @@ class ReportWriter {
     const auto length = [](TableText& out, const PlaneObsRow& r) {
       WriteObsRow(out, r, kMillimetres);
     };
-    return ObsTable(ResultTable::kDirection, "[DIRANGLE]", kAngleColumns, m_tables.directions,
-                    angle) &&
-           ObsTable(ResultTable::kLength, "[LENGTH]", kLengthColumns, m_tables.lengths, length) &&
-           ObsTable(ResultTable::kAzimuth, "[AZIMUTH]", kAngleColumns, m_tables.azimuths, angle);
+    return ObsTable("[DIRANGLE]", kAngleColumns, m_tables.Directions(), angle) &&
+           ObsTable("[LENGTH]", kLengthColumns, m_tables.Lengths(), length) &&
+           ObsTable("[AZIMUTH]", kAngleColumns, m_tables.Azimuths(), angle);
   }
 
   bool WritePrecision() {
-    return ObsTable(ResultTable::kPrecision, "[PRECISION]", kPrecisionColumns, m_tables.precision,
+    return ObsTable("[PRECISION]", kPrecisionColumns, m_tables.Precision(),
                     [](TableText& out, const PrecisionRow& r) {
                       out.Cell(r.from);
                       out.Cell(r.to);
@@ -192,8 +179,8 @@ class ReportWriter {
                     });
   }
 
-  bool WritePoints(ResultTable table, const char* keyword, const std::vector<PointRow>& rows) {
-    return Table(table, keyword, kPointColumns, rows, [](TableText& out, const PointRow& r) {
+  bool WritePoints(const char* keyword, const std::vector<PointRow>& rows) {
+    return Table(keyword, kPointColumns, rows, [](TableText& out, const PointRow& r) {
       out.Cell(r.name);
       for (const double v : {r.x, r.y, r.h}) out.Cell(v);
       out.Cell(r.type);
@@ -226,6 +213,7 @@ class ReportWriter {
 
   const AdjustmentContext& m_context;
   ResultTables m_tables;
+  const TextSink& m_sink;
   TableText m_out;
 };
 
@@ -233,9 +221,12 @@ class ReportWriter {
 
 Outcome WriteResultReport(const AdjustmentContext& context, const FilePath& path) {
   const ThreadTeam team;
-  ReportWriter writer(context);
-  if (ReplaceFile(path, writer.Write()) != Replaced::kDone) return Error(BRENU_FILE_NOT_WRITTEN);
-  if (!writer.IsComplete()) return Error(BRENU_REPORT_STOPS_SHORT);
+  bool isComplete = false;
+  const auto write = [&](const TextSink& sink) {
+    isComplete = ReportWriter(context, sink).Write();
+  };
+  if (ReplaceFile(path, write) != Replaced::kDone) return Error(BRENU_FILE_NOT_WRITTEN);
+  if (!isComplete) return Error(BRENU_REPORT_STOPS_SHORT);
   return {};
 }
 

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <string_view>
@@ -36,43 +35,48 @@ using HeightRow = NamedLine<HeightObsResult>;
 using PlaneObsRow = NamedLine<PlaneObsResult>;
 using PrecisionRow = NamedLine<LinePrecision>;
 
-// The tables of the result report, in its order.
-enum class ResultTable {
-  kApproximate,
-  kPlane,
-  kVertical,
-  kHeight,
-  kDirection,
-  kLength,
-  kAzimuth,
-  kPrecision,
-  kStartPoint,
-  kControlPoint
+// The results of the last computations as rows, looked up table by table when they are asked for:
+// points in ascending index, observations in the order of the store.  Names point into the store.
+class ResultTables {
+ public:
+  explicit ResultTables(const AdjustmentContext& context);
+
+  std::vector<PointRow> Approximate();
+  std::vector<PlaneRow> Plane();
+  std::vector<VerticalRow> Vertical();
+  std::vector<HeightRow> Heights();
+  std::vector<PlaneObsRow> Directions();
+  std::vector<PlaneObsRow> Lengths();
+  std::vector<PlaneObsRow> Azimuths();
+  std::vector<PrecisionRow> Precision();  // pairs of plane control points have none
+  std::vector<PointRow> Start();          // as entered
+  std::vector<PointRow> Control();        // with adjusted values where there are any
+
+  // Whether a row's result could not be had: its table ended before that row.
+  bool HasFailed() const { return m_hasFailed; }
+
+ private:
+  // A stored pair.
+  struct Line {
+    std::string_view from, to;
+    const ObsData* obs;
+  };
+
+  template <typename Row, typename Item, typename MakeRow>
+  std::vector<Row> Collect(const std::vector<Item>& items, MakeRow makeRow);
+  template <typename Row, typename MakeRow>
+  std::vector<Row> Points(MakeRow makeRow);
+  template <typename Row, typename LookUp>
+  std::vector<Row> Lines(bool (*has)(const ObsData&), LookUp lookUp);
+  bool IsLeftOut(std::string_view name) const;
+  std::optional<PointRow> ApproximateOf(const PointData& p) const;
+  std::optional<PointRow> ControlOf(const PointData& p) const;
+
+  const AdjustmentContext& m_context;
+  std::vector<const PointData*> m_points;  // ascending by index
+  std::vector<Line> m_lines;               // in the order of the store
+  bool m_hasFailed = false;
 };
-
-// The results of the last computations as rows: points in ascending index, observations in the
-// order of the store.  Tables of networks that the last build did not include are empty.  Names
-// point into the store.
-struct ResultTables {
-  std::vector<PointRow> approximate;
-  std::vector<PlaneRow> plane;
-  std::vector<VerticalRow> vertical;
-  std::vector<HeightRow> heights;
-  std::vector<PlaneObsRow> directions;
-  std::vector<PlaneObsRow> lengths;
-  std::vector<PlaneObsRow> azimuths;
-  std::vector<PrecisionRow> precision;  // pairs of plane control points have none
-  std::vector<PointRow> start;          // as entered
-  std::vector<PointRow> control;        // with adjusted values where there are any
-  // The table in which a row's result could not be had: it ends before that row, and those after it
-  // are empty.
-  std::optional<ResultTable> failedIn;
-};
-
-ResultTables MakeResultTables(const AdjustmentContext& context);
-
-// Of all tables together.
-std::size_t RowCount(const ResultTables& tables);
 
 // Whether the report has a part on heights: with distances only the levelling network is built but
 // not computed.

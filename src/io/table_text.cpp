@@ -10,7 +10,8 @@ void TableText::Rule() {
 }
 
 void TableText::Begin(std::string_view keyword, std::span<const Column> columns) {
-  if (!m_text.empty()) m_text += '\n';
+  if (!m_isFirst) m_text += '\n';
+  m_isFirst = false;
   m_text += keyword;
   m_text += '\n';
   Rule();

@@ -5,6 +5,7 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <utility>
 
 namespace brenu {
 
@@ -28,14 +29,15 @@ class TableText {
   void EndRow(std::string_view remark = {});
   void End();
 
-  // A writer of rows of the same table, whose text is to be appended to this one.
-  TableText ForRows() const {
+  // A writer of rows of the same table, which are appended to the text.
+  TableText ForRows(std::string text) const {
     TableText rows;
     rows.m_columns = m_columns;
+    rows.m_text = std::move(text);
     return rows;
   }
 
-  // What has been written; lines may be added to it between tables.
+  // What has been written; it may be taken away, and lines added to it between tables.
   std::string& Text() { return m_text; }
 
  private:
@@ -43,6 +45,7 @@ class TableText {
   void Rule();
 
   std::string m_text;
+  bool m_isFirst = true;  // no table has begun
   std::span<const Column> m_columns;
   std::size_t m_cell = 0;  // the column of the next cell
 };

@@ -38,22 +38,30 @@ void AppendCell(std::string& out, const Cell& cell) {
 }
 
 template <typename Row>
-void AddTable(std::vector<CsvFile>& files, const char* name, const std::vector<Row>& rows) {
-  if (rows.empty()) return;
-  std::string text;
+void WriteTable(const std::vector<Row>& rows, const TextSink& sink) {
+  const ThreadTeam team;
   const auto columns = ColumnsOf<Row>();
-  const auto line = [&](const auto& append) {
+  const auto line = [&](std::string& text, const auto& append) {
     for (const Column<Row>& column : columns) {
       if (&column != columns.data()) text += ',';
       append(column);
     }
     text += '\n';
   };
-  line([&](const Column<Row>& column) { text += column.key; });
-  for (const Row& row : rows) {
-    line([&](const Column<Row>& column) { AppendCell(text, column.cell(row)); });
-  }
-  files.push_back({name, std::move(text)});
+  std::string heading;
+  line(heading, [&](const Column<Row>& column) { heading += column.key; });
+  sink(heading);
+  PassRows(rows.size(), sink, [&](std::string& text, std::size_t begin, std::size_t end) {
+    for (std::size_t k = begin; k < end; ++k) {
+      line(text, [&](const Column<Row>& column) { AppendCell(text, column.cell(rows[k])); });
+    }
+  });
+}
+
+template <typename Row>
+void AddTable(std::vector<CsvFile>& files, const char* name, const std::vector<Row>& rows) {
+  if (rows.empty()) return;
+  files.push_back({name, [&rows](const TextSink& sink) { WriteTable(rows, sink); }});
 }
 
 }  // namespace

@@ -31,18 +31,21 @@ constexpr struct {
 
 class Page {
  public:
-  Page(const Report& report, Language language)
-      : m_report(report), m_language(language), m_sketch(report, language) {}
+  Page(const Report& report, Language language, const TextSink& sink)
+      : m_report(report), m_language(language), m_sink(sink), m_sketch(report, language) {}
 
-  std::string Make();
-  std::string MakeBody();
+  void Write();
+  void WriteBody();
 
  private:
   const char* In(const Words& words) const { return words.In(m_language); }
   void Text(std::string_view text) { AppendEscaped(m_out, text); }
   void Element(const char* name, std::string_view text);
+  void Pass() {
+    m_sink(m_out);
+    m_out.clear();
+  }
   void Head();
-  void Body();
   void Navigation();
   void VerdictPart();
   void Figures(const NetworkReport& network, const Words& title, const std::string& summary);
@@ -53,8 +56,9 @@ class Page {
 
   const Report& m_report;
   Language m_language;
+  const TextSink& m_sink;
   ReportSketch m_sketch;
-  std::string m_out;
+  std::string m_out;  // not yet passed on
 };
 
 void Page::Element(const char* name, std::string_view text) {
@@ -136,7 +140,7 @@ void Page::Figures(const NetworkReport& network, const Words& title, const std::
 }
 
 void Page::Networks() {
-  HtmlTables tables(m_out, m_sketch, m_language);
+  HtmlTables tables(m_sink, m_sketch, m_language);
   constexpr Words kPoints = {"Adjusted points", "平差结果"};
   constexpr Words kObservations = {"Observations, v = adjusted - observed",
                                    "观测值，v = 平差值 - 观测值"};
@@ -145,6 +149,7 @@ void Page::Networks() {
   if (m_report.plane) {
     const PlaneReport& plane = *m_report.plane;
     Figures(plane, {"Plane network", "平面网"}, PlaneSummary(m_report, m_language));
+    Pass();
     tables.Add("plane-taken-out", kTakenOut, plane.takenOut);
     tables.Add("plane-points", kPoints, plane.points);
     tables.Add("plane-observations", kObservations, plane.observations);
@@ -155,6 +160,7 @@ void Page::Networks() {
   if (m_report.heights) {
     const HeightsReport& heights = *m_report.heights;
     Figures(heights, {"Levelling network", "高程网"}, HeightsSummary(m_report, m_language));
+    Pass();
     tables.Add("heights-taken-out", kTakenOut, heights.takenOut);
     tables.Add("heights-points", kPoints, heights.points);
     tables.Add("heights-observations", kObservations, heights.observations);
@@ -164,6 +170,7 @@ void Page::Networks() {
   m_out += "<h2>";
   m_out += In({"Closures", "闭合差"});
   m_out += "</h2>\n";
+  Pass();
   tables.Add("closures", {"Lines, loops and traverses", "路线与导线"}, m_report.closures);
 }
 
@@ -207,7 +214,7 @@ void Page::FindingsPart() {
   m_out += "</ul>\n";
 }
 
-void Page::Body() {
+void Page::WriteBody() {
   m_out += "<div class=\"report\"";
   for (const auto& [name, words] : kScriptWords) {
     m_out += std::string(" data-") + name + "=\"" + In(words) + '"';
@@ -220,30 +227,28 @@ void Page::Body() {
   Parameters();
   FindingsPart();
   m_out += "</div>\n";
+  Pass();
 }
 
-std::string Page::Make() {
+void Page::Write() {
   Head();
-  Body();
+  WriteBody();
   m_out += "<script>\n";
   m_out += kPageScript;
   m_out += "enhanceReport(document.querySelector('.report'));\n</script>\n</body>\n</html>\n";
-  return std::move(m_out);
-}
-
-std::string Page::MakeBody() {
-  Body();
-  return std::move(m_out);
+  Pass();
 }
 
 }  // namespace
 
-std::string HtmlPage(const Report& report, Language language) {
-  return Page(report, language).Make();
+void WriteHtmlPage(const Report& report, Language language, const TextSink& sink) {
+  const ThreadTeam team;
+  Page(report, language, sink).Write();
 }
 
-std::string HtmlBody(const Report& report, Language language) {
-  return Page(report, language).MakeBody();
+void WriteHtmlBody(const Report& report, Language language, const TextSink& sink) {
+  const ThreadTeam team;
+  Page(report, language, sink).WriteBody();
 }
 
 }  // namespace brenu

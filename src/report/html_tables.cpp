@@ -1,5 +1,8 @@
 #include "report/html_tables.h"
 
+#include <algorithm>
+#include <string_view>
+
 #include "report/columns.h"
 #include "report/markup.h"
 #include "review/text.h"
@@ -13,97 +16,90 @@ constexpr std::size_t kFirstRows = 300;
 
 bool IsNumber(Shown shown) { return shown > Shown::kPass; }
 
-}  // namespace
-
-template <typename Row>
-void HtmlTables::Head() {
-  m_out += "<thead><tr>";
-  for (const Column<Row>& column : ColumnsOf<Row>()) {
-    m_out += IsNumber(column.shown) ? "<th scope=\"col\" class=\"n\">" : "<th scope=\"col\">";
-    AppendEscaped(m_out, column.heading.In(m_language));
-    m_out += "</th>";
-  }
-  m_out += "</tr></thead>\n<tbody>\n";
+std::string Tag(const char* data, std::int32_t number, const char* kind) {
+  std::string tag = std::string("<tr ") + data + "=\"" + std::to_string(number) + '"';
+  if (*kind != '\0') tag += std::string(" class=\"") + kind + '"';
+  return tag + '>';
 }
+
+}  // namespace
 
 template <typename Row>
 void HtmlTables::Add(const char* id, const Words& caption, const std::vector<Row>& rows) {
   if (rows.empty()) return;
   const std::string name = id;
-  m_out += "<section id=\"" + name + "\"><h3>";
-  AppendEscaped(m_out, caption.In(m_language));
-  m_out += " <small>" + std::to_string(rows.size()) + "</small></h3>\n<div class=\"wide\">";
-  m_out += "<table class=\"data\" id=\"table-" + name + "\">";
-  Head<Row>();
+  std::string out = "<section id=\"" + name + "\"><h3>";
+  AppendEscaped(out, caption.In(m_language));
+  out += " <small>" + std::to_string(rows.size()) + "</small></h3>\n<div class=\"wide\">";
+  m_sink(out + "<table class=\"data\" id=\"table-" + name + "\">");
   const std::size_t first = std::min(rows.size(), kFirstRows);
-  for (std::size_t i = 0; i < first; ++i) AddRow(rows[i]);
-  m_out += "</tbody></table></div>\n";
+  AddTable(rows, 0, first);
+  m_sink("</div>\n");
   if (first < rows.size()) {
-    m_out += "<noscript id=\"more-" + name + "\"><div class=\"wide\"><table class=\"data\">";
-    Head<Row>();
-    for (std::size_t i = first; i < rows.size(); ++i) AddRow(rows[i]);
-    m_out += "</tbody></table></div></noscript>\n";
+    m_sink("<noscript id=\"more-" + name + "\"><div class=\"wide\"><table class=\"data\">");
+    AddTable(rows, first, rows.size());
+    m_sink("</div></noscript>\n");
   }
-  m_out += "</section>\n";
+  m_sink("</section>\n");
+}
+
+// The heading and some of the rows.
+template <typename Row>
+void HtmlTables::AddTable(const std::vector<Row>& rows, std::size_t begin, std::size_t end) {
+  std::string head = "<thead><tr>";
+  for (const Column<Row>& column : ColumnsOf<Row>()) {
+    head += IsNumber(column.shown) ? "<th scope=\"col\" class=\"n\">" : "<th scope=\"col\">";
+    AppendEscaped(head, column.heading.In(m_language));
+    head += "</th>";
+  }
+  m_sink(head + "</tr></thead>\n<tbody>\n");
+  PassRows(end - begin, m_sink, [&](std::string& out, std::size_t from, std::size_t to) {
+    for (std::size_t k = from; k < to; ++k) AppendRow(out, rows[begin + k]);
+  });
+  m_sink("</tbody></table>");
 }
 
 template <typename Row>
-void HtmlTables::AddRow(const Row& row) {
-  OpenRow(row);
+void HtmlTables::AppendRow(std::string& out, const Row& row) const {
+  out += TagOf(row);
   for (const Column<Row>& column : ColumnsOf<Row>()) {
     if (column.shown == Shown::kNumber && std::string_view(column.key) == "redundancy") {
       // A bar as long as the redundancy number.
       const Cell cell = column.cell(row);
       const double* const number = std::get_if<double>(&cell);
-      m_out += "<td class=\"n bar\" style=\"--r:";
-      m_out += number == nullptr || !(*number >= 0.0) ? "0" : Fixed(*number, 3);
-      m_out += "\">";
+      out += "<td class=\"n bar\" style=\"--r:";
+      out += number == nullptr || !(*number >= 0.0) ? "0" : Fixed(*number, 3);
+      out += "\">";
     } else {
-      m_out += IsNumber(column.shown) ? "<td class=\"n\">" : "<td>";
+      out += IsNumber(column.shown) ? "<td class=\"n\">" : "<td>";
     }
     if (IsOfControl(column, row)) {
-      m_out += "-";
+      out += "-";
     } else {
-      AppendEscaped(m_out, TextOf(column, row, m_language));
+      AppendEscaped(out, TextOf(column, row, m_language));
     }
-    m_out += "</td>";
+    out += "</td>";
   }
-  m_out += "</tr>\n";
+  out += "</tr>\n";
 }
 
-template <typename Row>
-void HtmlTables::OpenRow(const Row&) {
-  m_out += "<tr>";
+std::string HtmlTables::PointTag(const std::string& name, const char* kind) const {
+  return Tag("data-p", m_sketch.PointOf(name), kind);
 }
 
-void HtmlTables::OpenPointRow(const std::string& name) {
-  const std::int32_t point = m_sketch.PointOf(name);
-  m_out += "<tr data-p=\"" + std::to_string(point) + "\">";
+std::string HtmlTables::LineTag(const std::string& from, const std::string& to,
+                                const char* kind) const {
+  return Tag("data-l", m_sketch.LineOf(from, to), kind);
 }
 
-void HtmlTables::OpenLineRow(const std::string& from, const std::string& to, const char* kind) {
-  m_out += "<tr data-l=\"" + std::to_string(m_sketch.LineOf(from, to)) + '"';
-  if (*kind != '\0') m_out += std::string(" class=\"") + kind + '"';
-  m_out += '>';
-}
-
-void HtmlTables::OpenRow(const ObservationRow& row) {
+std::string HtmlTables::TagOf(const ObservationRow& row) const {
   const bool isFlagged = row.exceeds || row.removed;
-  OpenLineRow(row.from, row.to,
-              isFlagged                         ? "flag"
-              : row.checked == Checked::kNot    ? "not"
-              : row.checked == Checked::kWeakly ? "weak"
-                                                : "");
+  return LineTag(row.from, row.to,
+                 isFlagged                         ? "flag"
+                 : row.checked == Checked::kNot    ? "not"
+                 : row.checked == Checked::kWeakly ? "weak"
+                                                   : "");
 }
-
-template <typename Row>
-void HtmlTables::OpenDifferenceRow(const Row& row) {
-  m_out += "<tr data-p=\"" + std::to_string(m_sketch.PointOf(row.name));
-  m_out += row.significant ? "\" class=\"flag\">" : "\">";
-}
-
-void HtmlTables::OpenRow(const PlaneDifferenceRow& row) { OpenDifferenceRow(row); }
-void HtmlTables::OpenRow(const HeightDifferenceRow& row) { OpenDifferenceRow(row); }
 
 template void HtmlTables::Add(const char*, const Words&, const std::vector<PlanePointRow>&);
 template void HtmlTables::Add(const char*, const Words&, const std::vector<HeightRow>&);

@@ -1,10 +1,14 @@
 #include "report/json.h"
 
+#include <algorithm>
+#include <cmath>
 #include <nlohmann/json.hpp>
 #include <string_view>
 #include <utility>
 #include <vector>
 
+#include "core/parallel.h"
+#include "core/text_number.h"
 #include "report/columns.h"
 #include "review/encoding.h"
 #include "review/sentence.h"
@@ -15,17 +19,58 @@ namespace {
 
 using Object = nlohmann::ordered_json;
 
-Object ValueOf(const Cell& cell) {
-  return std::visit([](const auto& value) -> Object { return value; }, cell);
+// Bytes that are no UTF-8 are names cut by a field.
+std::string TextOf(const Object& value) {
+  return value.dump(-1, ' ', false, Object::error_handler_t::replace);
+}
+
+void AppendText(std::string& out, std::string_view text) {
+  const bool isPlain = std::all_of(text.begin(), text.end(), [](char c) {
+    return c >= ' ' && c <= '~' && c != '"' && c != '\\';
+  });
+  if (!isPlain) {
+    out += TextOf(text);
+    return;
+  }
+  out += '"';
+  out += text;
+  out += '"';
+}
+
+void AppendCell(std::string& out, const Cell& cell) {
+  if (const auto* number = std::get_if<double>(&cell)) {
+    if (std::isfinite(*number)) {
+      AppendShortest(out, *number);
+    } else {
+      out += "null";
+    }
+  } else if (const auto* whole = std::get_if<std::int64_t>(&cell)) {
+    out += std::to_string(*whole);
+  } else if (const auto* flag = std::get_if<bool>(&cell)) {
+    out += *flag ? "true" : "false";
+  } else {
+    AppendText(out, std::get<std::string_view>(cell));
+  }
+}
+
+// The columns of a row, without the brackets around them.
+template <typename Row>
+void AppendColumns(std::string& out, const Row& row) {
+  const auto columns = ColumnsOf<Row>();
+  for (const Column<Row>& column : columns) {
+    if (&column != columns.data()) out += ',';
+    out += '"';
+    out += column.key;
+    out += "\":";
+    AppendCell(out, column.cell(row));
+  }
 }
 
 template <typename Row>
-Object ObjectOf(const Row& row) {
-  Object object;
-  for (const Column<Row>& column : ColumnsOf<Row>()) {
-    object[column.key] = ValueOf(column.cell(row));
-  }
-  return object;
+void AppendRow(std::string& out, const Row& row) {
+  out += '{';
+  AppendColumns(out, row);
+  out += '}';
 }
 
 Object ObjectOf(const Finding& finding, Language language = Language::kEnglish) {
@@ -40,32 +85,33 @@ Object ObjectOf(const Finding& finding, Language language = Language::kEnglish) 
           {"text", SentenceOf(finding, language)}};
 }
 
-Object ObjectOf(const TakenOutRow& row) {
-  Object object;
-  for (const Column<TakenOutRow>& column : ColumnsOf<TakenOutRow>()) {
-    object[column.key] = ValueOf(column.cell(row));
-  }
+void AppendRow(std::string& out, const Finding& finding) { out += TextOf(ObjectOf(finding)); }
+
+void AppendRow(std::string& out, const TakenOutRow& row) {
   Object alternatives = Object::array();
   for (const ObservationName& other : row.alternatives) {
     alternatives.push_back({{"kind", KeyOf(other.kind)}, {"from", other.from}, {"to", other.to}});
   }
-  object["alternatives"] = std::move(alternatives);
-  object["misreading"] =
-      row.misreading.code == BRENU_NOTHING ? Object(nullptr) : Object(SentenceOf(row.misreading));
-  return object;
+  const bool hasMisreading = row.misreading.code != BRENU_NOTHING;
+  out += '{';
+  AppendColumns(out, row);
+  out += ",\"alternatives\":" + TextOf(alternatives);
+  out += ",\"misreading\":";
+  out += hasMisreading ? TextOf(SentenceOf(row.misreading)) : "null";
+  out += '}';
 }
 
-// Written piece by piece: large networks have too many rows for one tree of objects.
 class Writer {
  public:
-  std::string Write(const Report& report);
+  explicit Writer(const TextSink& sink) : m_sink(sink) {}
+
+  void Write(const Report& report);
 
  private:
   void Key(const char* key);
   void Value(const char* key, const Object& value) {
     Key(key);
-    // Bytes that are no UTF-8 are names cut by a field.
-    m_text += value.dump(-1, ' ', false, Object::error_handler_t::replace);
+    m_text += TextOf(value);
   }
   template <typename Row>
   void Rows(const char* key, const std::vector<Row>& rows);
@@ -75,8 +121,13 @@ class Writer {
     m_isFirst = false;
   }
   void Network(const NetworkReport& network);
+  void Pass() {
+    m_sink(m_text);
+    m_text.clear();
+  }
 
-  std::string m_text = "{";
+  const TextSink& m_sink;
+  std::string m_text = "{";  // not yet passed on
   bool m_isFirst = true;
 };
 
@@ -97,12 +148,13 @@ template <typename Row>
 void Writer::Rows(const char* key, const std::vector<Row>& rows) {
   Key(key);
   m_text += "[";
-  bool isFirst = true;
-  for (const Row& row : rows) {
-    m_text += isFirst ? "\n" : ",\n";
-    isFirst = false;
-    m_text += ObjectOf(row).dump(-1, ' ', false, Object::error_handler_t::replace);
-  }
+  Pass();
+  PassRows(rows.size(), m_sink, [&](std::string& text, std::size_t begin, std::size_t end) {
+    for (std::size_t k = begin; k < end; ++k) {
+      text += k == 0 ? "\n" : ",\n";
+      AppendRow(text, rows[k]);
+    }
+  });
   m_text += "]";
 }
 
@@ -137,7 +189,7 @@ void Writer::Network(const NetworkReport& network) {
   Value("untested", network.untested);
 }
 
-std::string Writer::Write(const Report& report) {
+void Writer::Write(const Report& report) {
   Value("schema", kJsonSchema);
   Value("program", report.program);
   Value("file", report.file);
@@ -172,17 +224,20 @@ std::string Writer::Write(const Report& report) {
   }
   Rows("closures", report.closures);
   m_text += "\n}\n";
-  return std::move(m_text);
+  Pass();
 }
 
 }  // namespace
 
-std::string Json(const Report& report) { return Writer().Write(report); }
+void WriteJson(const Report& report, const TextSink& sink) {
+  const ThreadTeam team;
+  Writer(sink).Write(report);
+}
 
 std::string Json(const Findings& findings, Language language) {
   Object array = Object::array();
   for (const Finding& finding : findings) array.push_back(ObjectOf(finding, language));
-  return array.dump(-1, ' ', false, Object::error_handler_t::replace);
+  return TextOf(array);
 }
 
 }  // namespace brenu

@@ -2,6 +2,7 @@
 
 #include <string>
 
+#include "io/text_pieces.h"
 #include "report/report.h"
 #include "review/language.h"
 
@@ -9,7 +10,7 @@ namespace brenu {
 
 // The report for programs, as docs/json.md describes it: metres, decimal degrees, arc-seconds, null
 // for what there is not, all digits.
-std::string Json(const Report& report);
+void WriteJson(const Report& report, const TextSink& sink);
 
 // Findings as they stand in it, an array, with sentences in that language.
 std::string Json(const Findings& findings, Language language);

@@ -13,11 +13,16 @@ namespace {
 
 class TextWriter {
  public:
-  TextWriter(const Report& report, Language language) : m_report(report), m_language(language) {}
+  TextWriter(const Report& report, Language language, const TextSink& sink)
+      : m_report(report), m_language(language), m_sink(sink) {}
 
-  std::string Write();
+  void Write();
 
  private:
+  void Pass() {
+    m_sink(m_text);
+    m_text.clear();
+  }
   void Title(const Words& title) { m_text += std::string("\n") + title.In(m_language) + '\n'; }
   template <typename Row>
   void Table(const Words& title, const std::vector<Row>& rows);
@@ -25,7 +30,8 @@ class TextWriter {
 
   const Report& m_report;
   Language m_language;
-  std::string m_text;
+  const TextSink& m_sink;
+  std::string m_text;  // not yet passed on
 };
 
 template <typename Row>
@@ -33,29 +39,28 @@ void TextWriter::Table(const Words& title, const std::vector<Row>& rows) {
   if (rows.empty()) return;
   Title(title);
   std::string letters;
-  std::vector<std::string> cells;
+  Cells headings;
   for (const Column<Row>& column : ColumnsOf<Row>()) {
-    const bool isText = column.shown <= Shown::kPass;
-    letters += isText ? 'l' : 'r';
-    cells.emplace_back(column.heading.In(m_language));
+    letters += column.shown <= Shown::kPass ? 'l' : 'r';
+    headings.emplace_back(column.heading.In(m_language));
   }
-  TextTable table(letters);
-  table.AddRow(cells);
-  for (const Row& row : rows) {
-    cells.clear();
+  Pass();
+  PassTable(letters, rows.size() + 1, m_sink, [&](std::size_t k) {
+    if (k == 0) return headings;
+    const Row& row = rows[k - 1];
+    Cells cells;
     for (const Column<Row>& column : ColumnsOf<Row>()) {
       cells.push_back(IsOfControl(column, row) ? "-" : TextOf(column, row, m_language));
     }
-    table.AddRow(cells);
-  }
-  m_text += table.Text();
+    return cells;
+  });
 }
 
 void TextWriter::Scaling(const NetworkReport& network) {
   m_text += ScalingText(network, m_language) + '\n';
 }
 
-std::string TextWriter::Write() {
+void TextWriter::Write() {
   m_text = m_report.program + "  " + Printable(m_report.file) + "  " +
            RulesText(m_report.rules, m_language) + "\n\n";
   m_text += VerdictText(m_report.verdict, m_language);
@@ -90,7 +95,7 @@ std::string TextWriter::Write() {
                            (m_report.plane && !m_report.plane->takenOut.empty());
   if (hasTakenOut) m_text += '\n' + TakenOutTable(m_report, m_language);
   Table({"Closures", "闭合差"}, m_report.closures);
-  return std::move(m_text);
+  Pass();
 }
 
 }  // namespace
@@ -115,8 +120,9 @@ std::string ScalingText(const NetworkReport& network, Language language) {
          Words{", 5 % over all tests.", "（全部检验 5%）。"}.In(language);
 }
 
-std::string TextReport(const Report& report, Language language) {
-  return TextWriter(report, language).Write();
+void WriteTextReport(const Report& report, Language language, const TextSink& sink) {
+  const ThreadTeam team;
+  TextWriter(report, language, sink).Write();
 }
 
 }  // namespace brenu

@@ -2,13 +2,14 @@
 
 #include <string>
 
+#include "io/text_pieces.h"
 #include "report/report.h"
 #include "review/language.h"
 
 namespace brenu {
 
 // The report as text in UTF-8: verdict, findings, parameters and all tables.
-std::string TextReport(const Report& report, Language language);
+void WriteTextReport(const Report& report, Language language, const TextSink& sink);
 
 // Which rules the report follows.
 std::string RulesText(const Rules& rules, Language language);

@@ -1,7 +1,6 @@
 #include "report/text_table.h"
 
 #include <algorithm>
-#include <utility>
 
 namespace brenu {
 
@@ -21,25 +20,28 @@ std::size_t WidthOf(std::string_view text) {
 
 }  // namespace
 
-void TextTable::AddRow(std::vector<std::string> cells) {
+void AlignedColumns::MakeRoomFor(const Cells& cells) {
   for (std::size_t i = 0; i < cells.size(); ++i) {
     m_widths[i] = std::max(m_widths[i], WidthOf(cells[i]));
   }
-  m_rows.push_back(std::move(cells));
 }
 
-std::string TextTable::Text() const {
-  std::string text;
-  for (const auto& row : m_rows) {
-    for (std::size_t i = 0; i < row.size(); ++i) {
-      const std::string padding(m_widths[i] - WidthOf(row[i]), ' ');
-      text += "  ";
-      text += m_columns[i] == 'r' ? padding + row[i] : row[i] + padding;
-    }
-    text.erase(text.find_last_not_of(' ') + 1);
-    text += '\n';
+void AlignedColumns::MakeRoomFor(const AlignedColumns& other) {
+  for (std::size_t i = 0; i < m_widths.size(); ++i) {
+    m_widths[i] = std::max(m_widths[i], other.m_widths[i]);
   }
-  return text;
+}
+
+void AlignedColumns::AppendRow(std::string& text, const Cells& cells) const {
+  for (std::size_t i = 0; i < cells.size(); ++i) {
+    const std::size_t padding = m_widths[i] - WidthOf(cells[i]);
+    text += "  ";
+    if (m_letters[i] == 'r') text.append(padding, ' ');
+    text += cells[i];
+    if (m_letters[i] != 'r') text.append(padding, ' ');
+  }
+  text.erase(text.find_last_not_of(' ') + 1);
+  text += '\n';
 }
 
 }  // namespace brenu

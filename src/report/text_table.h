@@ -2,26 +2,69 @@
 
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
+#include "core/parallel.h"
+#include "io/text_pieces.h"
+
 namespace brenu {
+
+// As many texts as a table has columns; trailing ones may be left out.
+using Cells = std::vector<std::string>;
+
+// Columns as wide as their widest cell, two blanks apart; rows begin with two blanks and end
+// without any.
+class AlignedColumns {
+ public:
+  // One letter a column: 'l' aligns its cells to the left, 'r' to the right.
+  explicit AlignedColumns(std::string_view letters)
+      : m_letters(letters), m_widths(letters.size()) {}
+
+  void MakeRoomFor(const Cells& cells);
+  void MakeRoomFor(const AlignedColumns& other);
+  void AppendRow(std::string& text, const Cells& cells) const;
+
+ private:
+  std::string m_letters;
+  std::vector<std::size_t> m_widths;
+};
 
 // Rows of text in aligned columns.
 class TextTable {
  public:
-  // One letter a column: 'l' aligns its cells to the left, 'r' to the right.
-  explicit TextTable(std::string_view columns) : m_columns(columns), m_widths(columns.size()) {}
+  explicit TextTable(std::string_view letters) : m_columns(letters) {}
 
-  // As many cells as columns; trailing ones may be left out.
-  void AddRow(std::vector<std::string> cells);
-
-  // The columns stand two blanks apart, each row begins with two blanks and ends without any.
-  std::string Text() const;
+  void AddRow(Cells cells) {
+    m_columns.MakeRoomFor(cells);
+    m_rows.push_back(std::move(cells));
+  }
+  std::string Text() const {
+    std::string text;
+    for (const Cells& row : m_rows) m_columns.AppendRow(text, row);
+    return text;
+  }
 
  private:
-  std::string m_columns;
-  std::vector<std::size_t> m_widths;
-  std::vector<std::vector<std::string>> m_rows;
+  AlignedColumns m_columns;
+  std::vector<Cells> m_rows;
 };
+
+// Passes a table of `count` rows on that are too many to keep: makeRow(k) is asked twice for each,
+// by several threads.
+template <typename MakeRow>
+void PassTable(std::string_view letters, std::size_t count, const TextSink& sink,
+               MakeRow&& makeRow) {
+  constexpr std::size_t kRows = 4096;  // by one thread
+  std::vector<AlignedColumns> parts((count + kRows - 1) / kRows, AlignedColumns(letters));
+  ForEachPart(count, kRows, [&](std::size_t begin, std::size_t end) {
+    for (std::size_t k = begin; k < end; ++k) parts[begin / kRows].MakeRoomFor(makeRow(k));
+  });
+  AlignedColumns columns(letters);
+  for (const AlignedColumns& part : parts) columns.MakeRoomFor(part);
+  PassRows(count, sink, [&](std::string& text, std::size_t begin, std::size_t end) {
+    for (std::size_t k = begin; k < end; ++k) columns.AppendRow(text, makeRow(k));
+  });
+}
 
 }  // namespace brenu
