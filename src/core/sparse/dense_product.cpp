@@ -11,8 +11,8 @@ namespace {
 
 // Cache blocks: B is packed in kDepth x kColumns, A in kRows x kDepth.
 constexpr std::ptrdiff_t kDepth = 256;
-constexpr std::ptrdiff_t kRows = 10 * kTileRows;
-constexpr std::ptrdiff_t kColumns = 1024;
+constexpr std::ptrdiff_t kRows = 8 * kTileRows;
+constexpr std::ptrdiff_t kColumns = 170 * kTileColumns;
 
 constexpr std::ptrdiff_t RoundUp(std::ptrdiff_t n, std::ptrdiff_t unit) {
   return (n + unit - 1) / unit * unit;

@@ -33,6 +33,10 @@ class DenseProduct {
   void Add(const Operands& product, double* c, std::ptrdiff_t stride, Part part);
 
  private:
+  static MultiplyTile BestTile() {
+    static const MultiplyTile best = MultiplyTiles().back();
+    return best;
+  }
   // Of one worker.
   struct Buffers {
     std::vector<double> a;  // the packed block of A, tile row by tile row
@@ -41,7 +45,7 @@ class DenseProduct {
   void AddStrip(Buffers& buffers, const Operands& product, double* c, std::ptrdiff_t stride,
                 Part part) const;
 
-  MultiplyTile m_multiplyTile = BestMultiplyTile();
+  MultiplyTile m_multiplyTile = BestTile();
   std::vector<Buffers> m_buffers = std::vector<Buffers>(1);
 };
 

@@ -7,6 +7,7 @@
 #include "core/large_vector.h"
 #include "core/parallel.h"
 #include "core/sparse/dense_factor.h"
+#include "core/sparse/dense_tile.h"
 #include "core/sparse/subtrees.h"
 
 namespace brenu {
@@ -14,6 +15,27 @@ namespace brenu {
 namespace {
 
 std::size_t At(std::ptrdiff_t i) { return static_cast<std::size_t>(i); }
+
+// Of squares only the lower triangles are used, and what tiles of products along the diagonal
+// touch: the pages of the rest need never be there.
+std::ptrdiff_t FirstUsed(std::ptrdiff_t column) {
+  return std::max<std::ptrdiff_t>(0, column - kTileRows);
+}
+
+void ClearLower(double* square, std::ptrdiff_t size) {
+  for (std::ptrdiff_t j = 0; j < size; ++j) {
+    const std::ptrdiff_t first = FirstUsed(j);
+    std::fill_n(square + j * size + first, size - first, 0.0);
+  }
+}
+
+// To a place before it, which it may overlap, or elsewhere.
+void MoveLower(const double* square, std::ptrdiff_t size, double* to) {
+  for (std::ptrdiff_t j = 0; j < size; ++j) {
+    const std::ptrdiff_t at = j * size + FirstUsed(j);
+    std::copy(square + at, square + (j + 1) * size, to + at);
+  }
+}
 
 // What the columns eliminated so far subtract from the rows below a supernode is a dense square,
 // its update, which waits until the parent takes it up.
@@ -69,9 +91,10 @@ class Factorisation {
       for (const std::int32_t c : children) waiting -= UpdateSize(SupernodeOf(c));
 
       const std::size_t updateAt = stack.size();
-      stack.resize(updateAt + UpdateSize(s), 0.0);
+      stack.resize(updateAt + UpdateSize(s));
       double* const panel = m_elements.data() + s.firstElement;
       double* const update = stack.data() + updateAt;
+      ClearLower(update, s.rowCount);
       m_matrix.Fill(m_symbolic, At(k), panel, worker.rowOf);
       const double* childUpdate = stack.data() + waiting;
       for (const std::int32_t c : children) {
@@ -79,10 +102,13 @@ class Factorisation {
         childUpdate += UpdateSize(SupernodeOf(c));
       }
       if (!Factor(s, update, worker)) return false;
-      std::copy_n(update, UpdateSize(s), stack.data() + waiting);
+      MoveLower(update, s.rowCount, stack.data() + waiting);
       stack.resize(waiting + UpdateSize(s));
     }
-    m_waiting[At(range.end - 1)] = stack;
+    const Supernode& root = SupernodeOf(range.end - 1);
+    LargeVector<double>& waiting = m_waiting[At(range.end - 1)];
+    waiting.resize(UpdateSize(root));
+    MoveLower(stack.data(), root.rowCount, waiting.data());
     return true;
   }
 
@@ -90,7 +116,8 @@ class Factorisation {
   bool EliminateAbove(std::size_t k) {
     const Supernode& s = m_symbolic.Supernodes()[k];
     double* const panel = m_elements.data() + s.firstElement;
-    m_waiting[k].assign(UpdateSize(s), 0.0);
+    m_waiting[k].resize(UpdateSize(s));
+    ClearLower(m_waiting[k].data(), s.rowCount);
     m_matrix.Fill(m_symbolic, k, panel, m_workers[0].rowOf);
     for (const std::int32_t c : m_symbolic.Children(k)) {
       TakeUp(SupernodeOf(c), m_waiting[At(c)].data(), s, panel, m_waiting[k].data());
