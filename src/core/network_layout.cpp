@@ -5,37 +5,22 @@
 
 namespace brenu {
 
-namespace {
-
-NameTable CollectNames(std::span<const PointData> points, const ObservationMap& observations,
-                       bool (*accept)(const ObsData&)) {
+NetworkLayout::NetworkLayout(std::span<const PointData> points, std::int32_t controlCount,
+                             const ObservationMap& observations, bool (*accept)(const ObsData&))
+    : m_controlCount(controlCount) {
   std::vector<std::string_view> names;
   names.reserve(points.size());
   for (const PointData& point : points) names.push_back(NameOf(point));
-  std::sort(names.begin(), names.end());
-  // Names of stations and targets that are no points are rare: only those are added.
-  const std::size_t pointNames = names.size();
-  const auto add = [&](const std::string& name) {
-    const auto end = names.begin() + static_cast<std::ptrdiff_t>(pointNames);
-    if (!std::binary_search(names.begin(), end, std::string_view(name))) names.push_back(name);
-  };
-  for (const auto& [station, targets] : observations) {
-    bool used = false;
-    for (const auto& [target, obs] : targets) {
-      if (!accept(obs)) continue;
-      add(target);
-      used = true;
-    }
-    if (used) add(station);
+  m_names = NameTable(names);
+  // Names of stations and targets that are no points are rare: only they begin anew.
+  const std::vector<std::string_view> others = CollectSights(observations, accept);
+  if (!others.empty()) {
+    names.insert(names.end(), others.begin(), others.end());
+    m_names = NameTable(std::move(names));
+    CollectSights(observations, accept);
   }
-  return NameTable(std::move(names));
-}
+  IndexSightsByTarget();
 
-}  // namespace
-
-NetworkLayout::NetworkLayout(std::span<const PointData> points, std::int32_t controlCount,
-                             const ObservationMap& observations, bool (*accept)(const ObsData&))
-    : m_names(CollectNames(points, observations, accept)), m_controlCount(controlCount) {
   m_pointOfSlot.Assign(static_cast<std::size_t>(m_names.Count()), PointNo());
   m_slotOfPoint.Reserve(points.size());
   for (const PointData& point : points) {
@@ -43,32 +28,41 @@ NetworkLayout::NetworkLayout(std::span<const PointData> points, std::int32_t con
     if (m_pointOfSlot[slot].IsNone()) m_pointOfSlot[slot] = PointNo(PointCount());
     m_slotOfPoint.Add(slot);
   }
-  CollectSights(observations, accept);
-  IndexSightsByTarget();
 }
 
-void NetworkLayout::CollectSights(const ObservationMap& observations,
-                                  bool (*accept)(const ObsData&)) {
+// Gives the names that are missing among the slots; the sights are of use when there are none.
+std::vector<std::string_view> NetworkLayout::CollectSights(const ObservationMap& observations,
+                                                           bool (*accept)(const ObsData&)) {
+  std::vector<std::string_view> missing;
+  m_sights.Clear();
+  m_firstSight.Clear();
+  const Slot end(static_cast<std::size_t>(m_names.Count()) + 1);
   Slot next(0);  // the first slot of which it is not yet known where its sights begin
-  m_firstSight.Reserve(m_pointOfSlot.Size() + 1);
-  const auto beginUpTo = [&](Slot end) {
-    for (; next < end; ++next) m_firstSight.Add(SightNo(m_sights.Size()));
+  const auto beginUpTo = [&](Slot slot) {
+    for (; next < slot; ++next) m_firstSight.Add(SightNo(m_sights.Size()));
   };
   for (const auto& [name, targets] : observations) {
     const Slot station = m_names.Find(name);
-    if (station.IsNone()) continue;  // none of its sights is taken
-    beginUpTo(station);
-    m_firstSight.Add(SightNo(m_sights.Size()));
-    ++next;
-    for (const auto& [target, obs] : targets) {
-      if (accept(obs)) m_sights.Add({station, m_names.Find(target), obs});
+    if (!station.IsNone()) {
+      beginUpTo(station);
+      m_firstSight.Add(SightNo(m_sights.Size()));
+      ++next;
     }
+    const std::size_t before = m_sights.Size();
+    for (const auto& [target, obs] : targets) {
+      if (!accept(obs)) continue;
+      const Slot slot = m_names.Find(target);
+      if (slot.IsNone()) missing.push_back(target);
+      m_sights.Add({station, slot, obs});
+    }
+    if (station.IsNone() && m_sights.Size() > before) missing.push_back(name);
   }
-  beginUpTo(Slot(m_pointOfSlot.Size() + 1));
+  beginUpTo(end);
+  return missing;
 }
 
 void NetworkLayout::IndexSightsByTarget() {
-  std::vector<std::int32_t> next(m_pointOfSlot.Size() + 1, 0);
+  std::vector<std::int32_t> next(static_cast<std::size_t>(m_names.Count()) + 1, 0);
   for (const Sight& s : m_sights) ++next[s.target.Position() + 1];
   for (std::size_t i = 1; i < next.size(); ++i) next[i] += next[i - 1];
   m_firstToTarget = Table<Slot, std::int32_t>(next);

@@ -69,7 +69,8 @@ class NetworkLayout {
     ++slot;
     return m_firstSight[slot];
   }
-  void CollectSights(const ObservationMap& observations, bool (*accept)(const ObsData&));
+  std::vector<std::string_view> CollectSights(const ObservationMap& observations,
+                                              bool (*accept)(const ObsData&));
   void IndexSightsByTarget();
 
   NameTable m_names;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <memory>
 #include <string>
@@ -32,6 +33,15 @@ struct PlanePart {
   TraverseTable traverses;  // of the last closure errors or computation without orientation
 };
 
+using PairOfNames = std::pair<std::string, std::string>;
+
+// What the networks were made of: equal for networks that need not be made again.
+struct BuildInput {
+  std::shared_ptr<const std::byte> store;  // its state; null before the first build
+  AdjParam param = kDefaultParam;
+  std::vector<PairOfNames> askedPairs;
+};
+
 // The networks that a computation adjusted.
 struct AdjustedParts {
   bool heights = false;
@@ -48,10 +58,11 @@ struct AdjustmentContext {
   brenu::Rules rules;  // of the computations beyond the 61 functions, which are always classic
   brenu::Store store;
   // Points whose relative precision will be asked for, stored pairs apart, by name.
-  std::vector<std::pair<std::string, std::string>> askedPairs;
+  std::vector<brenu::PairOfNames> askedPairs;
   brenu::Store::PointMap
       originalPoints;  // as the last project file gave them; no function reads them
   std::int32_t netType = brenu::kNoControl;  // as of the last build or classification
+  brenu::BuildInput builtFrom;               // of the last build
   brenu::LevelPart level;
   brenu::PlanePart plane;
   brenu::AdjustedParts adjusted;        // by the last computation

@@ -49,9 +49,10 @@ class NameIndex {
   }
 
  private:
+  // Not said to be noexcept, so that hashes are kept beside the names.
   struct Hash {
     using is_transparent = void;
-    std::size_t operator()(std::string_view name) const noexcept {
+    std::size_t operator()(std::string_view name) const {
       return std::hash<std::string_view>{}(name);
     }
   };

@@ -1,5 +1,6 @@
 #include "job/network_build.h"
 
+#include <cstring>
 #include <memory>
 #include <utility>
 #include <vector>
@@ -33,23 +34,21 @@ std::shared_ptr<Net> Build(const AdjustmentContext& context, const Store::PointM
                                context.store.Observations(), context.param);
 }
 
-void BuildLevel(const AdjustmentContext& context, LevelPart& level) {
-  level.net = Build<LevelNet>(context, context.store.Points(), IsHeightControl);
-  level.heights.Clear();
-  level.heights.Reserve(level.net->points.Size());
-  for (const PointData& point : level.net->points) level.heights.Add(point.h);
-}
-
-void BuildPlane(const AdjustmentContext& context, PlanePart& plane) {
-  const auto net = Build<PlaneNet>(context, context.store.Points(), IsPlaneControl);
+std::shared_ptr<const PlaneNet> BuildPlane(const AdjustmentContext& context) {
+  auto net = Build<PlaneNet>(context, context.store.Points(), IsPlaneControl);
   const NameTable& names = net->layout.Names();
   for (const auto& [from, to] : context.askedPairs) {
     const Slot a = names.Find(from);
     const Slot b = names.Find(to);
     if (!a.IsNone() && !b.IsNone()) net->askedPairs.emplace_back(a, b);
   }
-  plane.net = net;
-  plane.points = PlacedPoints(plane.net);
+  return net;
+}
+
+bool IsSame(const BuildInput& a, const BuildInput& b) {
+  static_assert(sizeof(AdjParam) == 48, "no padding to compare");
+  return a.store == b.store && std::memcmp(&a.param, &b.param, sizeof(AdjParam)) == 0 &&
+         a.askedPairs == b.askedPairs;
 }
 
 }  // namespace
@@ -68,8 +67,21 @@ std::int32_t ClassifyNetwork(AdjustmentContext& context) {
 void BuildNetworks(AdjustmentContext& context) {
   const std::int32_t type = ClassifyNetwork(context);
   context.adjusted = {};
-  if (HasLevelling(type)) BuildLevel(context, context.level);
-  if (HasPlane(type)) BuildPlane(context, context.plane);
+  BuildInput input = {context.store.State(), context.param, context.askedPairs};
+  const bool isKnown = IsSame(input, context.builtFrom);
+  context.builtFrom = {};  // until all is built
+  if (HasLevelling(type)) {
+    LevelPart& level = context.level;
+    if (!isKnown) level.net = Build<LevelNet>(context, context.store.Points(), IsHeightControl);
+    level.heights.Clear();
+    level.heights.Reserve(level.net->points.Size());
+    for (const PointData& point : level.net->points) level.heights.Add(point.h);
+  }
+  if (HasPlane(type)) {
+    if (!isKnown) context.plane.net = BuildPlane(context);
+    context.plane.points = PlacedPoints(context.plane.net);
+  }
+  context.builtFrom = std::move(input);
 }
 
 std::shared_ptr<const PlaneNet> PlaneNetFreeing(const AdjustmentContext& context,

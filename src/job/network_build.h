@@ -11,8 +11,8 @@ namespace brenu {
 std::int32_t ClassifyNetwork(AdjustmentContext& context);
 
 // Classifies, then fills the levelling and the plane network from the store, as far as the type
-// includes them.  Every computation starts here, so that edits of the store take effect; nothing is
-// adjusted then.
+// includes them.  Every computation starts here, so that edits of the store take effect; networks
+// without any are kept.  Nothing is adjusted then.
 void BuildNetworks(AdjustmentContext& context);
 
 // The plane network as the store has it, but with the control point of that index as a new one.

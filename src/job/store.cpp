@@ -38,12 +38,19 @@ Outcome Store::AddPoint(std::int32_t index, const PointData& point) {
 }
 
 const PointData& Store::Insert(std::int32_t index, const PointData& point) {
+  Touch();
   PointMap added{{index, point}};
+  const auto place = static_cast<std::size_t>(index);
+  if (IsLow(index) && place >= m_lowPoints.size()) m_lowPoints.resize(place + 1);
   m_names.Add(NameOf(point), index);
-  return m_points.insert(added.extract(index)).position->second;  // takes no more memory
+  // Takes no more memory.
+  PointData& inserted = m_points.insert(added.extract(index)).position->second;
+  if (index >= 0 && place < m_lowPoints.size()) m_lowPoints[place] = &inserted;
+  return inserted;
 }
 
 Outcome Store::DeletePoint(std::int32_t index) {
+  Touch();
   auto place = m_points.find(index);
   if (place == m_points.end()) return WithIndex(BRENU_INDEX_UNKNOWN, index);
   const std::string name(NameOf(place->second));
@@ -55,11 +62,14 @@ Outcome Store::DeletePoint(std::int32_t index) {
     m_names.Move(NameOf(next->second), next->first, place->first);
     place->second = next->second;
   }
+  const auto last = static_cast<std::size_t>(place->first);
+  if (place->first >= 0 && last < m_lowPoints.size()) m_lowPoints[last] = nullptr;
   m_points.erase(place);
   return {};
 }
 
 Outcome Store::SetPoint(std::int32_t index, const PointData& point) {
+  Touch();
   const auto place = m_points.find(index);
   if (place == m_points.end()) return WithIndex(BRENU_INDEX_UNKNOWN, index);
   const std::string oldName(NameOf(place->second));
@@ -107,6 +117,9 @@ void Store::RenameInObservations(std::string_view from, std::vector<std::string>
 }
 
 const PointData* Store::FindPoint(std::int32_t index) const {
+  const bool isLow = index >= 0 && static_cast<std::size_t>(index) < m_lowPoints.size();
+  const PointData* const low = isLow ? m_lowPoints[static_cast<std::size_t>(index)] : nullptr;
+  if (low != nullptr) return low;
   const auto place = m_points.find(index);
   return place == m_points.end() ? nullptr : &place->second;
 }
@@ -140,6 +153,7 @@ ObsData* Store::FindObs(std::int32_t station, std::string_view target) {
 }
 
 Outcome Store::AddObs(std::int32_t station, std::string_view target, const ObsData& obs) {
+  Touch();
   const PointData* point = FindPoint(station);
   if (point == nullptr) return WithIndex(BRENU_INDEX_UNKNOWN, station);
   if (target == NameOf(*point)) return WithNames(BRENU_TARGET_IS_STATION, {target});
@@ -154,6 +168,7 @@ Outcome Store::AddObs(std::int32_t station, std::string_view target, const ObsDa
 }
 
 Outcome Store::SetObs(std::int32_t station, std::string_view target, const ObsData& obs) {
+  Touch();
   ObsData* stored = FindObs(station, target);
   if (stored == nullptr) return WithNames(BRENU_PAIR_UNKNOWN, {target});
   *stored = obs;
@@ -161,6 +176,7 @@ Outcome Store::SetObs(std::int32_t station, std::string_view target, const ObsDa
 }
 
 Outcome Store::DeleteObs(std::int32_t station, std::string_view target) {
+  Touch();
   const PointData* point = FindPoint(station);
   if (point == nullptr) return WithIndex(BRENU_INDEX_UNKNOWN, station);
   const auto entry = m_observations.find(NameOf(*point));

@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <map>
+#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -21,6 +22,16 @@ namespace brenu {
 class Store {
  public:
   using PointMap = std::map<std::int32_t, PointData>;  // by index
+
+  Store() = default;
+  Store(Store&&) = default;
+  Store& operator=(Store&&) = default;
+
+  // Stays the same until the next change, and differs from that of any other contents.
+  const std::shared_ptr<const std::byte>& State() {
+    if (m_state == nullptr) m_state = std::make_shared<std::byte>();
+    return m_state;
+  }
 
   const PointMap& Points() const { return m_points; }
   const ObservationMap& Observations() const { return m_observations; }
@@ -59,6 +70,11 @@ class Store {
   // The targets of a station; null when it is no point or has no entry.
   const TargetMap* TargetsOf(std::int32_t station) const;
   ObsData* FindObs(std::int32_t station, std::string_view target);
+  // Of an index that is not negative and not far beyond the number of points.
+  bool IsLow(std::int32_t index) const {
+    constexpr std::size_t kAtLeast = 1024;
+    return index >= 0 && static_cast<std::size_t>(index) < 2 * m_points.size() + kAtLeast;
+  }
   // Enters a point under an index that is not in use.
   const PointData& Insert(std::int32_t index, const PointData& point);
   // How often a name stands in the observations, as station or as target.
@@ -66,7 +82,14 @@ class Store {
   // Takes its memory beforehand: as many copies of the new name as the old one is counted.
   void RenameInObservations(std::string_view from, std::vector<std::string> to) noexcept;
 
+  // To be called by whatever may change the contents.
+  void Touch() noexcept { m_state.reset(); }
+
+  std::shared_ptr<const std::byte> m_state;  // null when nobody has asked since the last change
   PointMap m_points;
+  // Those of low indices by their index, to find them at once; null for none and for those that
+  // were out of its range when they were entered.
+  std::vector<PointData*> m_lowPoints;
   NameIndex m_names;  // of m_points
   ObservationMap m_observations;
   // Station index -> second target -> first target, of the pairs added at once.

@@ -74,14 +74,13 @@ void PlaneAdjustment::TakePlacedPoints(const Table<PointNo, Position>& positions
 // Every line with a distance or a reading gets the grid azimuth of its end points as direction.
 void PlaneAdjustment::DeriveDirections() {
   const NetworkLayout& net = m_net->layout;
-  m_obs.directions.clear();
-  m_obs.sets.clear();
+  m_obs.ForgetDirections();
   for (const SightNo k : net.Sights().Indices()) {
     const Sight& s = net.At(k);
     if (net.PointOf(s.station).IsNone() || net.PointOf(s.target).IsNone()) continue;
     if (!HasDistance(s.obs) && !HasDirection(s.obs)) continue;
     const double azimuth = DirectionCoefficients(s.station, s.target).value;
-    m_obs.directions.push_back({k, s.station, s.target, azimuth});
+    m_obs.AddDirection({k, s.station, s.target, azimuth});
   }
   m_directionsDerived = true;
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <vector>
 
@@ -29,7 +30,19 @@ struct ObservationTables {
   // All observations, or the distances alone.
   explicit ObservationTables(const NetworkLayout& layout, bool distancesOnly = false);
 
+  // Directions that stand in the place of those observed, in walk order and without sets.
+  void ForgetDirections();
+  void AddDirection(const PlaneObs& direction);
+
   bool HasDirectionInUse(const DirectionSet& set) const;
+  // What was observed at a sight; null when that kind was not.
+  const PlaneObs* FindDirection(SightNo sight) const {
+    return At(directions, sight, &Places::direction);
+  }
+  const PlaneObs* FindDistance(SightNo sight) const {
+    return At(distances, sight, &Places::distance);
+  }
+  const PlaneObs* FindAzimuth(SightNo sight) const { return At(azimuths, sight, &Places::azimuth); }
 
   std::vector<PlaneObs> directions;
   std::vector<PlaneObs> distances;
@@ -37,9 +50,22 @@ struct ObservationTables {
   std::vector<DirectionSet> sets;
   std::int32_t storedCount = 0;     // observations of all kinds in the layout
   std::int32_t storedSetCount = 0;  // stations with a direction in the layout
-};
 
-// The entry of a sight in one of the tables; null when it has none.
-const PlaneObs* FindObs(const std::vector<PlaneObs>& table, SightNo sight);
+ private:
+  // Where the observations of a sight stand in their tables; -1 for none.
+  struct Places {
+    std::int32_t direction = -1;
+    std::int32_t distance = -1;
+    std::int32_t azimuth = -1;
+  };
+  const PlaneObs* At(const std::vector<PlaneObs>& table, SightNo sight,
+                     std::int32_t Places::*kind) const {
+    if (!m_places.Has(sight)) return nullptr;
+    const std::int32_t place = m_places[sight].*kind;
+    return place < 0 ? nullptr : &table[static_cast<std::size_t>(place)];
+  }
+
+  Table<SightNo, Places> m_places;
+};
 
 }  // namespace brenu

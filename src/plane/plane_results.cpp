@@ -25,21 +25,21 @@ PlaneObsResult PlaneAdjustment::AngleResult(const PlaneObs& o, double observed) 
 
 std::optional<PlaneObsResult> PlaneAdjustment::ResultOfDirection(std::string_view station,
                                                                  std::string_view target) const {
-  const PlaneObs* o = FindObs(m_obs.directions, m_net->layout.FindSight(station, target));
+  const PlaneObs* o = m_obs.FindDirection(m_net->layout.FindSight(station, target));
   if (o == nullptr || o->leftOut) return std::nullopt;
   return AngleResult(*o, m_net->layout.At(o->sight).obs.direction);
 }
 
 std::optional<PlaneObsResult> PlaneAdjustment::ResultOfAzimuth(std::string_view station,
                                                                std::string_view target) const {
-  const PlaneObs* o = FindObs(m_obs.azimuths, m_net->layout.FindSight(station, target));
+  const PlaneObs* o = m_obs.FindAzimuth(m_net->layout.FindSight(station, target));
   if (o == nullptr || o->leftOut) return std::nullopt;
   return AngleResult(*o, m_net->layout.At(o->sight).obs.azimuth);
 }
 
 std::optional<PlaneObsResult> PlaneAdjustment::ResultOfDistance(std::string_view station,
                                                                 std::string_view target) const {
-  const PlaneObs* o = FindObs(m_obs.distances, m_net->layout.FindSight(station, target));
+  const PlaneObs* o = m_obs.FindDistance(m_net->layout.FindSight(station, target));
   if (o == nullptr || o->leftOut) return std::nullopt;
   return PlaneObsResult{o->observed, o->residual, o->observed + o->residual,
                         DistanceError(o->observed), !o->inUse};
