@@ -36,9 +36,11 @@ Outcome ComputeLevel(LevelPart& level, Compute compute) {
   return outcome;
 }
 
+// Goes on from approximate coordinates where they are all that has been computed of this network.
 template <typename Compute>
 Outcome ComputePlane(PlanePart& plane, Compute compute) {
-  if (Outcome begun = BeginPlane(plane); !begun.ok) return begun;
+  const bool isPlaced = &plane.results.Net() == plane.net.get() && plane.results.IsPlacedOnly();
+  if (Outcome begun = isPlaced ? Outcome() : BeginPlane(plane); !begun.ok) return begun;
   Outcome outcome = compute(plane.results);
   if (!plane.results.ApproximateCoordinates().IsEmpty()) {
     plane.points.SetPositions(plane.results.ApproximateCoordinates());
@@ -102,6 +104,8 @@ Outcome RunNonDirectionAdj(AdjustmentContext& context) {
   }
   if (context.netType == kNoControl) return MissingPart(context);
   if (!HasPlane(context.netType)) return Error(BRENU_FORMAT_NEEDS_PLANE);
+  // Traverses begin with the known points alone.
+  if (!context.plane.net->IsEmpty()) context.plane.results = {};
   return ComputePlane(context.plane, [&](PlaneAdjustment& plane) {
     return AdjustWithoutOrientation(plane, context.plane.traverses);
   });

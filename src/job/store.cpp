@@ -42,9 +42,10 @@ const PointData& Store::Insert(std::int32_t index, const PointData& point) {
   PointMap added{{index, point}};
   const auto place = static_cast<std::size_t>(index);
   if (IsLow(index) && place >= m_lowPoints.size()) m_lowPoints.resize(place + 1);
-  m_names.Add(NameOf(point), index);
+  m_names.MakeRoom();
   // Takes no more memory.
   PointData& inserted = m_points.insert(added.extract(index)).position->second;
+  m_names.Add(NameOf(inserted), index, inserted);
   if (index >= 0 && place < m_lowPoints.size()) m_lowPoints[place] = &inserted;
   return inserted;
 }
@@ -59,7 +60,7 @@ Outcome Store::DeletePoint(std::int32_t index) {
 
   m_names.Remove(name, index);
   for (auto next = std::next(place); next != m_points.end(); place = next++) {
-    m_names.Move(NameOf(next->second), next->first, place->first);
+    m_names.Move(NameOf(next->second), next->first, place->first, place->second);
     place->second = next->second;
   }
   const auto last = static_cast<std::size_t>(place->first);
@@ -81,11 +82,11 @@ Outcome Store::SetPoint(std::int32_t index, const PointData& point) {
   // All memory is taken before the first change.
   const bool isStation = m_observations.contains(newName);
   std::vector<std::string> copies(isStation ? 0 : CountInObservations(oldName), newName);
-  m_names.Expect(newName);
   Outcome outcome;
   if (isStation) outcome = WithNames(BRENU_NAME_IS_STATION, {newName});
   place->second = Terminated(point);
-  m_names.Rename(oldName, newName, index);
+  m_names.Remove(oldName, index);
+  m_names.Add(newName, index, place->second);
   RenameInObservations(oldName, std::move(copies));
   return outcome;
 }

@@ -24,8 +24,10 @@ PlaneAdjustment::PlaneAdjustment(std::shared_ptr<const PlaneNet> net,
       m_normal(mostPackedUnknowns) {}
 
 Outcome PlaneAdjustment::CalcApproxCoordinates() {
+  if (m_isPlacedOnly) return {};
   if (Outcome placed = PlaceByPasses(m_net->layout, m_coords); !placed.ok) return placed;
   KeepApproximateCoordinates();
+  m_isPlacedOnly = true;
   return {};
 }
 
@@ -48,6 +50,7 @@ void PlaneAdjustment::SetCoordinates(Slot slot, const Position& position) {
 Outcome PlaneAdjustment::Adjust() {
   const ThreadTeam team;
   if (Outcome reached = CalcApproxCoordinates(); !reached.ok) return reached;
+  m_isPlacedOnly = false;
   Outcome settled = IterateUntilSettled([this] { return BuildNormals(); },
                                         [this] {
                                           HoldKnownPoints();

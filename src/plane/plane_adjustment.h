@@ -52,6 +52,9 @@ class PlaneAdjustment {
 
   // Fails when a new point cannot be reached.
   Outcome CalcApproxCoordinates();
+  // Whether these coordinates are all that has been computed: a classic computation of the network
+  // may go on from them.
+  bool IsPlacedOnly() const { return m_isPlacedOnly; }
   // Least-squares adjustment of coordinates and orientation unknowns.
   Outcome Adjust();
   // The same with one Gauss-Newton step a round, taking out the observation with the largest test
@@ -202,6 +205,7 @@ class PlaneAdjustment {
   std::vector<ControlFit> m_controlFits;
   std::int32_t m_freed = -1;  // a coordinate of a control point that is an unknown for once
   Coordinates m_coords;       // working coordinates, then with precision
+  bool m_isPlacedOnly = false;
   Table<PointNo, Position> m_approximate;
   ObservationTables m_obs;  // with use flags and residuals
   NormalEquations m_normal;

@@ -77,6 +77,7 @@ PlaneObs* PlaneAdjustment::FindWorst(double critical) {
 Outcome PlaneAdjustment::DataSnooping(double alpha, const std::function<void(int)>& announceRound) {
   const ThreadTeam team;
   if (Outcome reached = CalcApproxCoordinates(); !reached.ok) return reached;
+  m_isPlacedOnly = false;
   const double critical = NormalQuantile(1.0 - alpha * 0.5);
   std::int32_t removed = 0;
   // Each round takes one observation out, so there are no more rounds than observations.

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <memory>
 
 #include "core/parallel.h"
 
@@ -45,33 +46,6 @@ MatrixView Shifted(const MatrixView& view, std::ptrdiff_t row, std::ptrdiff_t co
           view.columnStride};
 }
 
-void Enlarge(std::vector<double>& buffer, std::ptrdiff_t size) {
-  if (buffer.size() < static_cast<std::size_t>(size)) {
-    buffer.resize(static_cast<std::size_t>(size));
-  }
-}
-
-void PackA(const DenseProduct::Operands& product, std::ptrdiff_t row, std::ptrdiff_t rows,
-           std::ptrdiff_t p, std::ptrdiff_t depth, std::vector<double>& to) {
-  Enlarge(to, RoundUp(rows, kTileRows) * depth);
-  Pack<kTileRows>(Shifted(product.a, row, p), rows, depth, to.data());
-}
-
-void PackB(const DenseProduct::Operands& product, std::ptrdiff_t column, std::ptrdiff_t columns,
-           std::ptrdiff_t p, std::ptrdiff_t depth, std::vector<double>& to) {
-  const std::ptrdiff_t padded = RoundUp(columns, kTileColumns);
-  Enlarge(to, padded * depth);
-  Pack<kTileColumns>(Shifted(product.b, column, p), columns, depth, to.data());
-  if (product.scale == nullptr && product.sign == 1.0) return;
-  double* element = to.data();
-  for (std::ptrdiff_t panel = 0; panel < padded; panel += kTileColumns) {
-    for (std::ptrdiff_t k = 0; k < depth; ++k) {
-      const double factor = product.sign * (product.scale == nullptr ? 1.0 : product.scale[p + k]);
-      for (std::ptrdiff_t j = 0; j < kTileColumns; ++j) *element++ *= factor;
-    }
-  }
-}
-
 // Where strip k of `count` begins: columns with about the same number of elements, of a lower
 // triangle too.
 std::ptrdiff_t StripBegin(const DenseProduct::Operands& product, DenseProduct::Part part,
@@ -89,6 +63,39 @@ std::ptrdiff_t StripBegin(const DenseProduct::Operands& product, DenseProduct::P
 }
 
 }  // namespace
+
+double* DenseProduct::Buffer::Take(std::ptrdiff_t size) {
+  constexpr std::size_t kLine = 64;
+  const std::size_t needed = static_cast<std::size_t>(size) + kLine / sizeof(double);
+  if (m_memory.size() < needed) m_memory.resize(needed);
+  void* memory = m_memory.data();
+  std::size_t space = m_memory.size() * sizeof(double);
+  return static_cast<double*>(
+      std::align(kLine, static_cast<std::size_t>(size) * sizeof(double), memory, space));
+}
+
+double* DenseProduct::PackA(const Operands& product, std::ptrdiff_t row, std::ptrdiff_t rows,
+                            std::ptrdiff_t p, std::ptrdiff_t depth, Buffer& to) {
+  double* const packed = to.Take(RoundUp(rows, kTileRows) * depth);
+  Pack<kTileRows>(Shifted(product.a, row, p), rows, depth, packed);
+  return packed;
+}
+
+double* DenseProduct::PackB(const Operands& product, std::ptrdiff_t column, std::ptrdiff_t columns,
+                            std::ptrdiff_t p, std::ptrdiff_t depth, Buffer& to) {
+  const std::ptrdiff_t padded = RoundUp(columns, kTileColumns);
+  double* const packed = to.Take(padded * depth);
+  Pack<kTileColumns>(Shifted(product.b, column, p), columns, depth, packed);
+  if (product.scale == nullptr && product.sign == 1.0) return packed;
+  double* element = packed;
+  for (std::ptrdiff_t panel = 0; panel < padded; panel += kTileColumns) {
+    for (std::ptrdiff_t k = 0; k < depth; ++k) {
+      const double factor = product.sign * (product.scale == nullptr ? 1.0 : product.scale[p + k]);
+      for (std::ptrdiff_t j = 0; j < kTileColumns; ++j) *element++ *= factor;
+    }
+  }
+  return packed;
+}
 
 void DenseProduct::Add(const Operands& product, double* c, std::ptrdiff_t stride, Part part) {
   constexpr double kLeastWork = 2e6;  // multiplications that are worth a thread
@@ -135,16 +142,16 @@ void DenseProduct::AddStrip(Buffers& buffers, const Operands& product, double* c
     const std::ptrdiff_t columns = std::min(kColumns, product.columns - j0);
     for (std::ptrdiff_t p = 0; p < product.depth; p += kDepth) {
       const std::ptrdiff_t depth = std::min(kDepth, product.depth - p);
-      PackB(product, j0, columns, p, depth, buffers.b);
+      const double* const packedB = PackB(product, j0, columns, p, depth, buffers.b);
       const std::ptrdiff_t firstRow = part == Part::kLower ? j0 / kTileRows * kTileRows : 0;
       for (std::ptrdiff_t i0 = firstRow; i0 < product.rows; i0 += kRows) {
         const std::ptrdiff_t rows = std::min(kRows, product.rows - i0);
-        PackA(product, i0, rows, p, depth, buffers.a);
+        const double* const packedA = PackA(product, i0, rows, p, depth, buffers.a);
         for (std::ptrdiff_t j = 0; j < columns; j += kTileColumns) {
-          const double* b = buffers.b.data() + j * depth;
+          const double* b = packedB + j * depth;
           for (std::ptrdiff_t i = 0; i < rows; i += kTileRows) {
             if (part == Part::kLower && i0 + i + kTileRows <= j0 + j) continue;  // all above
-            const double* a = buffers.a.data() + i * depth;
+            const double* a = packedA + i * depth;
             double* target = c + (j0 + j) * stride + i0 + i;
             const std::ptrdiff_t height = std::min(kTileRows, rows - i);
             const std::ptrdiff_t width = std::min(kTileColumns, columns - j);

@@ -6,6 +6,7 @@
 #include "core/large_vector.h"
 #include "core/parallel.h"
 #include "core/sparse/dense_factor.h"
+#include "core/sparse/row_runs.h"
 #include "core/sparse/subtrees.h"
 
 namespace brenu {
@@ -43,6 +44,7 @@ class Inversion {
     LargeVector<double> z;         // Z_RJ, by columns
     LargeVector<double> work;
     DenseProduct product;
+    RowRuns runs;  // of the child that is served
   };
 
   // A supernode above the subtrees.
@@ -52,7 +54,7 @@ class Inversion {
     Invert(s, square.data(), m_workers[0]);
     for (const std::int32_t c : m_symbolic.Children(At(k))) {
       m_squares[At(c)].resize(SquareSize(SupernodeOf(c)));
-      CutOut(SupernodeOf(c), s, square.data(), m_squares[At(c)].data());
+      CutOut(SupernodeOf(c), s, square.data(), m_squares[At(c)].data(), m_workers[0].runs);
     }
     Release(square);
   }
@@ -68,7 +70,7 @@ class Inversion {
     for (std::int32_t k = range.end; k-- > range.first;) {
       const Supernode& s = SupernodeOf(k);
       Invert(s, stack.data() + (stack.size() - SquareSize(s)), worker);
-      ServeChildren(s, m_symbolic.Children(At(k)), stack);
+      ServeChildren(s, m_symbolic.Children(At(k)), stack, worker.runs);
     }
   }
 
@@ -119,25 +121,26 @@ class Inversion {
 
   // Puts the squares that the children need in the place of the supernode's own one.
   void ServeChildren(const Supernode& s, std::span<const std::int32_t> children,
-                     LargeVector<double>& stack) const {
+                     LargeVector<double>& stack, RowRuns& runs) const {
     const std::size_t ownAt = stack.size() - SquareSize(s);
     std::size_t childAt = stack.size();
     std::size_t needed = 0;
     for (const std::int32_t c : children) needed += SquareSize(SupernodeOf(c));
     stack.resize(childAt + needed);
     for (const std::int32_t c : children) {
-      CutOut(SupernodeOf(c), s, stack.data() + ownAt, stack.data() + childAt);
+      CutOut(SupernodeOf(c), s, stack.data() + ownAt, stack.data() + childAt, runs);
       childAt += SquareSize(SupernodeOf(c));
     }
     stack.erase(stack.begin() + static_cast<std::ptrdiff_t>(ownAt),
                 stack.begin() + static_cast<std::ptrdiff_t>(ownAt + SquareSize(s)));
   }
 
-  void CutOut(const Supernode& child, const Supernode& parent, const double* zBelow,
-              double* square) const {
+  void CutOut(const Supernode& child, const Supernode& parent, const double* zBelow, double* square,
+              RowRuns& runs) const {
     const double* const panel = m_elements.data() + parent.firstElement;
     const auto places = m_symbolic.RowsInParent(child);
     const std::size_t size = places.size();
+    runs.Find(places);
     ForEachPart(size, kBlock, [&](std::size_t first, std::size_t end) {
       for (std::size_t j = first; j < end; ++j) {
         const std::ptrdiff_t place = places[j];
@@ -147,9 +150,14 @@ class Inversion {
         const std::ptrdiff_t column = inPanel
                                           ? place * parent.Height()
                                           : (place - parent.width) * parent.rowCount - parent.width;
-        for (std::size_t i = j; i < size; ++i) {
-          square[j * size + i] = square[i * size + j] = source[column + places[i]];
-        }
+        runs.ForEachFrom(j, [&](std::size_t row, std::ptrdiff_t at, std::size_t count) {
+          std::copy_n(source + column + at, count, square + j * size + row);
+        });
+      }
+      // The upper triangle, some columns at a time so that they stay in the cache.
+      for (std::size_t i = first + 1; i < size; ++i) {
+        const std::size_t columns = std::min(end, i);
+        for (std::size_t j = first; j < columns; ++j) square[i * size + j] = square[j * size + i];
       }
     });
   }
