@@ -8,6 +8,7 @@
 #include <string>
 
 #include "bench/grid_network.h"
+#include "io/text_pieces.h"
 #include "level/level_adjustment.h"
 #include "level/level_closures.h"
 #include "plane/plane_adjustment.h"
@@ -100,6 +101,23 @@ TEST_F(Parallel, ExceptionsComeOutAndInnerCallsDoTheirWorkThemselves) {
   ForEachPart(1000, 16,
               [&](std::size_t begin, std::size_t end) { done += static_cast<int>(end - begin); });
   EXPECT_EQ(done, 1400);
+}
+
+// Beyond what is written at a time, and with an end inside of a part.
+TEST_F(Parallel, RowsOfATextStandInTheirOrder) {
+  constexpr std::size_t kRows = 70000;
+  std::string expected;
+  for (std::size_t k = 0; k < kRows; ++k) expected += std::to_string(k) + '\n';
+  for (const std::size_t threads : {1, 3}) {
+    SetThreadCount(threads);
+    const ThreadTeam team;
+    const std::string text = WholeText([](const TextSink& sink) {
+      PassRows(kRows, sink, [](std::string& out, std::size_t begin, std::size_t end) {
+        for (std::size_t k = begin; k < end; ++k) out += std::to_string(k) + '\n';
+      });
+    });
+    EXPECT_EQ(text == expected, true) << threads << " threads";
+  }
 }
 
 }  // namespace

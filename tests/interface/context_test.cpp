@@ -1,10 +1,14 @@
 // Parameters, null arguments, independence of contexts.
 #include <gtest/gtest.h>
 
+#include <cstddef>
+#include <iterator>
 #include <limits>
+#include <string>
 
 #include "support/job.h"
 #include "support/null_pointers.h"
+#include "support/plane_example.h"
 #include "support/temp_file.h"
 
 namespace brenu::testing {
@@ -90,6 +94,71 @@ TEST(NullPointers, AreRefusedByEveryFunction) {
   ExpectRefusesNull(false, OpenBrenuAdjustFile, Job(), file.Path());
   ExpectRefusesNull(false, LoadKorvelAdjustFile, Job(), TempFile().Path());
   EndAdjustment(nullptr);
+}
+
+// Each computation sees the points, observations and parameters of its time, whatever was computed
+// and edited before: as where it is the first.
+TEST(Computations, SeeEveryEdit) {
+  using Step = void (*)(const PlaneExample&);
+  constexpr Step kEdits[] = {
+      [](const PlaneExample&) {},
+      [](const PlaneExample& job) { job.PlantBlunders(); },
+      [](const PlaneExample& job) { SetAdjParam(job, Errors(2.5, 0.005, 5e-6, 1)); },
+      [](const PlaneExample& job) { SetAdjParam(job, Errors(5, 0.05)); },
+      [](const PlaneExample& job) { job.Change("C", 10, 2000.5, 1500); },
+      [](const PlaneExample& job) { job.Change("A", "P", kNothing); },
+      [](const PlaneExample& job) { DeletePoint(job, job.Index("Q")); },
+      [](const PlaneExample& job) { AddPoint(job, 77, MakePoint("R", 10, 5, 6)); },
+      [](const PlaneExample& job) { job.Change("P", 11, 1600, 1300, 102); }};
+  using Computation = bool (*)(const PlaneExample&);
+  constexpr Computation kComputations[] = {
+      [](const PlaneExample& job) { return ApproxCalc(job); },
+      [](const PlaneExample& job) { return LeastSquareAdj(job); },
+      [](const PlaneExample& job) { return NonDirectionAdj(job); },
+      [](const PlaneExample& job) { return DataSnooping(job, 2, 0.001, 0.001) == 1; },
+      [](const PlaneExample& job) { return DataSnooping(job, 3, 0.001, 0.001) == 1; }};
+  const auto results = [](const Job& job) {
+    std::string bytes;
+    for (std::int32_t i = 0; i < 6; ++i) {
+      PointData approximate{};
+      PlaneResult plane{};
+      VerticalResult height{};
+      if (GetApproxResult(job, i, &approximate)) bytes += Bytes(approximate);
+      if (GetPlaneResult(job, i, &plane)) bytes += Bytes(plane);
+      if (GetVerticalResult(job, i, &height)) bytes += Bytes(height);
+      for (const char* target : {"A", "B", "C", "P", "Q"}) {
+        ObsResult obs{};
+        if (GetDirAngleResult(job, i, target, &obs.residual, &obs.adjusted, &obs.apriori)) {
+          bytes += Bytes(obs);
+        }
+      }
+    }
+    return bytes;
+  };
+  int computed = 0;
+  for (std::size_t last = 0; last < std::size(kEdits); ++last) {
+    for (const Computation compute : kComputations) {
+      const PlaneExample first;
+      const PlaneExample editedBetween;
+      const PlaneExample placedBefore;
+      for (std::size_t i = 0; i <= last; ++i) {
+        kEdits[i](first);
+        if (i == last) ApproxCalc(editedBetween);
+        kEdits[i](editedBetween);
+        kEdits[i](placedBefore);
+      }
+      ApproxCalc(placedBefore);
+      const bool done = compute(first);
+      EXPECT_EQ(compute(editedBetween), done);
+      EXPECT_EQ(compute(placedBefore), done);
+      if (!done) continue;
+      ++computed;
+      const std::string expected = results(first);
+      EXPECT_TRUE(results(editedBetween) == expected && results(placedBefore) == expected)
+          << "after edit " << last;
+    }
+  }
+  EXPECT_GT(computed, 20);
 }
 
 }  // namespace

@@ -2,6 +2,9 @@
 #include <gtest/gtest.h>
 
 #include <cstring>
+#include <iterator>
+#include <map>
+#include <random>
 #include <string>
 
 #include "support/job.h"
@@ -140,6 +143,52 @@ TEST(Observations, AreAddedOverwrittenAndDeletedWhereThereIsAPlaceForThem) {
   EXPECT_EQ(GetObsDataCount(job, 0), 0);
   // The emptied station is still one: its name cannot be taken by renaming.
   EXPECT_EQ(SetPoint(job, 1, MakePoint("A")), -1);
+}
+
+// Names, indices and their order against a plain list, over thousands of edits; indices far apart,
+// and names that several points bear after a renaming.
+TEST(Points, AnyEditsLeaveThemWhereTheyBelong) {
+  const Job job;
+  std::map<int32_t, std::string> model;
+  std::mt19937 random;
+  const auto pick = [&](unsigned count) { return static_cast<int32_t>(random() % count); };
+  const auto nameOf = [](int32_t k) { return "point " + std::to_string(k); };
+  const auto firstOf = [&](const std::string& name) {
+    for (const auto& [index, other] : model) {
+      if (other == name) return index;
+    }
+    return -1;
+  };
+  int wrong = 0;
+  for (int step = 0; step < 6000; ++step) {
+    const int32_t index = pick(20) == 0 ? 1000000 + pick(5) : pick(400);
+    const std::string name = nameOf(pick(500));
+    const auto place = model.find(index);
+    switch (pick(5)) {
+      case 0:
+        DeletePoint(job, index);
+        if (place == model.end()) break;
+        for (auto next = std::next(place), to = place; next != model.end(); to = next++) {
+          to->second = next->second;
+        }
+        model.erase(std::prev(model.end()));
+        break;
+      case 1:
+        SetPoint(job, index, MakePoint(name));
+        if (place != model.end()) place->second = name;
+        break;
+      default:
+        AddPoint(job, index, MakePoint(name));
+        if (place == model.end() && firstOf(name) < 0) model[index] = name;
+    }
+    for (int k = 0; k < 5; ++k) {
+      const std::string asked = nameOf(pick(500));
+      wrong += job.Index(asked) == firstOf(asked) ? 0 : 1;
+    }
+  }
+  EXPECT_EQ(wrong, 0);
+  EXPECT_EQ(GetPointCount(job), model.size());
+  for (const auto& [index, name] : model) EXPECT_EQ(job.NameAt(index), name);
 }
 
 }  // namespace

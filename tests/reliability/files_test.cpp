@@ -9,10 +9,12 @@
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
+#include <new>
 #include <optional>
 #include <string>
 #include <tuple>
 
+#include "io/replace_file.h"
 #include "support/job.h"
 
 namespace {
@@ -105,6 +107,29 @@ TEST_F(Files, AFullDiskLeavesTheOldFile) {
     *fault = false;
   }
   EXPECT_EQ(SaveBrenuAdjustFile(m_job, "/dev/full"), 1);
+}
+
+// Memory may end while a report is made row by row.
+TEST_F(Files, ATextThatEndsTooSoonLeavesTheOldFile) {
+  fs::create_directory(Path("folder"));
+  const auto breaksOff = [](const TextSink& sink) {
+    sink("new");
+    throw std::bad_alloc();
+  };
+  for (const char* name : {"old", "never", "folder/never"}) {
+    EXPECT_THROW(ReplaceFile(Path(name), breaksOff), std::bad_alloc);
+  }
+  EXPECT_EQ(Text("old"), kOld);
+  fs::permissions(Path("old"), fs::perms(0666));
+  fs::permissions(m_folder, fs::perms(0555));  // where files are written in place
+  {
+    const AsOrdinaryUser user;
+    EXPECT_THROW(ReplaceFile(Path("old"), breaksOff), std::bad_alloc);
+  }
+  fs::permissions(m_folder, fs::perms(0777));
+  EXPECT_EQ(Text("old"), kOld);
+  EXPECT_EQ(FileCount(), 2);
+  EXPECT_TRUE(fs::is_empty(Path("folder")));
 }
 
 TEST_F(Files, RightsAndLinksAreKept) {
