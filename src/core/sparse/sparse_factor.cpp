@@ -14,6 +14,8 @@ namespace brenu {
 
 namespace {
 
+constexpr std::size_t kColumns = 128;  // of large squares, worth a thread
+
 std::size_t At(std::ptrdiff_t i) { return static_cast<std::size_t>(i); }
 
 // Of squares only the lower triangles are used, and what tiles of products along the diagonal
@@ -22,8 +24,8 @@ std::ptrdiff_t FirstUsed(std::ptrdiff_t column) {
   return std::max<std::ptrdiff_t>(0, column - kTileRows);
 }
 
-void ClearLower(double* square, std::ptrdiff_t size) {
-  for (std::ptrdiff_t j = 0; j < size; ++j) {
+void ClearLower(double* square, std::ptrdiff_t size, std::size_t begin, std::size_t end) {
+  for (auto j = static_cast<std::ptrdiff_t>(begin); j < static_cast<std::ptrdiff_t>(end); ++j) {
     const std::ptrdiff_t first = FirstUsed(j);
     std::fill_n(square + j * size + first, size - first, 0.0);
   }
@@ -94,7 +96,7 @@ class Factorisation {
       stack.resize(updateAt + UpdateSize(s));
       double* const panel = m_elements.data() + s.firstElement;
       double* const update = stack.data() + updateAt;
-      ClearLower(update, s.rowCount);
+      ClearLower(update, s.rowCount, 0, At(s.rowCount));
       m_matrix.Fill(m_symbolic, At(k), panel, worker.rowOf);
       const double* childUpdate = stack.data() + waiting;
       for (const std::int32_t c : children) {
@@ -117,7 +119,9 @@ class Factorisation {
     const Supernode& s = m_symbolic.Supernodes()[k];
     double* const panel = m_elements.data() + s.firstElement;
     m_waiting[k].resize(UpdateSize(s));
-    ClearLower(m_waiting[k].data(), s.rowCount);
+    ForEachPart(At(s.rowCount), kColumns, [&](std::size_t begin, std::size_t end) {
+      ClearLower(m_waiting[k].data(), s.rowCount, begin, end);
+    });
     m_matrix.Fill(m_symbolic, k, panel, m_workers[0].rowOf);
     for (const std::int32_t c : m_symbolic.Children(k)) {
       TakeUp(SupernodeOf(c), m_waiting[At(c)].data(), s, panel, m_waiting[k].data());
@@ -145,7 +149,6 @@ class Factorisation {
   // Adds the lower triangle of a child's update to the parent's columns and update.
   void TakeUp(const Supernode& child, const double* childUpdate, const Supernode& parent,
               double* panel, double* update) const {
-    constexpr std::size_t kColumns = 128;  // worth a thread
     const auto places = m_symbolic.RowsInParent(child);
     ForEachPart(places.size(), kColumns, [&](std::size_t first, std::size_t end) {
       for (std::size_t j = first; j < end; ++j) {

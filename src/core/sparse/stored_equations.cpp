@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <numeric>
 
+#include "core/parallel.h"
+
 namespace brenu {
 
 namespace {
@@ -74,7 +76,12 @@ void StoredEquations::Fill(const SymbolicFactor& symbolic, std::size_t supernode
                            std::vector<std::int32_t>& rowOf) const {
   const Supernode& s = symbolic.Supernodes()[supernode];
   const std::int32_t height = s.Height();
-  std::fill_n(panel, std::int64_t{s.width} * height, 0.0);
+  // Large panels are mostly touched for the first time: by all threads.
+  constexpr std::size_t kElements = 1 << 17;
+  const std::size_t size = At(s.width) * At(height);
+  ForEachPart(size, kElements, [panel](std::size_t begin, std::size_t end) {
+    std::fill(panel + begin, panel + end, 0.0);
+  });
   for (std::int32_t j = 0; j < s.width; ++j) {
     panel[std::int64_t{j} * (height + 1)] = m_diagonal[At(s.first + j)];
     rowOf[At(s.first + j)] = j;
