@@ -34,7 +34,8 @@ def processor():
                 flags = value if key.strip() == "flags" else flags
     except OSError:
         pass
-    return model, "avx2" in flags and "fma" in flags
+    # Operations a cycle: two multiply-adds of the widest registers.
+    return model, 32 if "avx512f" in flags else 16 if "avx2" in flags and "fma" in flags else 0
 
 
 def number(value, digits=3):
@@ -90,6 +91,9 @@ def marks(run):
         job("snooping by textbook rules, 100 000 points, 199 blunders",
             "PlaneSnoopingTextbook/100000", 2000),
         job("report of 100 000 points", "Files/100000", 40, "report"),
+        *([job("a million points", "OnDemandPlaneMillion/1000000", 2500),
+           row("the same, memory", run.get("OnDemandPlaneMillion/1000000", "MB"), 7000, "MB")]
+          if run.get("OnDemandPlaneMillion/1000000") else []),
     ])
 
 
@@ -115,10 +119,11 @@ def exponent(pairs):
 
 
 def figures(run):
-    model, wide = processor()
+    model, operations = processor()
     clock = run.get("Product", "GHz") or 0.0
     units = [row["unit"] for row in run.rows.values() if "unit" in row]
-    peak = f", where 16 operations a cycle make {clock * 16:.0f} GFlop/s" if wide else ""
+    peak = (f", where {operations} operations a cycle make {clock * operations:.0f} GFlop/s a core"
+            if operations else "")
     out = (f"Measured on {datetime.date.today()}, {run.cpus} cores: {model} at {clock:.1f} GHz"
            f"{peak}. P = {min(units):.4f} to {max(units):.4f} s, from benchmark to benchmark.\n\n")
     out += "### Marks\n\n" + marks(run)
