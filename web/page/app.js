@@ -117,16 +117,26 @@ class App {
 
   async store() {
     if (!this.hasJob) return;
-    this.isStored = await storage.save({ job: this.job, isUnsaved: this.isUnsaved, language, first: this.first });
+    this.isStored = await storage.save('present', { job: this.job, isUnsaved: this.isUnsaved, first: this.first });
+  }
+
+  // Language and colours, which hold without a job, too.
+  prefer() {
+    storage.save('preferences', { language, theme });
   }
 
   async restore() {
-    const state = await storage.load();
+    const preferences = await storage.load('preferences');
+    if (preferences !== undefined) {
+      ({ language } = preferences);
+      chooseTheme(preferences.theme);
+      this.build();
+    }
+    const state = await storage.load('present');
     if (state === undefined || this.hasJob) return;
     this.history = new History(state.job);
     this.saved = state.isUnsaved ? null : this.job;
     this.first = state.first ?? null;
-    if (state.language !== language) this.setLanguage();
     this.showAll();
     this.run();
   }
@@ -155,7 +165,7 @@ class App {
     if (message.opened !== undefined) this.takeOpened(message, job.job);
     if (message.adjusted !== undefined) this.takeAdjusted(message.adjusted);
     if (message.body !== undefined) {
-      this.result.take(message.body, message.further);
+      this.result.take(message.body, message.further, message.misfits);
       this.compare.take(message.compared);
     }
     if (message.failed !== undefined) this.tell(`${say('failed')}: ${message.failed}`);
@@ -214,9 +224,15 @@ class App {
 
   setLanguage() {
     language = language === 'en' ? 'zh' : 'en';
+    this.prefer();
     this.build();
     this.run();
-    this.storeSoon();
+  }
+
+  setTheme() {
+    chooseTheme(nextTheme());
+    this.prefer();
+    showTheme();
   }
 
   showAll() {
