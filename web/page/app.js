@@ -41,7 +41,7 @@ class App {
     this.compare = new CompareView(byId('panel-compare'), this);
     this.book = new BookBar(byId('book'), this);
     this.result ??= new ResultView(byId('panel-result'), this);
-    this.choose(this.tab ?? (window.matchMedia('(min-width: 75rem)').matches ? 'observations' : 'result'));
+    this.choose(this.tab ?? firstTab());
     this.showState();
   }
 
@@ -80,7 +80,11 @@ class App {
     this.suspects.clear();
     byId('verdict').replaceChildren();
     this.result.clear();
+    byId('notes').open = false;
+    if (!this.isReadable) this.choose(firstTab());
+    const goesOn = byId('start').contains(document.activeElement);
     this.showAll();
+    if (goesOn) byId(`tab-${this.tab}`).focus();
     this.storeSoon();
     this.run();
   }
@@ -226,6 +230,7 @@ class App {
     language = language === 'en' ? 'zh' : 'en';
     this.prefer();
     this.build();
+    byId('language').focus();
     this.run();
   }
 

@@ -47,6 +47,9 @@ function buildStart(app) {
 
 const tabNames = ['result', 'points', 'observations', 'parameters', 'text', 'compare'];
 
+// Where the result stands beside the tabs, it is none of them.
+const firstTab = () => (window.matchMedia('(min-width: 75rem)').matches ? 'observations' : 'result');
+
 function buildTabs(app) {
   const tabs = byId('tabs');
   tabs.setAttribute('aria-label', say('tabs'));

@@ -40,7 +40,10 @@ class ResultView {
     const finding = event.target.closest('li[data-source]');
     if (finding !== null) this.owner.goToLine(Number(finding.dataset.source));
     const row = event.target.closest('tr[data-l], tr[data-p]');
-    if (row !== null) this.offer(row);
+    if (row === null) return;
+    this.offer(row);
+    const byKey = event.detail === 0;
+    if (byKey) this.bar.querySelector('button')?.focus();
   }
 
   // What can be done with what the row is about.

@@ -23,6 +23,7 @@ class StepsForm {
 
   check(key, usual) {
     const box = make('input', { type: 'checkbox' });
+    box.dataset.step = key;
     box.addEventListener('change', () => this.set(key, box.checked === usual ? undefined : box.checked));
     this.fields.set(key, (value) => { box.checked = value ?? usual; });
     return make('label', {}, make('span', {}, say(key)), box);
@@ -43,16 +44,19 @@ class StepsForm {
   text(key, usual, { parse, isValid, textOf }) {
     const input = make('input', { placeholder: usual, inputMode: 'decimal', autocomplete: 'off' });
     input.dataset.step = key;
+    const textOfStep = (value) => (value === undefined ? '' : textOf(value));
+    let shown = '';  // stays below what is typed, be it wrong
     input.addEventListener('input', () => {
       const value = parse(input.value.trim());
       input.setAttribute('aria-invalid', !isValid(value));
-      if (isValid(value)) this.set(key, value);
+      if (!isValid(value)) return;
+      shown = textOfStep(value);
+      this.set(key, value);
     });
-    // What is being typed stays as it is.
     this.fields.set(key, (value) => {
-      const typed = parse(input.value.trim());
-      if (document.activeElement === input && (!isValid(typed) || JSON.stringify(typed) === JSON.stringify(value))) return;
-      input.value = value === undefined ? '' : textOf(value);
+      if (textOfStep(value) === shown) return;
+      shown = textOfStep(value);
+      input.value = shown;
       input.setAttribute('aria-invalid', false);
     });
     return make('label', {}, make('span', {}, say(key)), input);

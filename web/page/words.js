@@ -62,7 +62,7 @@ const wordsOf = {
     projectionScale: '投影比例', projectionEasting: '高斯投影：距中央子午线 (m)',
     misfits: '平差之前', colours: '颜色', themes: { system: '随系统', dark: '深色', light: '浅色' },
     title: '控制网平差', open: '打开', close: '关闭', save: '保存', undo: '撤销', redo: '重做',
-    example: '示例', language: 'English', languageName: '切换为英文', commands: '命令',
+    example: '示例', language: 'EN', languageName: '切换为英文', commands: '命令',
     drop: '将工程文件、测站文件或外业手簿拖到这里，或', choose: '选择文件',
     orExample: '或从示例开始：', private: '全部计算都在本页内完成，数据不离开本机。',
     result: '结果', points: '点', observations: '观测值', parameters: '参数', text: '文件',
