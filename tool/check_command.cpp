@@ -1,6 +1,5 @@
 #include "check_command.h"
 
-#include <cmath>
 #include <span>
 
 #include "report/text_table.h"
@@ -50,28 +49,20 @@ std::string AngleOrLength(ObsKind kind, double value) {
   return IsAngle(kind) ? DegreesMinutesSeconds(value) : Fixed(value, 4);
 }
 
-// The largest ones; of observations that fit, a few to show so.
 std::string MisfitTable(const char* title, const char* column, std::span<const Misfit> misfits) {
-  constexpr std::size_t kFew = 5;
-  constexpr std::size_t kMost = 30;
-  constexpr double kLarge = 3.0;
   if (misfits.empty()) return "";
-  std::size_t shown = 0;
-  while (shown < misfits.size() && shown < kMost &&
-         (shown < kFew || std::fabs(misfits[shown].ratio) > kLarge)) {
-    ++shown;
-  }
+  const std::span<const Misfit> shown = Foremost(misfits);
   TextTable table("lllrrlr");
   table.AddRow({"Kind", "From", "To", "Observed", column, "", "by sigma"});
-  for (const Misfit& m : misfits.first(shown)) {
+  for (const Misfit& m : shown) {
     const bool isAngle = IsAngle(m.kind);
     table.AddRow({WordsOf(m.kind).english, Printable(m.from), Printable(m.to),
                   AngleOrLength(m.kind, m.observed),
                   Fixed(m.difference * (isAngle ? 1.0 : 1000.0), 2), isAngle ? "\"" : "mm",
                   Fixed(m.ratio, 1)});
   }
-  std::string text = std::string("\n") + title + ", the largest " + std::to_string(shown) + " of " +
-                     std::to_string(misfits.size()) + '\n';
+  std::string text = std::string("\n") + title + ", the largest " + std::to_string(shown.size()) +
+                     " of " + std::to_string(misfits.size()) + '\n';
   return text + table.Text();
 }
 

@@ -51,7 +51,7 @@ void AddCorrections(CLI::App& command, ReductionOptions& steps) {
   option(
       "--atmosphere",
       [&steps](const auto& v) {
-        if (!steps.air) steps.air = AirCorrection{{}, {1013.25, 15.0, 0.0}, 0.85};
+        if (!steps.air) steps.air.emplace();
         steps.air->air = {v[0], v[1], v[2]};
         if (v.size() > 3) steps.air->wavelength = v[3];
       },
@@ -61,7 +61,7 @@ void AddCorrections(CLI::App& command, ReductionOptions& steps) {
   option(
       "--reference-air",
       [&steps](const auto& v) {
-        if (!steps.air) steps.air = AirCorrection{{1013.25, 15.0, 0.0}, {}, 0.85};
+        if (!steps.air) steps.air.emplace();
         steps.air->assumed = {v[0], v[1], v[2]};
       },
       3, "HPA,C,G", "the air that the instrument assumed (1013.25,15,0)");

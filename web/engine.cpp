@@ -5,10 +5,13 @@
 #include <exception>
 #include <nlohmann/json.hpp>
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "fieldbook/book_format.h"
+#include "import_options.h"
 #include "report/comparison.h"
 #include "report/csv.h"
 #include "report/dxf_sketch.h"
@@ -27,6 +30,7 @@
 #include "review/encoding.h"
 #include "review/field_import.h"
 #include "review/load.h"
+#include "review/misfits.h"
 #include "review/network_view.h"
 #include "review/rules_check.h"
 
@@ -41,7 +45,8 @@ EM_JS(void, Tell, (const char* stage, int round), {
 });
 
 std::optional<AdjustmentContext> g_context;
-Findings g_read;  // what reading and checking the data found
+Findings g_read;                              // what reading and checking the data found
+std::vector<Misfit> g_twoWay, g_approximate;  // the foremost ones before the last adjustment
 std::optional<Report> g_report, g_kept;
 Language g_language = Language::kEnglish;
 std::string g_answer;
@@ -131,8 +136,10 @@ struct Imported {
   bool hasBoth = false;
 };
 
-Imported Import(std::string_view text, std::string_view control, bool wantsHeights) {
-  const ImportOptions options;
+Imported Import(std::string_view text, const Object& reading) {
+  const ImportOptions options = ImportOptionsOf(reading.value("steps", Object::object()));
+  const std::string control = reading.value("control", "");
+  const bool wantsHeights = reading.value("part", "") == "heights";
   FieldImport import(options);
   Imported result;
   if (!control.empty()) result.outcome = AddControlText(control, import);
@@ -157,8 +164,7 @@ std::string Open(std::string_view text, const Object& options) {
   if (read.kind == FileKind::kUnknown && FormatOfBook(text) != BookFormat::kUnknown) {
     g_context.emplace();
     kind = "fieldbook";
-    Imported imported =
-        Import(text, options.value("control", ""), options.value("part", "") == "heights");
+    Imported imported = Import(text, options);
     read.outcome = std::move(imported.outcome);
     hasBoth = imported.hasBoth;
   }
@@ -192,12 +198,28 @@ Options OptionsOf(const Object& json) {
   return options;
 }
 
+std::vector<Misfit> ForemostOf(const std::vector<Misfit>& misfits) {
+  const std::span<const Misfit> foremost = Foremost(misfits);
+  return {foremost.begin(), foremost.end()};
+}
+
+// Closure errors, and how the observations fit; the adjustment will say what is the matter.
+void Close(AdjustmentContext& context) {
+  if (IsUnoriented(context)) return;
+  (void)PlaceAndClose(context);
+  g_twoWay = ForemostOf(TwoWayDifferences(context));
+  g_approximate = ForemostOf(ObservedMinusComputed(context));
+  if (IsOrdinary(context) && !context.rules.AreTextbook()) (void)ComputeClosures(context);
+}
+
 Outcome Run(const Options& options) {
   AdjustmentContext& context = *g_context;
   context.rules = options.rules;
-  if (options.isThorough && IsOrdinary(context)) {
+  g_twoWay.clear();
+  g_approximate.clear();
+  if (options.isThorough) {
     Tell("closures", 0);
-    (void)ComputeClosures(context);  // the adjustment will say what is the matter
+    Close(context);
   }
   Tell("adjusting", 0);
   Outcome outcome = Compute(context, options.snooping, [](int round) { Tell("snooping", round); });
@@ -266,6 +288,18 @@ std::string Traverses() {
   return html + "</pre>\n";
 }
 
+std::string Misfits() {
+  const ReportSketch sketch(*g_report, g_language);
+  return WholeText([&](const TextSink& sink) {
+    HtmlTables tables(sink, sketch, g_language);
+    tables.Add("there-and-back", {"There and back, the largest", "往返测较差，最大者"}, g_twoWay);
+    tables.Add("observed-minus-computed",
+               {"Observed minus computed from approximate values, the largest",
+                "观测值与近似值计算值之差，最大者"},
+               g_approximate);
+  });
+}
+
 std::string Output(std::string_view kind) {
   if (!g_report) return "";
   const auto whole = [](const auto& write) {
@@ -275,6 +309,7 @@ std::string Output(std::string_view kind) {
     const std::string body = whole(WriteHtmlBody);
     return IsUnoriented(*g_context) ? body + Traverses() : body;
   }
+  if (kind == "misfits") return Misfits();
   if (kind == "html") return whole(WriteHtmlPage);
   if (kind == "text") return whole(WriteTextReport);
   if (kind == "json") return WholeText([](const TextSink& sink) { WriteJson(*g_report, sink); });
@@ -306,7 +341,8 @@ EMSCRIPTEN_KEEPALIVE void engine_language(const char* language) {
 }
 
 // Reads and checks a file: {ok, kind, hasBoth, findings}.  Options of field books: {control, text
-// of known points; part, "heights" for those where the book `hasBoth`}.
+// of known points; part, "heights" for those where the book `hasBoth`; steps of the reduction by
+// the names of ReductionOptions, those of `air` and `assumed` by themselves, and stationCodes}.
 EMSCRIPTEN_KEEPALIVE const char* engine_open(const char* text, std::size_t size,
                                              const char* options) {
   return Guarded([=] { return Open({text, size}, Object::parse(options)); });
@@ -325,6 +361,8 @@ EMSCRIPTEN_KEEPALIVE const char* engine_adjust(const char* options) {
 }
 
 // A rendering of the last adjustment: "body" or "html" (the page), "json", "text", "svg", "dxf";
+// "misfits" are tables of how the observations fitted before it, there and back and by approximate
+// values;
 // "csv" gives the names of the tables, each of which is a rendering, too.  Empty for none.
 EMSCRIPTEN_KEEPALIVE const char* engine_output(const char* kind) {
   return Guarded([=] { return Output(kind); });

@@ -10,8 +10,9 @@ import sys
 HERE = pathlib.Path(__file__).resolve().parent
 ROOT = HERE.parent
 # In the order in which they stand in the page: each knows only those before it.
-SCRIPTS = ["words", "dom", "job", "history", "storage", "engine", "grid", "source", "parameters",
-           "compare", "outputs", "result", "book", "frame", "app"]
+SCRIPTS = ["words", "theme", "dom", "job", "history", "storage", "engine", "grid", "source", "parameters",
+           "compare", "outputs", "result", "steps", "book", "frame",
+           "app"]
 # What the page offers to start from, with the words for it.
 EXAMPLES = ["combined", "levelling", "triangulation", "trilateration", "closed-traverse",
             "connecting-traverse", "unoriented-traverse", "station-file", "blunders"]

@@ -7,9 +7,12 @@
 
 namespace brenu {
 
+// Dry air at sea level.
+constexpr HygrometerReading kStandardAir = {1013.25, 15.0, 0.0};
+
 // The air along the lines, and that which the instrument assumed.
 struct AirCorrection {
-  HygrometerReading air, assumed;
+  HygrometerReading air = kStandardAir, assumed = kStandardAir;
   double wavelength = 0.85;  // micrometres
 };
 

@@ -11,6 +11,7 @@
 #include "report/comparison.h"
 #include "report/report.h"
 #include "review/language.h"
+#include "review/misfits.h"
 
 namespace brenu {
 
@@ -65,6 +66,8 @@ template <>
 std::span<const Column<PlaneDifferenceRow>> ColumnsOf();
 template <>
 std::span<const Column<HeightDifferenceRow>> ColumnsOf();
+template <>
+std::span<const Column<Misfit>> ColumnsOf();
 
 // A cell for people; "-" for what there is not.
 std::string Text(const Cell& cell, Shown shown, bool isAngle, Language language);

@@ -111,5 +111,6 @@ template void HtmlTables::Add(const char*, const Words&, const std::vector<Relat
 template void HtmlTables::Add(const char*, const Words&, const std::vector<ClosureRow>&);
 template void HtmlTables::Add(const char*, const Words&, const std::vector<PlaneDifferenceRow>&);
 template void HtmlTables::Add(const char*, const Words&, const std::vector<HeightDifferenceRow>&);
+template void HtmlTables::Add(const char*, const Words&, const std::vector<Misfit>&);
 
 }  // namespace brenu

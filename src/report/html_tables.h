@@ -9,6 +9,7 @@
 #include "report/make_sketch.h"
 #include "report/report.h"
 #include "review/language.h"
+#include "review/misfits.h"
 
 namespace brenu {
 
@@ -37,6 +38,9 @@ class HtmlTables {
   std::string TagOf(const ObservationRow& row) const;
   std::string TagOf(const TakenOutRow& row) const { return LineTag(row.from, row.to, "flag"); }
   std::string TagOf(const RelativeEllipseRow& row) const { return LineTag(row.from, row.to, ""); }
+  std::string TagOf(const Misfit& row) const {
+    return LineTag(row.from, row.to, IsLarge(row) ? "flag" : "");
+  }
   std::string TagOf(const PlaneDifferenceRow& row) const { return DifferenceTag(row); }
   std::string TagOf(const HeightDifferenceRow& row) const { return DifferenceTag(row); }
   template <typename Row>

@@ -149,4 +149,16 @@ std::vector<Misfit> TwoWayDifferences(const AdjustmentContext& context) {
   return misfits;
 }
 
+bool IsLarge(const Misfit& misfit) { return std::fabs(misfit.ratio) > 3.0; }
+
+std::span<const Misfit> Foremost(std::span<const Misfit> misfits) {
+  constexpr std::size_t kFew = 5;
+  constexpr std::size_t kMost = 30;
+  std::size_t count = 0;
+  while (count < misfits.size() && count < kMost && (count < kFew || IsLarge(misfits[count]))) {
+    ++count;
+  }
+  return misfits.first(count);
+}
+
 }  // namespace brenu

@@ -2,6 +2,7 @@
 // observed from the other end.
 #pragma once
 
+#include <span>
 #include <string>
 #include <vector>
 
@@ -25,5 +26,12 @@ std::vector<Misfit> ObservedMinusComputed(const AdjustmentContext& context);
 
 // Differences of distances and height differences that were observed in both ways, likewise.
 std::vector<Misfit> TwoWayDifferences(const AdjustmentContext& context);
+
+// Beyond three standard errors.
+bool IsLarge(const Misfit& misfit);
+
+// What a person looks at: the first ones, as long as they are large; of observations that fit, a
+// few to show so.
+std::span<const Misfit> Foremost(std::span<const Misfit> misfits);
 
 }  // namespace brenu

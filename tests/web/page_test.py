@@ -179,8 +179,8 @@ class PageTest(unittest.TestCase):
         self.wait("the differences", "document.querySelector('#heights-differences tr.flag') !== null")
         self.assertIn(new, self.find("#heights-differences").text)
 
-    # A at X 200, Y 100, B due east of it, C 173.205 m south.
-    def test_field_book_is_reduced_with_known_points(self):
+    # A at X 200, Y 100, B due east of it, C 173.205 m south and 100 m higher.
+    def open_book(self):
         book = ("110001+0000000A 84..10+00100000 85..10+00200000 86..10+00010000 88..10+00001500\n"
                 "110002+0000000B 21.322+10000000 22.322+10000000 31..00+00100000 87..10+00001500\n"
                 "110003+0000000C 21.322+20000000 22.323+06000000 31..00+00200000 51....+0000+000\n")
@@ -195,9 +195,112 @@ class PageTest(unittest.TestCase):
             self.find("#control-chooser").send_keys(control.name)
             self.wait("the known point", "brenu.job.points.some((p) => p.name === 'B' && p.type === '10')")
         self.verdict()
+
+    def sight_of_c(self):
+        self.verdict()
+        return self.driver.execute_script("return brenu.job.observations.find((o) => o.to === 'C')")
+
+    def test_field_book_is_reduced_with_known_points(self):
+        self.open_book()
         points = {p["name"]: p for p in json.loads(self.saved("json", ".json"))["plane"]["points"]}
         self.assertAlmostEqual(200.0 - 173.2050808, points["C"]["x"], 4)
         self.assertAlmostEqual(100.0, points["C"]["y"], 4)
+
+    def test_steps_of_the_reduction_are_chosen(self):
+        self.open_book()
+        self.find("#steps summary").click()
+        step = {key: self.find(f"[data-step={key}]") for key in ("scale", "projectionScale", "wavelength", "pressure")}
+        step["scale"].send_keys("1000")
+        self.assertAlmostEqual(173.2050808 * 1.001, float(self.sight_of_c()["distance"]), 5)
+        step["projectionScale"].send_keys("0.5")
+        self.assertAlmostEqual(173.2050808 * 1.001 / 2, float(self.sight_of_c()["distance"]), 5)
+        # What cannot be is marked, stays and is not used.
+        step["wavelength"].send_keys("-1")
+        self.assertEqual("true", step["wavelength"].get_attribute("aria-invalid"))
+        self.type(step["scale"], Keys.DELETE)
+        self.type(step["projectionScale"], Keys.DELETE)
+        self.assertAlmostEqual(173.2050808, float(self.sight_of_c()["distance"]), 5)
+        self.assertEqual("-1", step["wavelength"].get_attribute("value"))
+        # Light is faster in air thinner than the instrument assumed: 0.28 ppm for each hPa.
+        step["pressure"].send_keys("1000")
+        self.assertAlmostEqual(13.25 * 0.28, (float(self.sight_of_c()["distance"]) / 173.2050808 - 1) * 1e6, 0)
+        # Heights: 200 m cos 60 deg, instrument and prism 1.5 m high.
+        box = self.find("#steps [data-step=trigonometricHeights]")
+        box.click()
+        self.wait("both parts", "!document.querySelector('[data-part=heights]').hidden")
+        self.verdict()
+        self.find("[data-part=heights]").click()
+        self.assertAlmostEqual(100.0, float(self.sight_of_c()["dh"]), 2)
+        self.find("#undo").click()
+        self.find("#undo").click()
+        self.verdict()
+        self.assertFalse(box.is_selected())
+        self.assertFalse(self.find("[data-part=heights]").is_displayed())
+
+    # There and back of 0.5 km each differ by 20 mm, with 1 mm for 1 km.
+    def test_misfits_before_the_adjustment(self):
+        self.driver.execute_script("brenu.open('lines.txt', arguments[0])",
+                                   "[PARAM]\nMO:2\nMS:0.005\nMR:0.000005\n\n[PT]\nA,01,,,100\nB,01,,,101\nP,00,,,\n\n"
+                                   "[OBS]\nA,B,,500,1.0,\nB,A,,500,-1.02,\nA,P,,500,0.5,\nP,B,,500,0.5,\n")
+        self.verdict()
+        self.wait("the table", "document.querySelector('#there-and-back tr.flag') !== null")
+        rows = self.driver.execute_script(
+            "return ['there-and-back', 'observed-minus-computed'].map((id) =>"
+            "[...document.getElementById(id).querySelectorAll('tbody tr')].map((r) => [...r.cells].map((c) => c.textContent)))")
+        self.assertEqual([["height difference", "A", "B", "1.0000", "-20.00", "-20.00"]], rows[0])
+        self.assertEqual(["height difference", "B", "A", "-1.0200", "-20.00"], rows[1][0][:5])
+        # By keys alone: the next row, then what can be done about it.
+        self.driver.execute_script("document.querySelector('#observed-minus-computed tbody tr').focus()")
+        keys = webdriver.ActionChains(self.driver)
+        keys.send_keys(Keys.ENTER, Keys.ENTER).perform()
+        self.verdict()
+        self.assertEqual(["dh"], self.driver.execute_script(
+            "return brenu.job.observations.find((o) => o.from === 'B' && o.to === 'A').out"))
+
+    def test_colours_and_language_hold_without_a_job(self):
+        paper = "return getComputedStyle(document.body).backgroundColor"
+        light = self.driver.execute_script(paper)
+        self.find("#theme").click()
+        dark = self.driver.execute_script(paper)
+        self.assertNotEqual(light, dark)
+        self.find("#language").click()
+        time.sleep(0.3)
+        self.driver.refresh()
+        self.wait("the language", "document.documentElement.lang === 'zh'")
+        self.assertEqual(dark, self.driver.execute_script(paper))
+        for _ in range(2):
+            self.find("#theme").click()
+            self.assertEqual(light, self.driver.execute_script(paper))
+
+    def test_focus_is_kept(self):
+        def focused():
+            return self.driver.execute_script("return document.activeElement.getAttribute('aria-label')")
+        self.find("[data-example=levelling]").send_keys(Keys.ENTER)
+        self.verdict()
+        self.assertEqual("tab", self.driver.switch_to.active_element.get_attribute("role"))
+        names = [tuple(o[end] for end in ("from", "to"))
+                 for o in self.driver.execute_script("return brenu.job.observations")]
+        self.field(*names[0], "dh")
+        self.find("#panel-observations tr:nth-child(2) [data-action=remove]").send_keys(Keys.ENTER)
+        self.assertEqual("Remove " + " ".join(names[2]), focused())
+        self.driver.switch_to.active_element.send_keys(Keys.CONTROL, "z")
+        self.assertEqual("Remove " + " ".join(names[1]), focused())
+        self.find("#language").send_keys(Keys.ENTER)
+        self.assertEqual("切换为英文", focused())
+
+    def test_file_after_a_bad_one_and_utf_16(self):
+        with tempfile.NamedTemporaryFile(suffix=".txt") as bad, tempfile.NamedTemporaryFile(suffix=".txt") as good:
+            bad.write(b"\0\1\2")
+            bad.flush()
+            good.write(self.driver.execute_script("return brenu.examples.trilateration").encode("utf-16"))
+            good.flush()
+            for file, tab in (bad, "text"), (good, "observations"):
+                self.find("#chooser").send_keys(file.name)
+                self.wait("the file", "brenu.job.name === arguments[0]", pathlib.Path(file.name).name)
+                verdict = self.verdict()
+                self.assertEqual(tab, self.driver.execute_script("return brenu.tab"))
+        self.assertTrue(verdict["passed"])
+        self.assertFalse(self.find("#notes").get_attribute("open"))
 
     def test_outputs(self):
         self.open("combined")

@@ -41,7 +41,7 @@ class App {
     this.compare = new CompareView(byId('panel-compare'), this);
     this.book = new BookBar(byId('book'), this);
     this.result ??= new ResultView(byId('panel-result'), this);
-    this.choose(this.tab ?? (window.matchMedia('(min-width: 75rem)').matches ? 'observations' : 'result'));
+    this.choose(this.tab ?? firstTab());
     this.showState();
   }
 
@@ -80,7 +80,11 @@ class App {
     this.suspects.clear();
     byId('verdict').replaceChildren();
     this.result.clear();
+    byId('notes').open = false;
+    if (!this.isReadable) this.choose(firstTab());
+    const goesOn = byId('start').contains(document.activeElement);
     this.showAll();
+    if (goesOn) byId(`tab-${this.tab}`).focus();
     this.storeSoon();
     this.run();
   }
@@ -117,16 +121,26 @@ class App {
 
   async store() {
     if (!this.hasJob) return;
-    this.isStored = await storage.save({ job: this.job, isUnsaved: this.isUnsaved, language, first: this.first });
+    this.isStored = await storage.save('present', { job: this.job, isUnsaved: this.isUnsaved, first: this.first });
+  }
+
+  // Language and colours, which hold without a job, too.
+  prefer() {
+    storage.save('preferences', { language, theme });
   }
 
   async restore() {
-    const state = await storage.load();
+    const preferences = await storage.load('preferences');
+    if (preferences !== undefined) {
+      ({ language } = preferences);
+      chooseTheme(preferences.theme);
+      this.build();
+    }
+    const state = await storage.load('present');
     if (state === undefined || this.hasJob) return;
     this.history = new History(state.job);
     this.saved = state.isUnsaved ? null : this.job;
     this.first = state.first ?? null;
-    if (state.language !== language) this.setLanguage();
     this.showAll();
     this.run();
   }
@@ -155,7 +169,7 @@ class App {
     if (message.opened !== undefined) this.takeOpened(message, job.job);
     if (message.adjusted !== undefined) this.takeAdjusted(message.adjusted);
     if (message.body !== undefined) {
-      this.result.take(message.body, message.further);
+      this.result.take(message.body, message.further, message.misfits);
       this.compare.take(message.compared);
     }
     if (message.failed !== undefined) this.tell(`${say('failed')}: ${message.failed}`);
@@ -214,9 +228,16 @@ class App {
 
   setLanguage() {
     language = language === 'en' ? 'zh' : 'en';
+    this.prefer();
     this.build();
+    byId('language').focus();
     this.run();
-    this.storeSoon();
+  }
+
+  setTheme() {
+    chooseTheme(nextTheme());
+    this.prefer();
+    showTheme();
   }
 
   showAll() {

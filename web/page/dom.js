@@ -40,9 +40,12 @@ function ask(question, answers) {
   });
 }
 
-// The text of a file, in UTF-8 or else in GBK.
+// The text of a file, in UTF-16 by its mark, in UTF-8, or else in GBK.
 async function textOfFile(file) {
   const bytes = await file.arrayBuffer();
+  const mark = new Uint8Array(bytes.slice(0, 2)).join();
+  if (mark === '255,254') return new TextDecoder('utf-16le').decode(bytes);
+  if (mark === '254,255') return new TextDecoder('utf-16be').decode(bytes);
   try {
     return new TextDecoder('utf-8', { fatal: true }).decode(bytes);
   } catch {

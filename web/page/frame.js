@@ -22,9 +22,18 @@ function buildCommands(app) {
     type: 'button', id: 'language', lang: language === 'en' ? 'zh' : 'en', title: say('languageName'),
     'aria-label': say('languageName'), onclick: () => app.setLanguage(),
   }, say('language'));
+  const colours = make('button', { type: 'button', id: 'theme', onclick: () => app.setTheme() });
   const commands = byId('commands');
   commands.setAttribute('aria-label', say('commands'));
-  commands.replaceChildren(open, example, app.undoButton, app.redoButton, app.outputs.element, other);
+  commands.replaceChildren(open, example, app.undoButton, app.redoButton, app.outputs.element, colours, other);
+  showTheme();
+}
+
+function showTheme() {
+  const button = byId('theme');
+  button.textContent = themeSigns[theme];
+  button.title = `${say('colours')}: ${say('themes')[theme]}`;
+  button.setAttribute('aria-label', button.title);
 }
 
 function buildStart(app) {
@@ -37,6 +46,9 @@ function buildStart(app) {
 }
 
 const tabNames = ['result', 'points', 'observations', 'parameters', 'text', 'compare'];
+
+// Where the result stands beside the tabs, it is none of them.
+const firstTab = () => (window.matchMedia('(min-width: 75rem)').matches ? 'observations' : 'result');
 
 function buildTabs(app) {
   const tabs = byId('tabs');

@@ -65,8 +65,18 @@ class Grid {
     this.unused = this.unusedKeys();
     this.whole.hidden = this.unused.length === 0;
     for (const [key, heading] of this.headings) heading.classList.toggle('unused', this.unused.includes(key));
+    const focused = this.focused();
     this.body.replaceChildren(...shown.map((number) => this.row(number)));
     this.mark();
+    if (focused !== null) this.body.querySelector(focused)?.focus();
+  }
+
+  // Selects what has the focus, in the row of the same number; null for nothing here.
+  focused() {
+    const active = document.activeElement;
+    if (!this.body.contains(active)) return null;
+    const data = Object.entries(active.dataset).map(([name, value]) => `[data-${name}="${value}"]`);
+    return `tr[data-row="${this.numberOf({ target: active })}"] ${data.join('')}`;
   }
 
   // Columns without a value.

@@ -3,7 +3,7 @@
 //   { name, source, parameters: {MO, ...}, points: [{name, type, x, y, h}],
 //     observations: [{from, to, direction, distance, dh, azimuth, out}], options, reading }
 // `source` is the text that the rows were read from, null after an edit of the rows; `reading` says how,
-// where it is a field book: {control, part}.  `out` lists the values of a pair that are left out.
+// where it is a field book: {control, part, steps}.  `out` lists the values of a pair that are left out.
 const parameterKeys = ['MO', 'MS', 'MR', 'Lvl1', 'Lvl2', 'Lvl1Limit', 'Lvl2Limit', 'Limit', 'format'];
 const pointKeys = ['name', 'type', 'x', 'y', 'h'];
 const valueKeys = ['direction', 'distance', 'dh', 'azimuth'];

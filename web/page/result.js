@@ -8,7 +8,7 @@ class ResultView {
     panel.addEventListener('click', (event) => this.click(event));
   }
 
-  take(html, further) {
+  take(html, further, misfits) {
     const began = performance.now();
     const { scrollTop } = this.panel;
     this.panel.innerHTML = html;
@@ -16,10 +16,18 @@ class ResultView {
     this.panel.append(this.bar);
     const report = this.panel.querySelector('.report');
     this.owner.reportWords = { ...report.dataset };
+    if (misfits !== '') this.addMisfits(report, misfits);
     this.kept = enhanceReport(report, this.kept, further);
     this.panel.scrollTop = scrollTop;
     const most = 1500;
     this.pause = Math.min(most, performance.now() - began);
+  }
+
+  // How the observations fitted before the adjustment.
+  addMisfits(report, misfits) {
+    report.append(make('h2', { id: 'misfits' }, say('misfits')));
+    report.insertAdjacentHTML('beforeend', misfits);
+    report.querySelector('nav')?.append(make('a', { href: '#misfits' }, say('misfits')));
   }
 
   clear() {
@@ -32,7 +40,10 @@ class ResultView {
     const finding = event.target.closest('li[data-source]');
     if (finding !== null) this.owner.goToLine(Number(finding.dataset.source));
     const row = event.target.closest('tr[data-l], tr[data-p]');
-    if (row !== null) this.offer(row);
+    if (row === null) return;
+    this.offer(row);
+    const byKey = event.detail === 0;
+    if (byKey) this.bar.querySelector('button')?.focus();
   }
 
   // What can be done with what the row is about.

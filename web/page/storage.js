@@ -19,18 +19,19 @@ const storage = {
     });
   },
 
-  // Whether it is kept: the page works without a database, too.
-  async save(state) {
+  // What is kept under the name, a job or what the user prefers.  Whether it is kept: the page works
+  // without a database, too.
+  async save(name, state) {
     try {
-      await this.request('readwrite', (store) => store.put(state, 'present'));
+      await this.request('readwrite', (store) => store.put(state, name));
     } catch {
       return false;
     }
     return true;
   },
-  async load() {
+  async load(name) {
     try {
-      return await this.request('readonly', (store) => store.get('present'));
+      return await this.request('readonly', (store) => store.get(name));
     } catch {
       return undefined;
     }

@@ -66,7 +66,7 @@ async function run(job) {
   postMessage({ id: job.id, adjusted: adjust(job.options) });
   if (await isOutdated(job.pause)) return;
   const compared = first === null ? '' : textOf(engine._engine_compare());
-  postMessage({ id: job.id, ...bodyParts(), compared: compared === '' ? null : JSON.parse(compared) });
+  postMessage({ id: job.id, ...bodyParts(), misfits: output('misfits'), compared: compared === '' ? null : JSON.parse(compared) });
 }
 
 // One job after the other; of those that wait only the newest.

@@ -28,6 +28,8 @@ function enhanceReport(root, kept = null, further = {}) {
     return made;
   }
 
+  const linkedRows = 'tr[data-p], tr[data-l]';
+
   class DataTable {
     constructor(section) {
       this.section = section;
@@ -140,6 +142,8 @@ function enhanceReport(root, kept = null, further = {}) {
       const first = this.page * pageSize;
       const last = Math.min(first + pageSize, this.kept.length);
       this.body.innerHTML = this.kept.slice(first, last).map((row) => row.html).join('');
+      const row = this.body.rows[0];
+      if (row?.matches(linkedRows)) row.tabIndex = 0;
       if (!this.place) return;
       this.place.textContent = this.kept.length === 0 ? '0' : `${first + 1}\u2013${last} / ${this.kept.length}`;
       this.back.disabled = first === 0;
@@ -192,12 +196,25 @@ function enhanceReport(root, kept = null, further = {}) {
   const tables = [...root.querySelectorAll('section:has(table.data)')].map((s) => new DataTable(s));
 
   root.addEventListener('click', (event) => {
-    const row = event.target.closest('tr[data-p], tr[data-l]');
+    const row = event.target.closest(linkedRows);
     if (row === null) return;
     if (row.dataset.p !== undefined) choosePoint(row.dataset.p);
     else chooseLine(row.dataset.l);
     const link = event.target.closest('td');
     if (link !== null && link.cellIndex <= 2) sketch?.scrollIntoView({ block: 'center' });
+  });
+
+  // Up and down go from row to row, Enter does what a click does.
+  root.addEventListener('keydown', (event) => {
+    const row = event.target;
+    if (!row.matches(linkedRows)) return;
+    const next = { ArrowDown: row.nextElementSibling, ArrowUp: row.previousElementSibling }[event.key];
+    if (event.key === 'Enter') row.click();
+    else if (next) {
+      next.tabIndex = -1;
+      next.focus();
+    } else return;
+    event.preventDefault();
   });
 
   function zoomable(svg) {
