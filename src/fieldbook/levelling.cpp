@@ -66,15 +66,17 @@ class LineWalk {
   void Connect(const LevelSetup& setup) {
     const NameNo back = setup.back.point;
     if (m_legs.empty()) {
-      const bool isInside = !back.IsNone() && !IsNamed(back) && !m_finished.empty();
-      if (isInside && Holds(m_finished, back)) ReopenLine();
+      const bool isInside = !back.IsNone() && !IsNamed(back) && Holds(m_finished, back);
+      const bool isLast = !m_finished.empty() && setup.fore && m_finished.back().back == back &&
+                          m_finished.back().fore == setup.fore->point;
+      if (isInside || isLast) ReopenLine();
     }
     if (m_legs.empty() || m_legs.back().fore == back) return;
     if (!Holds(m_legs, back)) return BreakOff(m_legs.back().fore);
-    const auto again = std::find_if(m_legs.begin(), m_legs.end(),
+    const auto again = std::find_if(m_legs.rbegin(), m_legs.rend(),
                                     [&](const Leg& leg) { return leg.back == back; });
     Tell(BRENU_LEVEL_SETUP_REPEATED, Severity::kWarning, again->line, {m_names[back]});
-    m_legs.erase(again, m_legs.end());
+    m_legs.erase(again.base() - 1, m_legs.end());
   }
 
   static bool Holds(const std::vector<Leg>& legs, NameNo back) {
