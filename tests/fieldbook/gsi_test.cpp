@@ -140,8 +140,8 @@ TEST(Gsi, LevelLines) {
               Reading("00000001", "335", "+00140000")});
   EXPECT_EQ(last.observations, "G,F,,80.000000,0.400000,\n");
   EXPECT_EQ(last.findings, "level-setup-repeated@8 1");
-  const std::string single = Reading("0000000G", "331", "+00100000") +
-                             Reading("0000000F", "332", "+00090000");
+  const std::string single =
+      Reading("0000000G", "331", "+00100000") + Reading("0000000F", "332", "+00090000");
   const Imported once =
       Import({"410001+?......1\n" + single + Reading("0000000G", "331", "+00100200") +
               Reading("0000000F", "332", "+00090000")});

@@ -70,7 +70,7 @@ constexpr SentenceEntry kSentences[] = {
      {"{1} is computed from other records and not used", "{1} 由其他记录算得，未使用"}},
     {BRENU_CANNOT_BE_KEPT,
      "cannot-be-kept",
-     {"{1} cannot be kept and is left out", "{1} 无法保存，已略去"}},
+     {"{1} cannot be kept; left out", "{1} 无法保存，已略去"}},
     {BRENU_SIGHT_WITHOUT_SETUP,
      "sight-without-setup",
      {"the sight to {1} stands under no station and is left out; add the station",
