@@ -185,12 +185,14 @@ typedef enum brenu_code {
   BRENU_LEVEL_DISTANCES_MISSING = 549,    /* names: from, to; values: readings without distance */
   /* Reduction. */
   BRENU_SETUP_WITHOUT_COMMON_TARGET = 550, /* names: station */
-  BRENU_SET_OUT_OF_SPREAD = 551, /* names: station, target; values: set, seconds from the mean */
-  BRENU_FACES_DIFFER = 552,      /* names: station, target; values: set, collimation, seconds */
+  BRENU_SET_OUT_OF_SPREAD = 551,    /* names: station, target; values: set, seconds from the mean */
+  BRENU_FACES_DIFFER = 552,         /* names: station, target; values: set, collimation, seconds */
+  BRENU_SLOPE_WITHOUT_ZENITH = 553, /* names: station, target */
   BRENU_ECCENTRIC_WITHOUT_DISTANCE = 554,    /* names: station, target */
   BRENU_HEIGHTS_OF_INSTRUMENT_MISSING = 555, /* names: station, target; values: how many more */
   BRENU_DISTANCE_OUT_OF_SPREAD = 556,        /* names: station, target; values: set, metres off */
   BRENU_LEVEL_BALANCE = 557, /* names: from, to; values: back minus fore distances, metres */
+  BRENU_DIRECTION_ALONE_IN_SET = 558, /* names: station */
   /* Into a project. */
   BRENU_CONTROL_CONFLICT = 560, /* names: point; values: metres between the two places */
   BRENU_IMPORT_WITHOUT_CONTROL = 561,

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <utility>
 
+#include "core/text_number.h"
+
 namespace brenu {
 
 void BookBuilder::Doubt(Code code, std::vector<std::string> names, std::string_view excerpt,
@@ -24,6 +26,15 @@ void BookBuilder::BeginSetup(std::string_view station) {
 bool BookBuilder::Accept(std::string_view target, BookSight& sight) {
   sight.line = m_line;
   sight.target = Name(target);
+  for (std::optional<double>* distance : {&sight.slope, &sight.horizontal}) {
+    if (distance->value_or(1.0) > 0.0) continue;
+    if (**distance < 0.0) {
+      std::string text;
+      AppendShortest(text, **distance);
+      Doubt(BRENU_VALUE_NOT_READ, {"distance"}, text);
+    }
+    distance->reset();
+  }
   const bool isEmpty = !sight.direction && !sight.slope && !sight.horizontal && !sight.azimuth;
   if (target.empty()) {
     LeaveOut(BRENU_SIGHT_WITHOUT_TARGET);

@@ -44,8 +44,8 @@ class BookBuilder {
   Setup& CurrentSetup() { return m_book.setups.back(); }
   // None before the first setup.
   NameNo Station() const { return HasSetup() ? m_book.setups.back().station : NameNo(); }
-  // Gives a sight its line and target.  One without target, or with nothing measured that can be
-  // used, is left out: false.
+  // Gives a sight its line and target.  A distance of 0 stands for what was not measured.  A sight
+  // without target, or with nothing measured that can be used, is left out: false.
   bool Accept(std::string_view target, BookSight& sight);
   // Enters an accepted sight from the current setup.  Before the first one a setup without station
   // takes it.

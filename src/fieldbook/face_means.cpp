@@ -1,6 +1,8 @@
 #include "fieldbook/face_means.h"
 
 #include <cmath>
+#include <utility>
+#include <vector>
 
 #include "core/angles.h"
 #include "fieldbook/distance_steps.h"
@@ -21,6 +23,12 @@ std::optional<double> PartOf(const BookSight* sight, Part part) {
 std::optional<double> Mean(std::optional<double> a, std::optional<double> b) {
   if (a && b) return (*a + *b) / 2.0;
   return a ? a : b;
+}
+
+// From 0 to 180 degrees, also where the mark of the face says otherwise.
+std::optional<double> ZenithOf(const BookSight* sight) {
+  const std::optional<double> zenith = PartOf(sight, &BookSight::zenith);
+  return zenith.value_or(0.0) > kPi ? kTwoPi - *zenith : zenith;
 }
 
 // Slope distance with what the file says that it lacks.
@@ -69,9 +77,8 @@ class FaceMeans {
   }
 
   void MeanZenith() {
-    const auto first = PartOf(m_1, &BookSight::zenith);
-    auto second = PartOf(m_2, &BookSight::zenith);
-    if (second) second = kTwoPi - *second;
+    const auto first = ZenithOf(m_1);
+    const auto second = ZenithOf(m_2);
     m_zenith = brenu::Mean(first, second);
     if (!first || !second) return;
     Judge((*second - *first) / 2.0);
@@ -80,19 +87,24 @@ class FaceMeans {
 
   void Judge(double error) const {
     if (std::fabs(error) <= kLargeFaceError) return;
+    Tell(BRENU_FACES_DIFFER, {static_cast<double>(m_notes.log.place.set), error * kRho});
+  }
+
+  void Tell(Code code, std::vector<double> values) const {
     const LogEntry& place = m_notes.log.place;
-    m_notes.findings.push_back({BRENU_FACES_DIFFER,
+    m_notes.findings.push_back({code,
                                 Severity::kWarning,
                                 m_value.line,
                                 {},
                                 {m_notes.names[place.station], m_notes.names[place.target]},
-                                {static_cast<double>(place.set), error * kRho}});
+                                std::move(values)});
   }
 
   void MeanDistance() {
     auto slope = brenu::Mean(SlopeOf(m_1, m_notes.log), SlopeOf(m_2, m_notes.log));
     const auto stored =
         brenu::Mean(PartOf(m_1, &BookSight::horizontal), PartOf(m_2, &BookSight::horizontal));
+    if (slope && !m_zenith && !stored) Tell(BRENU_SLOPE_WITHOUT_ZENITH, {});
     if (slope) slope = CorrectedSlope(*slope, m_options, m_notes.log);
     std::optional<double> horizontal = stored;
     if (slope && m_zenith) {
@@ -112,20 +124,15 @@ class FaceMeans {
   // From the prism to the point: along the line by what it stood in front, across it by what it
   // stood right of the point.
   void Centre() {
-    const BookSight& sight = *(m_1 != nullptr ? m_1 : m_2);
-    const Eccentric& prism = sight.eccentric;
-    if (prism.front == 0.0 && prism.right == 0.0) return;
-    const LogEntry& place = m_notes.log.place;
+    const auto isBeside = [](const BookSight* sight) {
+      return sight != nullptr && (sight->eccentric.front != 0.0 || sight->eccentric.right != 0.0);
+    };
+    if (!isBeside(m_1) && !isBeside(m_2)) return;
+    const Eccentric& prism = (isBeside(m_1) ? m_1 : m_2)->eccentric;
     if (!m_value.distance) {
       if (prism.right == 0.0) return;
       m_value.direction.reset();
-      m_notes.findings.push_back({BRENU_ECCENTRIC_WITHOUT_DISTANCE,
-                                  Severity::kWarning,
-                                  m_value.line,
-                                  {},
-                                  {m_notes.names[place.station], m_notes.names[place.target]},
-                                  {}});
-      return;
+      return Tell(BRENU_ECCENTRIC_WITHOUT_DISTANCE, {});
     }
     const double along = *m_value.distance + prism.front;
     const double distance = std::hypot(along, prism.right);

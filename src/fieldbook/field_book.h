@@ -83,7 +83,7 @@ struct HeightLine {
 
 enum class BookPointKind : std::uint8_t {
   kControl,     // entered or known
-  kListed,      // entered in a list: control where the file is given for its control only
+  kListed,      // entered at some time: control where the file is given for its control only
   kApproximate  // worth a start
 };
 

@@ -233,8 +233,7 @@ void GkfReader::ReadCluster(const pugi::xml_node& obs) {
 std::optional<double> GkfReader::Value(const pugi::xml_node& node, Kind kind) {
   const std::string_view text = AttributeOf(node, "val");
   if (kind == Kind::kDistance || kind == Kind::kSlope) {
-    const std::optional<double> length = XmlNumber(m_book, text, node.name());
-    return length == 0.0 ? std::nullopt : length;
+    return XmlNumber(m_book, text, node.name());
   }
   std::optional<double> angle = GkfAngle(text);
   if (!angle) m_book.Doubt(BRENU_VALUE_NOT_READ, {node.name()}, text);

@@ -47,6 +47,7 @@ void GsiLevel::Begin(const GsiWord& code) {
   const int readings = ReadingsOf(method);
   m_isOpen = readings > 0;
   m_isPassing = !m_isOpen;
+  m_isAssumed = false;
   if (m_isOpen) return m_book.BeginLevelLine(readings);
   m_book.LeaveOut(BRENU_LEVEL_METHOD_NOT_READ, {std::string(method)}, {}, Severity::kNote);
 }
@@ -84,6 +85,7 @@ void GsiLevel::EnterReading(const GsiBlock& block, const GsiWord& word) {
     m_book.Doubt(BRENU_READING_WITHOUT_LINE);
     m_book.BeginLevelLine(1);
     m_isOpen = true;
+    m_isAssumed = true;
   }
   LevelReading reading;
   for (const ReadingKind& kind : kReadings) {
@@ -93,6 +95,7 @@ void GsiLevel::EnterReading(const GsiBlock& block, const GsiWord& word) {
   }
   if (const GsiWord* point = block.Find(kPoint)) reading.point = m_book.Name(point->Name());
   if (const GsiWord* distance = block.Find(kDistance)) reading.distance = distance->Length();
+  if (m_isAssumed && reading.repeat == 2) m_book.CurrentLevelLine().readingsEach = 2;
   reading.reading = *value;
   m_book.EnterReading(reading);
 }

@@ -22,6 +22,7 @@ class GsiLevel {
 
   BookBuilder& m_book;
   bool m_isOpen = false;     // a line has begun
+  bool m_isAssumed = false;  // one whose start is missing
   bool m_isPassing = false;  // one whose method is not read
 };
 

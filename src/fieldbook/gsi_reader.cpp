@@ -64,8 +64,6 @@ class GsiReader {
   std::optional<double> ValueOf(int index, Value value);
   std::optional<double> LengthOf(int index) { return ValueOf(index, &GsiWord::Length); }
   std::optional<double> AngleOf(int index) { return ValueOf(index, &GsiWord::Angle); }
-  // 0 stands for what was not measured.
-  std::optional<double> DistanceOf(int index);
   std::optional<double> EnteredLength(int index) const;
   void EnterStationPoints();
 
@@ -77,7 +75,7 @@ class GsiReader {
   std::optional<double> m_instrumentHeight, m_targetHeight;
   std::optional<int> m_lastNumber;
   std::int32_t m_firstGap = 0, m_gaps = 0;
-  std::vector<BookPoint> m_stationPoints;  // as entered under the stations
+  std::vector<BookPoint> m_stationPoints;  // as they stand under the stations
 };
 
 void GsiReader::Read(std::string_view text) {
@@ -137,11 +135,6 @@ std::optional<double> GsiReader::ValueOf(int index, Value value) {
     m_book.Doubt(BRENU_VALUE_NOT_READ, {std::to_string(index)}, word->text);
   }
   return found;
-}
-
-std::optional<double> GsiReader::DistanceOf(int index) {
-  const std::optional<double> distance = LengthOf(index);
-  return distance.value_or(0.0) == 0.0 ? std::nullopt : distance;
 }
 
 std::optional<double> GsiReader::EnteredLength(int index) const {
@@ -224,9 +217,12 @@ void GsiReader::KeepStationPoint() {
   BookPoint point;
   point.line = m_book.Line();
   point.name = m_book.Station();
-  point.x = EnteredLength(kStationNorth);
-  point.y = EnteredLength(kStationEast);
-  point.h = EnteredLength(kStationHeightOfPoint);
+  point.kind = EnteredLength(kStationNorth) && EnteredLength(kStationEast)
+                   ? BookPointKind::kListed
+                   : BookPointKind::kApproximate;
+  point.x = LengthOf(kStationNorth);
+  point.y = LengthOf(kStationEast);
+  point.h = LengthOf(kStationHeightOfPoint);
   if (!point.x || !point.y) return;
   if (*point.x == 0.0 && *point.y == 0.0) {
     return m_book.Doubt(BRENU_STATION_AT_ORIGIN, {m_book.NameOf(point.name)}, {}, Severity::kNote);
@@ -238,8 +234,8 @@ void GsiReader::ReadSight(const GsiWord& target) {
   BookSight sight;
   sight.direction = AngleOf(kDirection);
   sight.zenith = AngleOf(kZenith);
-  sight.slope = DistanceOf(kSlope);
-  sight.horizontal = DistanceOf(kHorizontal);
+  sight.slope = LengthOf(kSlope);
+  sight.horizontal = LengthOf(kHorizontal);
   sight.instrumentHeight = m_instrumentHeight;
   sight.targetHeight = m_targetHeight;
   sight.face = FaceOf(sight.zenith);

@@ -73,6 +73,7 @@ Outcome FieldImport::AddControl(std::string_view text) {
   outcome = ReadPointList(text, points);
   for (const ListedPoint& point : points) {
     BookPoint known;
+    known.line = point.line;
     known.name = m_names.Enter(point.name);
     known.x = point.x;
     known.y = point.y;

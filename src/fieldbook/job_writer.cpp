@@ -13,8 +13,15 @@ namespace {
 constexpr int kPlaneControl = 10;
 constexpr int kHeightControl = 1;
 
+// As dd.mmss to a microsecond of arc; RadToDms takes an angle that lacks 0.36" to a full degree for
+// that degree.
 double DirectionOf(std::optional<double> angle) {
-  return angle ? RadToDms(FullCircle(*angle)) : kAbsentAngle;
+  if (!angle) return kAbsentAngle;
+  constexpr double kPlaces = 1e6;
+  const double seconds = std::round(FullCircle(*angle) * kRho * kPlaces) / kPlaces;
+  const double minutes = std::floor(seconds / 60.0);
+  const double degrees = std::floor(minutes / 60.0);
+  return degrees + (minutes - degrees * 60.0) / 100.0 + (seconds - minutes * 60.0) / 10000.0;
 }
 
 // A height difference or length of 0 would count as absent.
@@ -40,10 +47,17 @@ const std::string& JobWriter::NameFor(NameNo name) {
   if (fits) return asRead;
   const auto [changed, isNew] = m_changedNames.try_emplace(name.Number(), asRead);
   if (!isNew) return changed->second;
-  std::replace_if(changed->second.begin(), changed->second.end(), isUnfit, '_');
-  changed->second.resize(std::min(changed->second.size(), kMaxNameLength));
-  m_findings.push_back(Warning(BRENU_NAME_CHANGED, {asRead, changed->second}));
-  return changed->second;
+  std::string& fit = changed->second;
+  std::replace_if(fit.begin(), fit.end(), isUnfit, '_');
+  fit.resize(std::min(fit.size(), kMaxNameLength));
+  const std::string start = fit;
+  for (int number = 2; m_names.Has(fit) || m_newNames.contains(fit); ++number) {
+    const std::string end = '_' + std::to_string(number);
+    fit = start.substr(0, kMaxNameLength - end.size()) + end;
+  }
+  m_newNames.insert(fit);
+  m_findings.push_back(Warning(BRENU_NAME_CHANGED, {asRead, fit}));
+  return fit;
 }
 
 std::int32_t JobWriter::Point(NameNo name, Known known, ImportedJob& job) {

@@ -63,6 +63,7 @@ class JobWriter {
   Findings& m_findings;
   std::unordered_map<std::int32_t, std::int32_t> m_indices;  // of the job at hand
   std::unordered_map<std::int32_t, std::string> m_changedNames;
+  std::set<std::string> m_newNames;  // those, each once
 };
 
 }  // namespace brenu

@@ -99,7 +99,7 @@ void JobXmlReader::Read() {
     }
   }
   m_book.Book().lineCount = m_xml.LastLine();
-  if (!m_hasPoints || m_hasCircles) return;
+  if (!m_hasPoints || m_hasCircles || m_xml.IsDamaged()) return;
   m_book.StartLine(0);
   m_book.Doubt(BRENU_FIELD_BOOK_SATELLITES);
 }
@@ -173,7 +173,6 @@ void JobXmlReader::ReadSight(const pugi::xml_node& record, const pugi::xml_node&
   sight.direction = Angle(circle, "HorizontalCircle");
   sight.zenith = Angle(circle, "VerticalCircle");
   sight.slope = Number(circle, "EDMDistance");
-  if (sight.slope == 0.0) sight.slope.reset();
   const std::string_view face = TextOf(circle, "Face");
   sight.face = face == "Face1" ? Face::kOne : face == "Face2" ? Face::kTwo : FaceOf(sight.zenith);
   sight.ppm = station->second.ppm;

@@ -66,15 +66,17 @@ class LineWalk {
   void Connect(const LevelSetup& setup) {
     const NameNo back = setup.back.point;
     if (m_legs.empty()) {
-      const bool isInside = !back.IsNone() && !IsNamed(back) && !m_finished.empty();
-      if (isInside && Holds(m_finished, back)) ReopenLine();
+      const bool isInside = !back.IsNone() && !IsNamed(back) && Holds(m_finished, back);
+      const bool isLast = !m_finished.empty() && setup.fore && m_finished.back().back == back &&
+                          m_finished.back().fore == setup.fore->point;
+      if (isInside || isLast) ReopenLine();
     }
     if (m_legs.empty() || m_legs.back().fore == back) return;
     if (!Holds(m_legs, back)) return BreakOff(m_legs.back().fore);
-    const auto again = std::find_if(m_legs.begin(), m_legs.end(),
+    const auto again = std::find_if(m_legs.rbegin(), m_legs.rend(),
                                     [&](const Leg& leg) { return leg.back == back; });
     Tell(BRENU_LEVEL_SETUP_REPEATED, Severity::kWarning, again->line, {m_names[back]});
-    m_legs.erase(again, m_legs.end());
+    m_legs.erase(again.base() - 1, m_legs.end());
   }
 
   static bool Holds(const std::vector<Leg>& legs, NameNo back) {
@@ -114,16 +116,23 @@ class LineWalk {
                           {balance}});
   }
 
+  // A line of its own from the back point.  A turning point becomes a point of the job by another
+  // one to it, while the line goes on through it: in other lines its number may be used again.  One
+  // without number cannot; the way to it counts with the sight.
   void EnterIntermediate(const LevelSetup& setup, const LevelReading& reading) {
-    StaffMean staff = {reading.point, reading.reading, reading.distance.value_or(0.0),
-                       reading.distance.value_or(0.0) > 0.0};
-    std::vector<Leg> legs;
-    if (!IsNamed(setup.back.point)) legs = m_legs;
-    legs.push_back(LegTo(setup, staff));
-    legs.back().line = reading.line;
     if (reading.point.IsNone()) {
       return Tell(BRENU_SIGHT_WITHOUT_TARGET, Severity::kWarning, reading.line, {});
     }
+    const NameNo back = setup.back.point;
+    std::vector<Leg> legs;
+    if (back.IsNone()) {
+      legs = m_legs;
+    } else if (!IsNamed(back) && !m_legs.empty() && m_kept.insert(back).second) {
+      EnterLine(m_legs, back);
+    }
+    const double distance = reading.distance.value_or(0.0);
+    legs.push_back(LegTo(setup, {reading.point, reading.reading, distance, distance > 0.0}));
+    legs.back().line = reading.line;
     EnterLine(legs, reading.point);
   }
 
@@ -139,7 +148,7 @@ class LineWalk {
       hasLength = hasLength && leg.hasLength;
     }
     const std::string from = m_names[line.from];
-    if (!IsNamed(line.from)) {
+    if (!IsNamed(line.from) && !m_kept.contains(line.from)) {
       return Tell(BRENU_LEVEL_LINE_BROKEN, Severity::kWarning, legs.front().line,
                   {from, m_names[end]});
     }
@@ -173,19 +182,13 @@ class LineWalk {
   std::vector<Leg> m_legs;      // since the last named point
   std::vector<Leg> m_finished;  // those of the last line
   std::size_t m_finishedLine = kNoLine;
+  std::set<NameNo> m_kept;  // turning points that intermediate sights start from
 };
 
-// Where lines begin and end, those of intermediate sights included.
 void AddEnds(const std::vector<LevelSetup>& setups, std::set<NameNo>& ends) {
   if (setups.empty()) return;
   ends.insert(setups.front().back.point);
   if (setups.back().fore) ends.insert(setups.back().fore->point);
-  for (const LevelSetup& setup : setups) {
-    for (const LevelReading& reading : setup.intermediates) {
-      ends.insert(setup.back.point);
-      ends.insert(reading.point);
-    }
-  }
 }
 
 }  // namespace

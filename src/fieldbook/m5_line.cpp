@@ -59,6 +59,11 @@ std::optional<double> M5Value::Angle() const {
   return unit == "mil" ? std::optional(value * kMil) : std::nullopt;
 }
 
+bool M5Line::IsEmpty() const {
+  return std::all_of(values.begin(), values.end(),
+                     [](const M5Value& value) { return value.type.empty(); });
+}
+
 const M5Value* M5Line::Find(std::string_view type) const {
   const auto found = std::find_if(values.begin(), values.end(),
                                   [type](const M5Value& value) { return value.type == type; });

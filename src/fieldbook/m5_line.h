@@ -24,6 +24,8 @@ struct M5Line {
   std::array<M5Value, 3> values;
   bool isFaulty = false;  // marked so by the instrument
 
+  // Whether it has no values.
+  bool IsEmpty() const;
   // Null when the line has no value of that type.
   const M5Value* Find(std::string_view type) const;
   // The first of several types.

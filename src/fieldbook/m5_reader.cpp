@@ -216,10 +216,11 @@ void M5Reader::ReadPoint(const M5Line& line) {
   if (PartOf(line, m_code) == "S" && line.Find("Hz") == nullptr) return ReadStation(line, point);
   const bool isSight = line.Find("Hz") != nullptr || line.FindOneOf("SD", "HD") != nullptr;
   if (isSight) return ReadSight(line, point);
+  if (line.IsEmpty()) return m_book.LeaveOut(BRENU_SIGHT_WITHOUT_VALUES, {std::string(point)});
   m_book.Became(isEccentric || hasHeights ? LineRole::kHeights : LineRole::kResult);
 }
 
-// Of a known station the coordinates are control.
+// Of a known station the coordinates are control, of others a result.
 void M5Reader::ReadStation(const M5Line& line, std::string_view point) {
   if (m_isStationing) {
     m_book.NameStation(point);
@@ -235,8 +236,13 @@ void M5Reader::ReadStation(const M5Line& line, std::string_view point) {
   station.x = LengthOf(line, "X");
   station.y = LengthOf(line, "Y");
   station.h = LengthOf(line, "Z");
-  if (!m_isStationing || !m_isKnownStation || !station.x || !station.y) return;
-  if (*station.x == 0.0 && *station.y == 0.0) {
+  if (!m_isStationing || !station.x || !station.y) return;
+  const bool isAtOrigin = *station.x == 0.0 && *station.y == 0.0;
+  if (!m_isKnownStation) {
+    station.kind = BookPointKind::kApproximate;
+    if (isAtOrigin) return;
+  }
+  if (isAtOrigin) {
     return m_book.Doubt(BRENU_STATION_AT_ORIGIN, {std::string(point)}, {}, Severity::kNote);
   }
   m_book.EnterPoint(station);
@@ -252,9 +258,6 @@ void M5Reader::ReadSight(const M5Line& line, std::string_view point) {
   }
   sight.slope = LengthOf(line, "SD");
   sight.horizontal = LengthOf(line, "HD");
-  for (std::optional<double>* distance : {&sight.slope, &sight.horizontal}) {
-    if (*distance == 0.0) distance->reset();
-  }
   sight.face = FaceOf(sight.zenith);
   sight.instrumentHeight = m_instrumentHeight;
   sight.targetHeight = m_targetHeight;

@@ -64,6 +64,7 @@ Outcome ReadPointList(std::string_view text, std::vector<ListedPoint>& points) {
     const std::string_view line = Trimmed(lines.Text());
     if (line.empty() || line.starts_with('#')) continue;
     ListedPoint point;
+    point.line = lines.Number();
     if (ReadPoint(Fields(line), point)) {
       points.push_back(std::move(point));
     } else if (!isFirst || line.find_first_of("0123456789") != line.npos) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -11,6 +12,7 @@ namespace brenu {
 
 // A known point.  What is not known is absent.
 struct ListedPoint {
+  std::int32_t line = 0;
   std::string name;
   std::optional<double> x, y, h;
 };

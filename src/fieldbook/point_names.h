@@ -31,6 +31,7 @@ class PointNames {
   const std::string& operator[](NameNo name) const {
     return name.IsNone() ? m_none : m_names[name.Position()];
   }
+  bool Has(std::string_view name) const { return m_numbers.contains(name); }
   std::size_t Count() const { return m_names.size(); }
 
  private:

@@ -41,11 +41,13 @@ SdrUnits UnitsOfSdrHeader(std::string_view header) {
   return units;
 }
 
-// The flag ends a group of figures in column 51, or 52 where the text before it is too long.
+// The flag stands in column 51, or 52 where the text before it is too long; there a number may
+// begin, too.
 bool CountsFromHorizon(std::string_view instrument) {
   constexpr std::size_t kColumn = 51;
-  const std::string_view flag = Trimmed(Columns(instrument, kColumn, 2));
-  return flag.ends_with('2');
+  const auto isFlag = [](std::string_view text) { return text == "1" || text == "2"; };
+  const std::string_view behind = Trimmed(Columns(instrument, kColumn + 1, 2));
+  return isFlag(behind) ? behind == "2" : Columns(instrument, kColumn, 1) == "2";
 }
 
 }  // namespace brenu

@@ -202,7 +202,6 @@ void SdrReader::ReadSight(std::string_view record) {
   }
   BookSight sight;
   sight.slope = Length(fields.Number(), "slope distance");
-  if (sight.slope == 0.0) sight.slope.reset();
   sight.zenith = ZenithAngle(fields.Number());
   sight.direction = Number(fields.Number(), "horizontal angle");
   if (sight.direction) *sight.direction *= m_units.angle;

@@ -99,6 +99,12 @@ class SetMeans {
         if (!direction) continue;
         if (!isUsed) {
           direction.reset();
+          m_notes.findings.push_back({BRENU_DIRECTION_ALONE_IN_SET,
+                                      Severity::kNote,
+                                      target->sets[k].line,
+                                      {},
+                                      {m_notes.names[m_station]},
+                                      {}});
           continue;
         }
         const double turned = FullCircle(*direction - differences.Mean());
@@ -114,12 +120,13 @@ class SetMeans {
     means.line = target.sets.front().line;
     means.target = target.target;
     Sum directions, distances, azimuths, heights, slopes;
-    std::optional<double> first;
+    std::optional<double> first, firstAzimuth;
     for (const SetValue& set : target.sets) {
       if (set.direction && !first) first = set.direction;
       if (set.direction) directions.Add(HalfCircle(*set.direction - *first));
       if (set.distance) distances.Add(*set.distance);
-      if (set.azimuth) azimuths.Add(*set.azimuth);
+      if (set.azimuth && !firstAzimuth) firstAzimuth = set.azimuth;
+      if (set.azimuth) azimuths.Add(HalfCircle(*set.azimuth - *firstAzimuth));
       if (set.height) heights.Add(*set.height);
       if (set.slope) slopes.Add(*set.slope);
       means.lacksHeights = means.lacksHeights || set.lacksHeights;
@@ -130,7 +137,7 @@ class SetMeans {
     enter(means.direction, directions,
           FullCircle(first.value_or(0.0) + directions.total / std::max(directions.count, 1.0)));
     enter(means.distance, distances, distances.Mean());
-    enter(means.azimuth, azimuths, azimuths.Mean());
+    enter(means.azimuth, azimuths, FullCircle(firstAzimuth.value_or(0.0) + azimuths.Mean()));
     enter(means.height, heights, heights.Mean());
     if (slopes.count > 0.0) means.slopeDistance = slopes.Mean();
     LogMeans(target, means, first);

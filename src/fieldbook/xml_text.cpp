@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <string>
 
 #include "core/text_number.h"
 #include "fieldbook/book_lines.h"
@@ -59,9 +60,18 @@ XmlText::XmlText(std::string_view text, BookBuilder& book) : m_lineEnds(LineEnds
   const pugi::xml_parse_result parsed =
       m_document.load_buffer(text.data() + start, text.size() - start);
   for (std::ptrdiff_t& end : m_lineEnds) end -= static_cast<std::ptrdiff_t>(start);
-  if (parsed) return;
-  book.StartLine(LineAt(parsed.offset));
-  book.Doubt(BRENU_FIELD_BOOK_DAMAGED, {parsed.description()});
+  m_isDamaged = !parsed;
+  if (m_isDamaged) {
+    book.StartLine(LineAt(parsed.offset));
+    book.Doubt(BRENU_FIELD_BOOK_DAMAGED, {parsed.description()});
+    return;
+  }
+  const std::size_t end = text.find('>', text.find(std::string("</") + Root().name()));
+  const std::size_t behind = text.find_first_not_of(std::string_view(" \t\r\n\0\x1A>", 7), end);
+  if (end == text.npos || behind == text.npos) return;
+  const std::string_view before = text.substr(0, behind);
+  book.StartLine(static_cast<std::int32_t>(std::count(before.begin(), before.end(), '\n')) + 1);
+  book.LeaveOut(BRENU_RECORD_NOT_USED, {"what stands behind the XML"});
 }
 
 std::int32_t XmlText::LineAt(std::ptrdiff_t offset) const {

@@ -21,12 +21,14 @@ class XmlText {
   pugi::xml_node Root() const { return m_document.document_element(); }
   // Counted from 1.
   std::int32_t LineOf(const pugi::xml_node& node) const { return LineAt(node.offset_debug()); }
+  bool IsDamaged() const { return m_isDamaged; }
   std::int32_t LastLine() const { return m_lastLine; }
 
  private:
   std::int32_t LineAt(std::ptrdiff_t offset) const;
 
   pugi::xml_document m_document;
+  bool m_isDamaged = false;
   std::int32_t m_lastLine = 0;
   std::vector<std::ptrdiff_t> m_lineEnds;  // as places in the text as UTF-8
 };

@@ -15,7 +15,7 @@ const char* const kRound =
 
 TEST(Gsi, FacesAreAveraged) {
   const Imported job = Import({std::string(kStation) + kRound});
-  EXPECT_EQ(job.points, "A,10,200.000000,100.000000,10.000000\nB,00,,,\nC,00,,,");
+  EXPECT_EQ(job.points, "A,00,200.000000,100.000000,10.000000\nB,00,,,\nC,00,,,");
   // 200.001 gon are 180 degrees 00' 03.24"; 200 sin 60.
   EXPECT_EQ(job.observations, "A,B,90.000000,100.000000,,\nA,C,180.000324,173.205081,,\n");
   EXPECT_EQ(job.findings, "");
@@ -82,6 +82,16 @@ TEST(Gsi, WordsUnitsAndTraps) {
   EXPECT_EQ(Import({rows[3][0]}).observations, "A,B,0.000000,10.000000,,\nA,C,99.000000,,,\n");
 }
 
+// 89.99995 degrees are 89 59' 59.82".
+TEST(Gsi, WhatCannotBeUsedIsTold) {
+  const Imported job = Import(
+      {std::string(kStation) + "110002+0000000B 21.323+08999995 22.323+09000000 31..00-00100000\n" +
+       "110003+0000000C 21.323+00000000 31..00+00100000\n110004+0000000B 21.323+10000000\n"});
+  EXPECT_EQ(job.observations, "A,B,89.595982,,,\nA,C,0.000000,,,\n");
+  EXPECT_EQ(job.findings,
+            "value-not-read@2 distance; slope-without-zenith@3 A C; direction-alone-in-set@4 A");
+}
+
 TEST(Gsi, StationCoordinatesFromMemoryAreNoControl) {
   const Imported job =
       Import({"110001+0000000A 84..10+00100000 85..10+00200000\n"
@@ -130,6 +140,15 @@ TEST(Gsi, LevelLines) {
               Reading("00000001", "335", "+00140000")});
   EXPECT_EQ(last.observations, "G,F,,80.000000,0.400000,\n");
   EXPECT_EQ(last.findings, "level-setup-repeated@8 1");
+  const std::string single =
+      Reading("0000000G", "331", "+00100000") + Reading("0000000F", "332", "+00090000");
+  const Imported once =
+      Import({"410001+?......1\n" + single + Reading("0000000G", "331", "+00100200") +
+              Reading("0000000F", "332", "+00090000")});
+  EXPECT_EQ(once.observations, "G,F,,40.000000,0.102000,\n");
+  EXPECT_EQ(once.findings, "level-setup-repeated@2 G");
+  // Cut off in front.
+  EXPECT_EQ(Import({on}).observations, "1,F,,40.000000,0.300000,\n");
   const Imported twice = Import({there + there + on});
   EXPECT_EQ(
       twice.observations,
@@ -140,6 +159,20 @@ TEST(Gsi, LevelLines) {
               Reading("0000000G", "332", "+00100000")})
           .findings,
       "level-line-to-itself@4 G; nothing-imported");
+}
+
+// Two lines with a turning point 1 each, at different places; Z is read from that of the first.
+TEST(Gsi, IntermediateSightsFromTurningPoints) {
+  const Imported job =
+      Import({"410001+?......1\n" + Reading("0000000G", "331", "+00100000") +
+              Reading("00000001", "332", "+00090000") + Reading("00000001", "331", "+00150000") +
+              Reading("0000000Z", "333", "+00050000") + Reading("0000000H", "332", "+00120000") +
+              "410001+?......1\n" + Reading("0000000H", "331", "+00120000") +
+              Reading("00000001", "332", "+00100000") + Reading("00000001", "331", "+00100000") +
+              Reading("0000000G", "332", "+00160000")});
+  EXPECT_EQ(job.observations,
+            "1,Z,,40.000000,1.000000,\nG,1,,40.000000,0.100000,\nG,H,,80.000000,0.400000,\n"
+            "H,G,,80.000000,-0.400000,\n");
 }
 
 }  // namespace

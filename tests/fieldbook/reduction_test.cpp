@@ -107,13 +107,25 @@ TEST(Reduction, GrossErrorsAreNamed) {
 }
 
 TEST(Control, ListsAndConflicts) {
-  const Imported job = Import({kSight}, {}, "name;X;Y;H\nB;1;2\nA,10,200,101\n# no\nC,00,1,2,\n");
+  const Imported job =
+      Import({kSight}, {}, "name;X;Y;H\nB;1;2\nA,10,200,101\n# no\nC,00,1,2,\nA,200,100\n");
   EXPECT_EQ(job.points, "B,10,1.000000,2.000000,\nA,10,200.000000,101.000000,10.000000");
-  EXPECT_EQ(job.findings, "control-conflict@1 A");
+  EXPECT_EQ(job.findings, "control-conflict@6 A");
   EXPECT_THAT(Import({kSight}, {}, "A,1,2,3\nB,1\n").findings, HasSubstr("control-fields@2"));
   const Imported listed =
       Import({kSight}, {}, "110001+0000000B 81..10+00100000 82..10+00200000 83..10+00010000\n");
   EXPECT_THAT(listed.points, HasSubstr("B,10,200.000000,100.000000,10.000000"));
+  // Coordinates of stations count in the control only.
+  EXPECT_THAT(Import({kSight}).points, HasSubstr("A,00,200.000000,100.000000,10.000000"));
+  EXPECT_THAT(Import({kSight}, {}, kSight).points,
+              HasSubstr("A,10,200.000000,100.000000,10.000000"));
+}
+
+TEST(FieldBook, NamesThatDoNotFitStayDifferent) {
+  const Imported job = Import(
+      {"110001+00000A_B 84..10+00100000 85..10+00200000\n110002+00000A,B 21.322+10000000\n"});
+  EXPECT_EQ(job.observations, "A_B,A_B_2,90.000000,,,\n");
+  EXPECT_EQ(job.findings, "name-changed A,B A_B_2");
 }
 
 }  // namespace

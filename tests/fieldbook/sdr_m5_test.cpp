@@ -57,6 +57,10 @@ TEST(Sdr, UnitsAndOtherLayouts) {
       Import({"00NM" + F("SDR20V03-05") + F("", 20) + "111111\n02TP" + F("A", 4) + "\n" +
               Sight("F1", "A", "B", "12.5", "90", "1.5", 4, 10)});
   EXPECT_EQ(narrow.observations, "A,B,1.300000,12.500000,,\n");
+  // A number begins beside the flag; the mark of the face is not that of the zenith angle.
+  const Imported marked = Import({Header("111111") + "01NM" + F("", 46) + "12.000\n02TP" + F("A") +
+                                  "\n" + Sight("F2", "A", "B", "100", "60", "190")});
+  EXPECT_EQ(marked.observations, "A,B,10.000000,86.602540,,\n");
 }
 
 std::string Line(const std::string& kind, const std::string& information,
@@ -90,14 +94,16 @@ TEST(M5, Stationing) {
 // 3 m in front of a point at 100 m; 1 m right of one at 10 m: its direction is atan 0.1 = 5 degrees
 // 42' 38.14" smaller, its distance the root of 101.
 TEST(M5, EccentricPrisms) {
-  const Imported job =
-      Import({Line("TI", "KN STAT") + Line("PI1", Point("S", "A"), "Y 5.0 m", "X 6.0 m") +
-              Line("TI", "POLAR") + Line("PI1", Point("", "B"), "Tv 3.000 m") +
-              Line("PI1", Point("", "B"), "HD 97.000 m", "Hz 10.0000 DMS") +
-              Line("PI1", Point("", "C"), "Tr 1.000 m") +
-              Line("PI1", Point("", "C"), "HD 10.000 m", "Hz 20.0000 DMS")});
+  const Imported job = Import(
+      {Line("TI", "KN STAT") + Line("PI1", Point("S", "A"), "Y 5.0 m", "X 6.0 m") +
+       Line("TI", "POLAR") + Line("PI1", Point("", "B"), "Tv 3.000 m") +
+       Line("PI1", Point("", "B"), "HD 97.000 m", "Hz 190.0000 DMS", "V1 270.0000 DMS") +
+       Line("PI1", Point("", "B"), "HD 97.000 m", "Hz 10.0000 DMS", "V1 90.0000 DMS") +
+       Line("PI1", Point("", "C"), "Tr 1.000 m") +
+       Line("PI1", Point("", "C"), "HD 10.000 m", "Hz 20.0000 DMS") + Line("PI1", Point("", "D"))});
   EXPECT_EQ(job.points, "A,10,6.000000,5.000000,\nB,00,,,\nC,00,,,");
   EXPECT_EQ(job.observations, "A,B,10.000000,100.000000,,\nA,C,14.172186,10.049876,,\n");
+  EXPECT_EQ(job.findings, "sight-without-values@9 D");
 }
 
 std::string Staff(const std::string& point, const std::string& type, const std::string& reading) {

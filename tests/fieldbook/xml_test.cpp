@@ -4,6 +4,7 @@ namespace brenu::testing {
 namespace {
 
 using ::testing::HasSubstr;
+using ::testing::Not;
 
 std::string Circle(const char* id, const char* target, const char* hz, const char* v,
                    const char* edm, const char* face, const char* more = "") {
@@ -50,6 +51,11 @@ TEST(JobXml, RecordsAreJoinedByTheirIds) {
   const Imported cut = Import({book});
   EXPECT_EQ(cut.observations, job.observations);
   EXPECT_THAT(cut.findings, HasSubstr("field-book-damaged"));
+  const std::string head = book.substr(0, book.find("<Circle>"));
+  EXPECT_THAT(Import({head}).findings, Not(HasSubstr("satellites")));
+  const std::string whole = book + "</FieldBook></JOBFile>\n";
+  EXPECT_THAT(Import({whole + "\n<JOBFile/>\n"}).findings,
+              HasSubstr("record-not-used@19 what stands behind the XML"));
   EXPECT_THAT(Import({"<JOBFile><FieldBook><PointRecord><Name>G</Name></PointRecord></FieldBook>"
                       "</JOBFile>"})
                   .findings,

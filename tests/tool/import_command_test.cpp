@@ -18,7 +18,8 @@ const char* const kBook =
 
 TEST_F(ImportCommand, ProjectGoesThroughTheAdjustment) {
   const std::string project = Folder() + "/job.txt";
-  const Outcome run = On(kBook, "import -o \"" + project + "\" --log \"" + Folder() + "/log\"");
+  const Outcome run = On(kBook, "import -o \"" + project + "\" --log \"" + Folder() +
+                                    "/log\" --control \"" + Write(kBook) + "\"");
   EXPECT_EQ(run.status, 0);
   EXPECT_THAT(run.err, HasSubstr("warning: line 4: the station A is sighted as its own target"));
   EXPECT_THAT(run.out, HasSubstr("GSI-8, 7 lines"));

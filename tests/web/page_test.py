@@ -188,7 +188,7 @@ class PageTest(unittest.TestCase):
              tempfile.NamedTemporaryFile("w", suffix=".csv") as control:
             file.write(book)
             file.flush()
-            control.write("B,200.0,200.0,10.0\n")
+            control.write("A,200.0,100.0,10.0\nB,200.0,200.0,10.0\n")
             control.flush()
             self.find("#chooser").send_keys(file.name)
             self.verdict()

@@ -70,7 +70,7 @@ constexpr SentenceEntry kSentences[] = {
      {"{1} is computed from other records and not used", "{1} 由其他记录算得，未使用"}},
     {BRENU_CANNOT_BE_KEPT,
      "cannot-be-kept",
-     {"{1} cannot be kept and is left out", "{1} 无法保存，已略去"}},
+     {"{1} cannot be kept; left out", "{1} 无法保存，已略去"}},
     {BRENU_SIGHT_WITHOUT_SETUP,
      "sight-without-setup",
      {"the sight to {1} stands under no station and is left out; add the station",
@@ -131,9 +131,8 @@ constexpr SentenceEntry kSentences[] = {
      {"the reading was struck out on the instrument; left out", "读数已在仪器上划去；已略去"}},
     {BRENU_READING_WITHOUT_LINE,
      "reading-without-line",
-     {"the reading stands before the start of a line; one by single back and fore sights is "
-      "assumed",
-      "读数在路线开始之前；按单次后视和前视处理"}},
+     {"the reading stands before the start of a line; one that begins here is assumed",
+      "读数在路线开始之前；按从此处开始的路线处理"}},
     {BRENU_LEVEL_SETUP_INCOMPLETE,
      "level-setup-incomplete",
      {"the setup that begins with {1} lacks readings and is left out",
@@ -175,6 +174,12 @@ constexpr SentenceEntry kSentences[] = {
      {"the two faces of {1} - {2} in set {v1} speak of an instrument error of {v2.0}\"; check that "
       "both are of the same target",
       "第 {v1} 测回中 {1} - {2} 的两个盘位表明仪器误差 {v2.0}\"；请检查是否为同一目标"}},
+    {BRENU_SLOPE_WITHOUT_ZENITH,
+     "slope-without-zenith",
+     {"the slope distance {1} - {2} has no zenith angle beside it and cannot be made horizontal; "
+      "left "
+      "out",
+      "斜距 {1} - {2} 没有天顶距，无法化为平距；已略去"}},
     {BRENU_ECCENTRIC_WITHOUT_DISTANCE,
      "eccentric-without-distance",
      {"the direction {1} - {2} to an eccentric prism cannot be centred without a distance; left "
@@ -195,6 +200,12 @@ constexpr SentenceEntry kSentences[] = {
      "level-balance",
      {"the back sights of the line {1} - {2} are {=1.1 m} than the fore sights in sum",
       "路线 {1} - {2} 的后视距总和较前视距：{=1.1 m}"}},
+    {BRENU_DIRECTION_ALONE_IN_SET,
+     "direction-alone-in-set",
+     {"a target was sighted on {1} more often than the others; the direction is alone in its set "
+      "and "
+      "not used, its distance is",
+      "{1} 上某目标的照准次数多于其他目标；该方向在其测回中仅此一个，未使用，其距离已使用"}},
     {BRENU_CONTROL_CONFLICT,
      "control-conflict",
      {"the point {1} has known coordinates already, {v1.3} m away; the first ones are kept, which "
