@@ -2,6 +2,7 @@
 
 #include <cmath>
 
+#include "core/text_number.h"
 #include "review/text.h"
 
 namespace brenu {
@@ -93,6 +94,33 @@ std::string NumberText(double value, Shown shown, bool isAngle) {
   }
 }
 
+// Of rows with an ellipse.
+template <typename Row>
+constexpr Column<Row> kEllipseE = {
+    "e", {"e (mm)", "E (mm)"}, Shown::kMillimetres, [](const Row& r) {
+      return Number(r.ellipse.e);
+    }};
+template <typename Row>
+constexpr Column<Row> kEllipseF = {
+    "f", {"f (mm)", "F (mm)"}, Shown::kMillimetres, [](const Row& r) {
+      return Number(r.ellipse.f);
+    }};
+template <typename Row>
+constexpr Column<Row> kEllipseT = {
+    "t", {"t (deg min)", "T (度 分)"}, Shown::kDegrees, [](const Row& r) {
+      return Number(r.ellipse.t);
+    }};
+template <typename Row>
+constexpr Column<Row> kEllipseE95 = {
+    "e95", {"e 95 % (mm)", "E 95% (mm)"}, Shown::kMillimetres, [](const Row& r) {
+      return Number(r.ellipse.e95);
+    }};
+template <typename Row>
+constexpr Column<Row> kEllipseF95 = {
+    "f95", {"f 95 % (mm)", "F 95% (mm)"}, Shown::kMillimetres, [](const Row& r) {
+      return Number(r.ellipse.f95);
+    }};
+
 constexpr Column<PlanePointRow> kPlanePoints[] = {
     {"name", {"Point", "点名"}, Shown::kText, [](const auto& r) { return Name(r.name); }},
     {"control", {"Control", "已知"}, Shown::kFlag, [](const auto& r) { return Cell(r.control); }},
@@ -101,26 +129,11 @@ constexpr Column<PlanePointRow> kPlanePoints[] = {
     {"mx", {"mx (mm)", "mx (mm)"}, Shown::kMillimetres, [](const auto& r) { return Number(r.mx); }},
     {"my", {"my (mm)", "my (mm)"}, Shown::kMillimetres, [](const auto& r) { return Number(r.my); }},
     {"mp", {"mp (mm)", "mp (mm)"}, Shown::kMillimetres, [](const auto& r) { return Number(r.mp); }},
-    {"e",
-     {"e (mm)", "E (mm)"},
-     Shown::kMillimetres,
-     [](const auto& r) { return Number(r.ellipse.e); }},
-    {"f",
-     {"f (mm)", "F (mm)"},
-     Shown::kMillimetres,
-     [](const auto& r) { return Number(r.ellipse.f); }},
-    {"t",
-     {"t (deg min)", "T (度 分)"},
-     Shown::kDegrees,
-     [](const auto& r) { return Number(r.ellipse.t); }},
-    {"e95",
-     {"e 95 % (mm)", "E 95% (mm)"},
-     Shown::kMillimetres,
-     [](const auto& r) { return Number(r.ellipse.e95); }},
-    {"f95",
-     {"f 95 % (mm)", "F 95% (mm)"},
-     Shown::kMillimetres,
-     [](const auto& r) { return Number(r.ellipse.f95); }},
+    kEllipseE<PlanePointRow>,
+    kEllipseF<PlanePointRow>,
+    kEllipseT<PlanePointRow>,
+    kEllipseE95<PlanePointRow>,
+    kEllipseF95<PlanePointRow>,
 };
 
 constexpr Column<HeightRow> kHeights[] = {
@@ -222,26 +235,11 @@ constexpr Column<ControlRow> kControl[] = {
 constexpr Column<RelativeEllipseRow> kRelative[] = {
     {"from", {"From", "起点"}, Shown::kText, [](const auto& r) { return Name(r.from); }},
     {"to", {"To", "终点"}, Shown::kText, [](const auto& r) { return Name(r.to); }},
-    {"e",
-     {"e (mm)", "E (mm)"},
-     Shown::kMillimetres,
-     [](const auto& r) { return Number(r.ellipse.e); }},
-    {"f",
-     {"f (mm)", "F (mm)"},
-     Shown::kMillimetres,
-     [](const auto& r) { return Number(r.ellipse.f); }},
-    {"t",
-     {"t (deg min)", "T (度 分)"},
-     Shown::kDegrees,
-     [](const auto& r) { return Number(r.ellipse.t); }},
-    {"e95",
-     {"e 95 % (mm)", "E 95% (mm)"},
-     Shown::kMillimetres,
-     [](const auto& r) { return Number(r.ellipse.e95); }},
-    {"f95",
-     {"f 95 % (mm)", "F 95% (mm)"},
-     Shown::kMillimetres,
-     [](const auto& r) { return Number(r.ellipse.f95); }},
+    kEllipseE<RelativeEllipseRow>,
+    kEllipseF<RelativeEllipseRow>,
+    kEllipseT<RelativeEllipseRow>,
+    kEllipseE95<RelativeEllipseRow>,
+    kEllipseF95<RelativeEllipseRow>,
 };
 
 constexpr Column<ClosureRow> kClosures[] = {
@@ -307,6 +305,23 @@ std::span<const Column<RelativeEllipseRow>> ColumnsOf() {
 template <>
 std::span<const Column<ClosureRow>> ColumnsOf() {
   return kClosures;
+}
+
+void AppendCell(std::string& out, const Cell& cell, std::string_view absent,
+                void (*appendText)(std::string& out, std::string_view text)) {
+  if (const auto* number = std::get_if<double>(&cell)) {
+    if (std::isfinite(*number)) {
+      AppendShortest(out, *number);
+    } else {
+      out += absent;
+    }
+  } else if (const auto* whole = std::get_if<std::int64_t>(&cell)) {
+    out += std::to_string(*whole);
+  } else if (const auto* flag = std::get_if<bool>(&cell)) {
+    out += *flag ? "true" : "false";
+  } else {
+    appendText(out, std::get<std::string_view>(cell));
+  }
 }
 
 std::string Text(const Cell& cell, Shown shown, bool isAngle, Language language) {

@@ -69,6 +69,11 @@ std::span<const Column<HeightDifferenceRow>> ColumnsOf();
 template <>
 std::span<const Column<Misfit>> ColumnsOf();
 
+// A cell for programs, with all digits; `absent` for what there is not, and texts as appendText
+// puts them.
+void AppendCell(std::string& out, const Cell& cell, std::string_view absent,
+                void (*appendText)(std::string& out, std::string_view text));
+
 // A cell for people; "-" for what there is not.
 std::string Text(const Cell& cell, Shown shown, bool isAngle, Language language);
 

@@ -1,9 +1,7 @@
 #include "report/csv.h"
 
-#include <cmath>
 #include <string_view>
 
-#include "core/text_number.h"
 #include "report/columns.h"
 
 namespace brenu {
@@ -24,19 +22,6 @@ void AppendText(std::string& out, std::string_view text) {
   out += '"';
 }
 
-void AppendCell(std::string& out, const Cell& cell) {
-  if (const auto* number = std::get_if<double>(&cell)) {
-    if (!std::isfinite(*number)) return;
-    AppendShortest(out, *number);
-  } else if (const auto* whole = std::get_if<std::int64_t>(&cell)) {
-    out += std::to_string(*whole);
-  } else if (const auto* flag = std::get_if<bool>(&cell)) {
-    out += *flag ? "true" : "false";
-  } else {
-    AppendText(out, std::get<std::string_view>(cell));
-  }
-}
-
 template <typename Row>
 void WriteTable(const std::vector<Row>& rows, const TextSink& sink) {
   const ThreadTeam team;
@@ -53,7 +38,9 @@ void WriteTable(const std::vector<Row>& rows, const TextSink& sink) {
   sink(heading);
   PassRows(rows.size(), sink, [&](std::string& text, std::size_t begin, std::size_t end) {
     for (std::size_t k = begin; k < end; ++k) {
-      line(text, [&](const Column<Row>& column) { AppendCell(text, column.cell(rows[k])); });
+      line(text, [&](const Column<Row>& column) {
+        AppendCell(text, column.cell(rows[k]), "", AppendText);
+      });
     }
   });
 }

@@ -1,14 +1,12 @@
 #include "report/json.h"
 
 #include <algorithm>
-#include <cmath>
 #include <nlohmann/json.hpp>
 #include <string_view>
 #include <utility>
 #include <vector>
 
 #include "core/parallel.h"
-#include "core/text_number.h"
 #include "report/columns.h"
 #include "review/encoding.h"
 #include "review/sentence.h"
@@ -37,22 +35,6 @@ void AppendText(std::string& out, std::string_view text) {
   out += '"';
 }
 
-void AppendCell(std::string& out, const Cell& cell) {
-  if (const auto* number = std::get_if<double>(&cell)) {
-    if (std::isfinite(*number)) {
-      AppendShortest(out, *number);
-    } else {
-      out += "null";
-    }
-  } else if (const auto* whole = std::get_if<std::int64_t>(&cell)) {
-    out += std::to_string(*whole);
-  } else if (const auto* flag = std::get_if<bool>(&cell)) {
-    out += *flag ? "true" : "false";
-  } else {
-    AppendText(out, std::get<std::string_view>(cell));
-  }
-}
-
 // The columns of a row, without the brackets around them.
 template <typename Row>
 void AppendColumns(std::string& out, const Row& row) {
@@ -62,7 +44,7 @@ void AppendColumns(std::string& out, const Row& row) {
     out += '"';
     out += column.key;
     out += "\":";
-    AppendCell(out, column.cell(row));
+    AppendCell(out, column.cell(row), "null", AppendText);
   }
 }
 

@@ -16,30 +16,6 @@ namespace {
 
 bool IsAscii(char c) { return static_cast<unsigned char>(c) < 0x80; }
 
-// The length of the sequence that begins there; 0 for none.
-std::size_t SequenceLength(std::string_view bytes) {
-  const auto byte = [bytes](std::size_t i) {
-    return i < bytes.size() ? static_cast<unsigned char>(bytes[i]) : 0U;
-  };
-  const unsigned first = byte(0);
-  if (first < 0x80) return 1;
-  std::size_t length = 0;
-  unsigned least = 0x80;  // of the second byte: no longer form than needed, and
-  unsigned most = 0xBF;   // neither surrogates nor beyond the last character
-  if (first >= 0xC2 && first <= 0xDF) length = 2;
-  if (first >= 0xE0 && first <= 0xEF) length = 3;
-  if (first >= 0xF0 && first <= 0xF4) length = 4;
-  if (first == 0xE0) least = 0xA0;
-  if (first == 0xED) most = 0x9F;
-  if (first == 0xF0) least = 0x90;
-  if (first == 0xF4) most = 0x8F;
-  if (length == 0 || byte(1) < least || byte(1) > most) return 0;
-  for (std::size_t i = 2; i < length; ++i) {
-    if ((byte(i) & 0xC0U) != 0x80U) return 0;
-  }
-  return length;
-}
-
 // Empty when the bytes are no text of code page 936, or the system does not know it.
 #ifdef _WIN32
 std::optional<std::string> FromGbk(std::string_view bytes) {
@@ -74,6 +50,29 @@ std::optional<std::string> FromGbk(std::string_view bytes) {
 #endif
 
 }  // namespace
+
+std::size_t SequenceLength(std::string_view bytes) {
+  const auto byte = [bytes](std::size_t i) {
+    return i < bytes.size() ? static_cast<unsigned char>(bytes[i]) : 0U;
+  };
+  const unsigned first = byte(0);
+  if (first < 0x80) return 1;
+  std::size_t length = 0;
+  unsigned least = 0x80;  // of the second byte: no longer form than needed, and
+  unsigned most = 0xBF;   // neither surrogates nor beyond the last character
+  if (first >= 0xC2 && first <= 0xDF) length = 2;
+  if (first >= 0xE0 && first <= 0xEF) length = 3;
+  if (first >= 0xF0 && first <= 0xF4) length = 4;
+  if (first == 0xE0) least = 0xA0;
+  if (first == 0xED) most = 0x9F;
+  if (first == 0xF0) least = 0x90;
+  if (first == 0xF4) most = 0x8F;
+  if (length == 0 || byte(1) < least || byte(1) > most) return 0;
+  for (std::size_t i = 2; i < length; ++i) {
+    if ((byte(i) & 0xC0U) != 0x80U) return 0;
+  }
+  return length;
+}
 
 bool IsUtf8(std::string_view bytes) {
   while (!bytes.empty()) {

@@ -176,9 +176,8 @@ constexpr SentenceEntry kSentences[] = {
       "第 {v1} 测回中 {1} - {2} 的两个盘位表明仪器误差 {v2.0}\"；请检查是否为同一目标"}},
     {BRENU_SLOPE_WITHOUT_ZENITH,
      "slope-without-zenith",
-     {"the slope distance {1} - {2} has no zenith angle beside it and cannot be made horizontal; "
-      "left "
-      "out",
+     {"the slope distance {1} - {2} has no zenith angle beside it and cannot be made "
+      "horizontal; left out",
       "斜距 {1} - {2} 没有天顶距，无法化为平距；已略去"}},
     {BRENU_ECCENTRIC_WITHOUT_DISTANCE,
      "eccentric-without-distance",
@@ -187,9 +186,8 @@ constexpr SentenceEntry kSentences[] = {
       "对偏心棱镜的方向 {1} - {2} 没有距离，无法归心；已略去"}},
     {BRENU_HEIGHTS_OF_INSTRUMENT_MISSING,
      "heights-of-instrument-missing",
-     {"the height difference {1} - {2}{+1} cannot be computed without the heights of instrument "
-      "and "
-      "target; left out",
+     {"the height difference {1} - {2}{+1} cannot be computed without the heights of "
+      "instrument and target; left out",
       "缺少仪器高和目标高，无法计算高差 {1} - {2}{+1}；已略去"}},
     {BRENU_DISTANCE_OUT_OF_SPREAD,
      "distance-out-of-spread",
@@ -202,9 +200,8 @@ constexpr SentenceEntry kSentences[] = {
       "路线 {1} - {2} 的后视距总和较前视距：{=1.1 m}"}},
     {BRENU_DIRECTION_ALONE_IN_SET,
      "direction-alone-in-set",
-     {"a target was sighted on {1} more often than the others; the direction is alone in its set "
-      "and "
-      "not used, its distance is",
+     {"a target was sighted on {1} more often than the others; the direction is alone in its "
+      "set and not used, its distance is",
       "{1} 上某目标的照准次数多于其他目标；该方向在其测回中仅此一个，未使用，其距离已使用"}},
     {BRENU_CONTROL_CONFLICT,
      "control-conflict",
