@@ -56,10 +56,10 @@ std::vector<Row> ResultTables::Points(MakeRow makeRow) {
   });
 }
 
-template <typename Row, typename LookUp>
-std::vector<Row> ResultTables::Lines(bool (*has)(const ObsData&), LookUp lookUp) {
+template <typename Row, typename HasRow, typename LookUp>
+std::vector<Row> ResultTables::Lines(HasRow hasRow, LookUp lookUp) {
   return Collect<Row>(m_lines, [&](const Line& line, std::vector<Row>& to) {
-    if (!has(*line.obs)) return true;
+    if (!hasRow(line)) return true;
     const auto result = lookUp(line.from, line.to);
     if (result) to.push_back({line.from, line.to, *result});
     return result || IsLeftOut(line.from) || IsLeftOut(line.to);
@@ -91,37 +91,34 @@ std::vector<VerticalRow> ResultTables::Vertical() {
 }
 
 std::vector<HeightRow> ResultTables::Heights() {
-  return Lines<HeightRow>(IsLevelled, [this](auto from, auto to) {
-    return m_context.level.results.ResultOfObs(from, to);
-  });
+  return Lines<HeightRow>(
+      [](const Line& line) { return IsLevelled(*line.obs); },
+      [this](auto from, auto to) { return m_context.level.results.ResultOfObs(from, to); });
 }
 
 std::vector<PlaneObsRow> ResultTables::Directions() {
-  return Lines<PlaneObsRow>(HasDirection, [this](auto from, auto to) {
-    return m_context.plane.results.ResultOfDirection(from, to);
-  });
+  return Lines<PlaneObsRow>(
+      [](const Line& line) { return HasDirection(*line.obs); },
+      [this](auto from, auto to) { return m_context.plane.results.ResultOfDirection(from, to); });
 }
 
 std::vector<PlaneObsRow> ResultTables::Lengths() {
-  return Lines<PlaneObsRow>(HasDistance, [this](auto from, auto to) {
-    return m_context.plane.results.ResultOfDistance(from, to);
-  });
+  return Lines<PlaneObsRow>(
+      [](const Line& line) { return HasDistance(*line.obs); },
+      [this](auto from, auto to) { return m_context.plane.results.ResultOfDistance(from, to); });
 }
 
 std::vector<PlaneObsRow> ResultTables::Azimuths() {
-  return Lines<PlaneObsRow>(HasAzimuth, [this](auto from, auto to) {
-    return m_context.plane.results.ResultOfAzimuth(from, to);
-  });
+  return Lines<PlaneObsRow>(
+      [](const Line& line) { return HasAzimuth(*line.obs); },
+      [this](auto from, auto to) { return m_context.plane.results.ResultOfAzimuth(from, to); });
 }
 
 std::vector<PrecisionRow> ResultTables::Precision() {
   const PlaneAdjustment& net = m_context.plane.results;
-  return Collect<PrecisionRow>(m_lines, [&](const Line& line, std::vector<PrecisionRow>& to) {
-    if (net.IsControl(line.from) && net.IsControl(line.to)) return true;
-    const auto result = net.PrecisionOfLine(line.from, line.to);
-    if (result) to.push_back({line.from, line.to, *result});
-    return result || IsLeftOut(line.from) || IsLeftOut(line.to);
-  });
+  return Lines<PrecisionRow>(
+      [&](const Line& line) { return !net.IsControl(line.from) || !net.IsControl(line.to); },
+      [&](auto from, auto to) { return net.PrecisionOfLine(from, to); });
 }
 
 std::vector<PointRow> ResultTables::Start() {

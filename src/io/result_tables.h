@@ -66,8 +66,8 @@ class ResultTables {
   std::vector<Row> Collect(const std::vector<Item>& items, MakeRow makeRow);
   template <typename Row, typename MakeRow>
   std::vector<Row> Points(MakeRow makeRow);
-  template <typename Row, typename LookUp>
-  std::vector<Row> Lines(bool (*has)(const ObsData&), LookUp lookUp);
+  template <typename Row, typename HasRow, typename LookUp>
+  std::vector<Row> Lines(HasRow hasRow, LookUp lookUp);
   bool IsLeftOut(std::string_view name) const;
   std::optional<PointRow> ApproximateOf(const PointData& p) const;
   std::optional<PointRow> ControlOf(const PointData& p) const;

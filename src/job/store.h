@@ -23,6 +23,7 @@ class Store {
  public:
   using PointMap = std::map<std::int32_t, PointData>;  // by index
 
+  // Not copied: points are found by where they stand in memory.
   Store() = default;
   Store(Store&&) = default;
   Store& operator=(Store&&) = default;

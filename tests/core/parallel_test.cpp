@@ -116,7 +116,7 @@ TEST_F(Parallel, RowsOfATextStandInTheirOrder) {
         for (std::size_t k = begin; k < end; ++k) out += std::to_string(k) + '\n';
       });
     });
-    EXPECT_EQ(text == expected, true) << threads << " threads";
+    EXPECT_TRUE(text == expected) << threads << " threads";
   }
 }
 
