@@ -31,16 +31,22 @@ void ClearLower(double* square, std::ptrdiff_t size, std::size_t begin, std::siz
   }
 }
 
-// To a place before it, which it may overlap, or elsewhere.
-void MoveLower(const double* square, std::ptrdiff_t size, double* to) {
-  for (std::ptrdiff_t j = 0; j < size; ++j) {
-    const std::ptrdiff_t at = j * size + FirstUsed(j);
-    std::copy(square + at, square + (j + 1) * size, to + at);
+// Of a triangle whose columns stand one after the other, each from its diagonal on.
+std::ptrdiff_t ColumnOfTriangle(std::ptrdiff_t column, std::ptrdiff_t size) {
+  return column * size - column * (column - 1) / 2;
+}
+
+// Columns of the lower triangle, to a place before it, which may overlap it, or elsewhere.
+void PackLower(const double* square, std::ptrdiff_t size, double* triangle, std::size_t begin,
+               std::size_t end) {
+  for (auto j = static_cast<std::ptrdiff_t>(begin); j < static_cast<std::ptrdiff_t>(end); ++j) {
+    std::copy(square + j * (size + 1), square + (j + 1) * size,
+              triangle + ColumnOfTriangle(j, size));
   }
 }
 
 // What the columns eliminated so far subtract from the rows below a supernode is a dense square,
-// its update, which waits until the parent takes it up.
+// its update, whose lower triangle waits until the parent takes it up.
 class Factorisation {
  public:
   Factorisation(const SymbolicFactor& symbolic, const StoredEquations& matrix,
@@ -81,7 +87,8 @@ class Factorisation {
     DenseProduct product;
   };
 
-  // A subtree.  Updates wait on a stack; that of the root is then kept for its parent.
+  // A subtree.  Updates wait on a stack, below the square of the current one; that of the root is
+  // then kept for its parent.
   bool Eliminate(const Subtrees::Range& range, Worker& worker) {
     LargeVector<double>& stack = worker.stack;
     stack.clear();
@@ -90,10 +97,10 @@ class Factorisation {
       const Supernode& s = SupernodeOf(k);
       const auto children = m_symbolic.Children(At(k));
       std::size_t waiting = stack.size();
-      for (const std::int32_t c : children) waiting -= UpdateSize(SupernodeOf(c));
+      for (const std::int32_t c : children) waiting -= TriangleSize(SupernodeOf(c));
 
       const std::size_t updateAt = stack.size();
-      stack.resize(updateAt + UpdateSize(s));
+      stack.resize(updateAt + SquareSize(s));
       double* const panel = m_elements.data() + s.firstElement;
       double* const update = stack.data() + updateAt;
       ClearLower(update, s.rowCount, 0, At(s.rowCount));
@@ -101,16 +108,13 @@ class Factorisation {
       const double* childUpdate = stack.data() + waiting;
       for (const std::int32_t c : children) {
         TakeUp(SupernodeOf(c), childUpdate, s, panel, update);
-        childUpdate += UpdateSize(SupernodeOf(c));
+        childUpdate += TriangleSize(SupernodeOf(c));
       }
       if (!Factor(s, update, worker)) return false;
-      MoveLower(update, s.rowCount, stack.data() + waiting);
-      stack.resize(waiting + UpdateSize(s));
+      PackLower(update, s.rowCount, stack.data() + waiting, 0, At(s.rowCount));
+      stack.resize(waiting + TriangleSize(s));
     }
-    const Supernode& root = SupernodeOf(range.end - 1);
-    LargeVector<double>& waiting = m_waiting[At(range.end - 1)];
-    waiting.resize(UpdateSize(root));
-    MoveLower(stack.data(), root.rowCount, waiting.data());
+    m_waiting[At(range.end - 1)].assign(stack.begin(), stack.end());
     return true;
   }
 
@@ -118,16 +122,22 @@ class Factorisation {
   bool EliminateAbove(std::size_t k) {
     const Supernode& s = m_symbolic.Supernodes()[k];
     double* const panel = m_elements.data() + s.firstElement;
-    m_waiting[k].resize(UpdateSize(s));
+    m_square.resize(SquareSize(s));
+    double* const update = m_square.data();
     ForEachPart(At(s.rowCount), kColumns, [&](std::size_t begin, std::size_t end) {
-      ClearLower(m_waiting[k].data(), s.rowCount, begin, end);
+      ClearLower(update, s.rowCount, begin, end);
     });
     m_matrix.Fill(m_symbolic, k, panel, m_workers[0].rowOf);
     for (const std::int32_t c : m_symbolic.Children(k)) {
-      TakeUp(SupernodeOf(c), m_waiting[At(c)].data(), s, panel, m_waiting[k].data());
+      TakeUp(SupernodeOf(c), m_waiting[At(c)].data(), s, panel, update);
       Release(m_waiting[At(c)]);
     }
-    return Factor(s, m_waiting[k].data(), m_workers[0]);
+    if (!Factor(s, update, m_workers[0])) return false;
+    m_waiting[k].resize(TriangleSize(s));
+    ForEachPart(At(s.rowCount), kColumns, [&](std::size_t begin, std::size_t end) {
+      PackLower(update, s.rowCount, m_waiting[k].data(), begin, end);
+    });
+    return true;
   }
 
   bool Factor(const Supernode& s, double* update, Worker& worker) {
@@ -159,7 +169,8 @@ class Factorisation {
         const std::ptrdiff_t column = inPanel
                                           ? place * parent.Height()
                                           : (place - parent.width) * parent.rowCount - parent.width;
-        const double* const from = childUpdate + j * places.size();
+        const double* const from =
+            childUpdate + ColumnOfTriangle(static_cast<std::ptrdiff_t>(j), child.rowCount) - j;
         for (std::size_t i = j; i < places.size(); ++i) target[column + places[i]] += from[i];
       }
     });
@@ -170,21 +181,25 @@ class Factorisation {
     std::size_t most = 0;
     std::size_t size = 0;
     for (std::int32_t s = range.first; s < range.end; ++s) {
-      size += UpdateSize(SupernodeOf(s));
-      most = std::max(most, size);
-      for (const std::int32_t c : m_symbolic.Children(At(s))) size -= UpdateSize(SupernodeOf(c));
+      most = std::max(most, size + SquareSize(SupernodeOf(s)));
+      size += TriangleSize(SupernodeOf(s));
+      for (const std::int32_t c : m_symbolic.Children(At(s))) size -= TriangleSize(SupernodeOf(c));
     }
     return most;
   }
 
   const Supernode& SupernodeOf(std::int32_t s) const { return m_symbolic.Supernodes()[At(s)]; }
-  static std::size_t UpdateSize(const Supernode& s) { return At(s.rowCount) * At(s.rowCount); }
+  static std::size_t SquareSize(const Supernode& s) { return At(s.rowCount) * At(s.rowCount); }
+  static std::size_t TriangleSize(const Supernode& s) {
+    return At(ColumnOfTriangle(s.rowCount, s.rowCount));
+  }
 
   const SymbolicFactor& m_symbolic;
   const StoredEquations& m_matrix;
   std::span<double> m_elements;
   PivotCheck* m_check;
   std::vector<LargeVector<double>> m_waiting;  // by supernode: updates of and above subtree roots
+  LargeVector<double> m_square;                // the update of a supernode above the subtrees
   std::vector<Worker> m_workers;
 };
 
