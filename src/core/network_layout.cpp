@@ -34,8 +34,12 @@ NetworkLayout::NetworkLayout(std::span<const PointData> points, std::int32_t con
 std::vector<std::string_view> NetworkLayout::CollectSights(const ObservationMap& observations,
                                                            bool (*accept)(const ObsData&)) {
   std::vector<std::string_view> missing;
+  std::size_t count = 0;
+  for (const auto& entry : observations) count += entry.second.size();
   m_sights.Clear();
+  m_sights.Reserve(count);
   m_firstSight.Clear();
+  m_firstSight.Reserve(static_cast<std::size_t>(m_names.Count()) + 1);
   const Slot end(static_cast<std::size_t>(m_names.Count()) + 1);
   Slot next(0);  // the first slot of which it is not yet known where its sights begin
   const auto beginUpTo = [&](Slot slot) {

@@ -14,10 +14,11 @@ void NormalEquations::SetPattern(const UnknownPattern& pattern) {
                                               : MakeSparseNormalMatrix(pattern);
 }
 
-void NormalEquations::Reset() {
+void NormalEquations::Reset(std::size_t equations) {
   assert(HasPattern());
   m_solved = false;
   m_matrix->Clear();
+  m_matrix->Reserve(equations, equations * EquationList::kMostTerms);
   std::fill(m_rhs.begin(), m_rhs.end(), 0.0);
 }
 

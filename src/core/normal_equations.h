@@ -67,8 +67,9 @@ class NormalEquations {
   template <typename UnknownOf>
   std::vector<std::size_t> FastestOrder(std::size_t count, UnknownOf unknownOf) const;
 
-  // Starts anew with N and b zero; the last solution stays until the next one.
-  void Reset();
+  // Starts anew with N and b zero; the last solution stays until the next one.  Takes memory for so
+  // many equations, should there be more it grows.
+  void Reset(std::size_t equations = 0);
 
   // The unknowns of an equation must meet in the pattern.
   void Add(std::span<const Term> equation, double weight, double reduced);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <memory>
 #include <span>
@@ -26,6 +27,8 @@ class NormalMatrix {
 
   // Before the first equation, too.
   virtual void Clear() = 0;
+  // For so many equations with so many terms in all.
+  virtual void Reserve(std::size_t equations, std::size_t terms) = 0;
   // Adds a_k p a_m to the element of the unknowns of any two terms.
   virtual void Add(std::span<const Term> equation, double weight) = 0;
   virtual double& Diagonal(std::int32_t unknown) = 0;

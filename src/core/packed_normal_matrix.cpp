@@ -18,6 +18,7 @@ class PackedNormalMatrix : public NormalMatrix {
   explicit PackedNormalMatrix(std::size_t order) : m_order(order) {}
 
   void Clear() override { m_elements.assign(PackedSize(m_order), 0.0); }
+  void Reserve(std::size_t, std::size_t) override {}
 
   void Add(std::span<const Term> equation, double weight) override {
     for (const Term& row : equation) {

@@ -80,7 +80,7 @@ void PlaneAdjustment::DeriveDirections() {
     if (net.PointOf(s.station).IsNone() || net.PointOf(s.target).IsNone()) continue;
     if (!HasDistance(s.obs) && !HasDirection(s.obs)) continue;
     const double azimuth = DirectionCoefficients(s.station, s.target).value;
-    m_obs.AddDirection({k, s.station, s.target, azimuth});
+    m_obs.AddDirection({.sight = k, .from = s.station, .to = s.target, .observed = azimuth});
   }
   m_directionsDerived = true;
 }

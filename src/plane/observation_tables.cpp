@@ -7,12 +7,21 @@
 namespace brenu {
 
 ObservationTables::ObservationTables(const NetworkLayout& layout, bool distancesOnly) {
+  const auto countOf = [&](bool (*has)(const ObsData&)) {
+    return static_cast<std::size_t>(std::count_if(layout.Sights().begin(), layout.Sights().end(),
+                                                  [&](const Sight& s) { return has(s.obs); }));
+  };
+  if (!distancesOnly) {
+    directions.reserve(countOf(HasDirection));
+    azimuths.reserve(countOf(HasAzimuth));
+  }
+  distances.reserve(countOf(HasDistance));
   m_places.Assign(layout.Sights().Size(), {});
   for (const SightNo sight : layout.Sights().Indices()) {
     const Sight& s = layout.At(sight);
     Places& places = m_places[sight];
     const auto add = [&](std::vector<PlaneObs>& table, double observed) {
-      table.push_back({sight, s.station, s.target, observed});
+      table.push_back({.sight = sight, .from = s.station, .to = s.target, .observed = observed});
       return static_cast<std::int32_t>(table.size()) - 1;
     };
     if (HasDirection(s.obs) && !distancesOnly) {

@@ -12,10 +12,10 @@ namespace brenu {
 struct PlaneObs {
   SightNo sight;          // its sight in the layout
   Slot from, to;          // names of station and target
-  double observed;        // radians, or metres for a distance
-  double residual = 0.0;  // reduced observation, later residual: arc-seconds, or metres
   bool inUse = true;      // cleared when data snooping takes the observation out
   bool leftOut = false;   // an end of it is no point, or could not be determined; then not in use
+  double observed;        // radians, or metres for a distance
+  double residual = 0.0;  // reduced observation, later residual: arc-seconds, or metres
 };
 
 // The directions of one station, which share an orientation.

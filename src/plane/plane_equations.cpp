@@ -63,7 +63,7 @@ Outcome PlaneAdjustment::BuildNormals() {
     return Error(BRENU_NAME_WITHOUT_POINT, {names.NameAt(o->from), names.NameAt(o->to)});
   }
   if (!m_normal.HasPattern()) AnalysePattern();
-  m_normal.Reset();
+  m_normal.Reset(m_obs.directions.size() + m_obs.distances.size() + m_obs.azimuths.size());
   NumberOrientations();
   AddDirections();
   m_normal.AddAll(m_distanceOrder.size(), [this](std::size_t k, EquationList& equations) {

@@ -8,6 +8,7 @@
 #include "core/sparse/dense_factor.h"
 #include "core/sparse/row_runs.h"
 #include "core/sparse/subtrees.h"
+#include "core/sparse/triangle.h"
 
 namespace brenu {
 
@@ -17,19 +18,21 @@ constexpr std::ptrdiff_t kBlock = 64;  // columns of triangular products treated
 
 std::size_t At(std::ptrdiff_t i) { return static_cast<std::size_t>(i); }
 
-// From the last supernode to the first.  A supernode needs the inverse Z of the rows below it, a
-// full square, which its parent cuts out for it.
+// From the last supernode to the first.  A supernode needs the inverse Z of the rows below it,
+// which its parent cuts out for it: a triangle as long as it waits, a full square when its turn
+// comes.
 class Inversion {
  public:
   Inversion(const SymbolicFactor& symbolic, std::span<double> elements)
       : m_symbolic(symbolic),
         m_elements(elements),
-        m_squares(symbolic.Supernodes().size()),
+        m_waiting(symbolic.Supernodes().size()),
         m_workers(WorkerCount()) {}
 
   void Run() {
     const Subtrees subtrees(m_symbolic, m_workers.size());
     for (std::size_t k = subtrees.above.size(); k-- > 0;) InvertAbove(subtrees.above[k]);
+
     ForEach(subtrees.ranges.size(), [&](std::size_t i, std::size_t worker) {
       Invert(subtrees.ranges[i], m_workers[worker]);
     });
@@ -37,11 +40,12 @@ class Inversion {
 
  private:
   struct Worker {
-    LargeVector<double> stack;     // squares for supernodes still to come, the next one on top
-    std::vector<double> inverseD;  // of the current supernode, like the rest
-    LargeVector<double> x;         // X, by columns
-    LargeVector<double> y;         // Y, by columns
-    LargeVector<double> z;         // Z_RJ, by columns
+    LargeVector<double> stack;   // triangles of supernodes still to come, the next one on top
+    LargeVector<double> zBelow;  // of the current supernode, like the rest
+    std::vector<double> inverseD;
+    LargeVector<double> x;  // X, by columns
+    LargeVector<double> y;  // Y, by columns
+    LargeVector<double> z;  // Z_RJ, by columns
     LargeVector<double> work;
     DenseProduct product;
     RowRuns runs;  // of the child that is served
@@ -50,33 +54,53 @@ class Inversion {
   // A supernode above the subtrees.
   void InvertAbove(std::int32_t k) {
     const Supernode& s = SupernodeOf(k);
-    LargeVector<double>& square = m_squares[At(k)];
-    Invert(s, square.data(), m_workers[0]);
+    Worker& worker = m_workers[0];
+    Unpack(m_waiting[At(k)].data(), s, worker.zBelow);
+    Release(m_waiting[At(k)]);
+    Invert(s, worker);
     for (const std::int32_t c : m_symbolic.Children(At(k))) {
-      m_squares[At(c)].resize(SquareSize(SupernodeOf(c)));
-      CutOut(SupernodeOf(c), s, square.data(), m_squares[At(c)].data(), m_workers[0].runs);
+      m_waiting[At(c)].resize(TriangleSize(SupernodeOf(c).rowCount));
+      CutOut(SupernodeOf(c), s, m_waiting[At(c)].data(), worker);
     }
-    Release(square);
+    // The next ones are smaller.
+    Release(worker.x);
+    Release(worker.work);
   }
 
-  // A subtree, with squares on a stack.
+  // A subtree, with triangles on a stack.
   void Invert(const Subtrees::Range& range, Worker& worker) {
     LargeVector<double>& stack = worker.stack;
-    LargeVector<double>& square = m_squares[At(range.end - 1)];
+    LargeVector<double>& waiting = m_waiting[At(range.end - 1)];
     stack.clear();
     stack.reserve(MostStacked(range));
-    stack.insert(stack.end(), square.begin(), square.end());
-    Release(square);
+    stack.insert(stack.end(), waiting.begin(), waiting.end());
+    Release(waiting);
     for (std::int32_t k = range.end; k-- > range.first;) {
       const Supernode& s = SupernodeOf(k);
-      Invert(s, stack.data() + (stack.size() - SquareSize(s)), worker);
-      ServeChildren(s, m_symbolic.Children(At(k)), stack, worker.runs);
+      std::size_t top = stack.size() - TriangleSize(s.rowCount);
+      Unpack(stack.data() + top, s, worker.zBelow);
+      stack.resize(top);
+      Invert(s, worker);
+      for (const std::int32_t c : m_symbolic.Children(At(k))) {
+        top = stack.size();
+        stack.resize(top + TriangleSize(SupernodeOf(c).rowCount));
+        CutOut(SupernodeOf(c), s, stack.data() + top, worker);
+      }
     }
+  }
+
+  static void Unpack(const double* triangle, const Supernode& s, LargeVector<double>& square) {
+    square.clear();  // else old contents would move
+    square.resize(At(s.rowCount) * At(s.rowCount));
+    ForEachPart(At(s.rowCount), At(kBlock), [&](std::size_t begin, std::size_t end) {
+      UnpackSquare(triangle, s.rowCount, square.data(), static_cast<std::ptrdiff_t>(begin),
+                   static_cast<std::ptrdiff_t>(end));
+    });
   }
 
   // With J the columns and R the rows below, X = L_JJ^-1 and Y = L_RJ X:
   //   Z_RJ = -Z_RR Y,  Z_JJ = X^T D^-1 X - Z_RJ^T Y.
-  void Invert(const Supernode& s, const double* zBelow, Worker& worker) {
+  void Invert(const Supernode& s, Worker& worker) {
     const std::ptrdiff_t height = s.Height();
     const std::ptrdiff_t width = s.width;
     const std::ptrdiff_t rows = s.rowCount;
@@ -100,8 +124,8 @@ class Inversion {
 
     const MatrixView y = {worker.y.data(), rows, 1};
     for (std::ptrdiff_t j = 0; j < width; ++j) std::fill_n(panel + j * height, height, 0.0);
-    worker.product.Add({{zBelow, 1, rows}, y, nullptr, -1.0, rows, width, rows}, panel + width,
-                       height, DenseProduct::Part::kWhole);
+    worker.product.Add({{worker.zBelow.data(), 1, rows}, y, nullptr, -1.0, rows, width, rows},
+                       panel + width, height, DenseProduct::Part::kWhole);
     // Z_RJ moves out of the panel: a product must not overlap its result.
     worker.z.resize(At(rows * width));
     for (std::ptrdiff_t j = 0; j < width; ++j) {
@@ -119,67 +143,51 @@ class Inversion {
     }
   }
 
-  // Puts the squares that the children need in the place of the supernode's own one.
-  void ServeChildren(const Supernode& s, std::span<const std::int32_t> children,
-                     LargeVector<double>& stack, RowRuns& runs) const {
-    const std::size_t ownAt = stack.size() - SquareSize(s);
-    std::size_t childAt = stack.size();
-    std::size_t needed = 0;
-    for (const std::int32_t c : children) needed += SquareSize(SupernodeOf(c));
-    stack.resize(childAt + needed);
-    for (const std::int32_t c : children) {
-      CutOut(SupernodeOf(c), s, stack.data() + ownAt, stack.data() + childAt, runs);
-      childAt += SquareSize(SupernodeOf(c));
-    }
-    stack.erase(stack.begin() + static_cast<std::ptrdiff_t>(ownAt),
-                stack.begin() + static_cast<std::ptrdiff_t>(ownAt + SquareSize(s)));
-  }
-
-  void CutOut(const Supernode& child, const Supernode& parent, const double* zBelow, double* square,
-              RowRuns& runs) const {
+  // The triangle that a child needs.
+  void CutOut(const Supernode& child, const Supernode& parent, double* triangle,
+              Worker& worker) const {
     const double* const panel = m_elements.data() + parent.firstElement;
+    const double* const zBelow = worker.zBelow.data();
     const auto places = m_symbolic.RowsInParent(child);
-    const std::size_t size = places.size();
+    RowRuns& runs = worker.runs;
     runs.Find(places);
-    ForEachPart(size, kBlock, [&](std::size_t first, std::size_t end) {
+    ForEachPart(places.size(), At(kBlock), [&](std::size_t first, std::size_t end) {
       for (std::size_t j = first; j < end; ++j) {
         const std::ptrdiff_t place = places[j];
         const bool inPanel = place < parent.width;
         const double* const source = inPanel ? panel : zBelow;
-        // Where row 0 of the column would stand.
+        // Where row 0 of the columns would stand.
         const std::ptrdiff_t column = inPanel
                                           ? place * parent.Height()
                                           : (place - parent.width) * parent.rowCount - parent.width;
+        const auto here = static_cast<std::ptrdiff_t>(j);
+        double* const to = triangle + ColumnOfTriangle(here, child.rowCount) - here;
         runs.ForEachFrom(j, [&](std::size_t row, std::ptrdiff_t at, std::size_t count) {
-          std::copy_n(source + column + at, count, square + j * size + row);
+          std::copy_n(source + column + at, count, to + row);
         });
-      }
-      // The upper triangle, some columns at a time so that they stay in the cache.
-      for (std::size_t i = first + 1; i < size; ++i) {
-        const std::size_t columns = std::min(end, i);
-        for (std::size_t j = first; j < columns; ++j) square[i * size + j] = square[j * size + i];
       }
     });
   }
 
   // The largest size of the stack.
   std::size_t MostStacked(const Subtrees::Range& range) const {
-    std::size_t size = SquareSize(SupernodeOf(range.end - 1));
+    std::size_t size = TriangleSize(SupernodeOf(range.end - 1).rowCount);
     std::size_t most = size;
     for (std::int32_t s = range.end; s-- > range.first;) {
-      for (const std::int32_t c : m_symbolic.Children(At(s))) size += SquareSize(SupernodeOf(c));
+      size -= TriangleSize(SupernodeOf(s).rowCount);
+      for (const std::int32_t c : m_symbolic.Children(At(s))) {
+        size += TriangleSize(SupernodeOf(c).rowCount);
+      }
       most = std::max(most, size);
-      size -= SquareSize(SupernodeOf(s));
     }
     return most;
   }
 
   const Supernode& SupernodeOf(std::int32_t s) const { return m_symbolic.Supernodes()[At(s)]; }
-  static std::size_t SquareSize(const Supernode& s) { return At(s.rowCount) * At(s.rowCount); }
 
   const SymbolicFactor& m_symbolic;
   std::span<double> m_elements;
-  std::vector<LargeVector<double>> m_squares;  // by supernode: of and above subtree roots
+  std::vector<LargeVector<double>> m_waiting;  // by supernode: of and above subtree roots
   std::vector<Worker> m_workers;
 };
 

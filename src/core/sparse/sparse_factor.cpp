@@ -9,6 +9,7 @@
 #include "core/sparse/dense_factor.h"
 #include "core/sparse/dense_tile.h"
 #include "core/sparse/subtrees.h"
+#include "core/sparse/triangle.h"
 
 namespace brenu {
 
@@ -28,20 +29,6 @@ void ClearLower(double* square, std::ptrdiff_t size, std::size_t begin, std::siz
   for (auto j = static_cast<std::ptrdiff_t>(begin); j < static_cast<std::ptrdiff_t>(end); ++j) {
     const std::ptrdiff_t first = FirstUsed(j);
     std::fill_n(square + j * size + first, size - first, 0.0);
-  }
-}
-
-// Of a triangle whose columns stand one after the other, each from its diagonal on.
-std::ptrdiff_t ColumnOfTriangle(std::ptrdiff_t column, std::ptrdiff_t size) {
-  return column * size - column * (column - 1) / 2;
-}
-
-// Columns of the lower triangle, to a place before it, which may overlap it, or elsewhere.
-void PackLower(const double* square, std::ptrdiff_t size, double* triangle, std::size_t begin,
-               std::size_t end) {
-  for (auto j = static_cast<std::ptrdiff_t>(begin); j < static_cast<std::ptrdiff_t>(end); ++j) {
-    std::copy(square + j * (size + 1), square + (j + 1) * size,
-              triangle + ColumnOfTriangle(j, size));
   }
 }
 
@@ -97,7 +84,7 @@ class Factorisation {
       const Supernode& s = SupernodeOf(k);
       const auto children = m_symbolic.Children(At(k));
       std::size_t waiting = stack.size();
-      for (const std::int32_t c : children) waiting -= TriangleSize(SupernodeOf(c));
+      for (const std::int32_t c : children) waiting -= TriangleSize(SupernodeOf(c).rowCount);
 
       const std::size_t updateAt = stack.size();
       stack.resize(updateAt + SquareSize(s));
@@ -108,11 +95,11 @@ class Factorisation {
       const double* childUpdate = stack.data() + waiting;
       for (const std::int32_t c : children) {
         TakeUp(SupernodeOf(c), childUpdate, s, panel, update);
-        childUpdate += TriangleSize(SupernodeOf(c));
+        childUpdate += TriangleSize(SupernodeOf(c).rowCount);
       }
       if (!Factor(s, update, worker)) return false;
-      PackLower(update, s.rowCount, stack.data() + waiting, 0, At(s.rowCount));
-      stack.resize(waiting + TriangleSize(s));
+      PackLower(update, s.rowCount, stack.data() + waiting, 0, s.rowCount);
+      stack.resize(waiting + TriangleSize(s.rowCount));
     }
     m_waiting[At(range.end - 1)].assign(stack.begin(), stack.end());
     return true;
@@ -122,6 +109,7 @@ class Factorisation {
   bool EliminateAbove(std::size_t k) {
     const Supernode& s = m_symbolic.Supernodes()[k];
     double* const panel = m_elements.data() + s.firstElement;
+    m_square.clear();
     m_square.resize(SquareSize(s));
     double* const update = m_square.data();
     ForEachPart(At(s.rowCount), kColumns, [&](std::size_t begin, std::size_t end) {
@@ -133,9 +121,10 @@ class Factorisation {
       Release(m_waiting[At(c)]);
     }
     if (!Factor(s, update, m_workers[0])) return false;
-    m_waiting[k].resize(TriangleSize(s));
+    m_waiting[k].resize(TriangleSize(s.rowCount));
     ForEachPart(At(s.rowCount), kColumns, [&](std::size_t begin, std::size_t end) {
-      PackLower(update, s.rowCount, m_waiting[k].data(), begin, end);
+      PackLower(update, s.rowCount, m_waiting[k].data(), static_cast<std::ptrdiff_t>(begin),
+                static_cast<std::ptrdiff_t>(end));
     });
     return true;
   }
@@ -182,17 +171,15 @@ class Factorisation {
     std::size_t size = 0;
     for (std::int32_t s = range.first; s < range.end; ++s) {
       most = std::max(most, size + SquareSize(SupernodeOf(s)));
-      size += TriangleSize(SupernodeOf(s));
-      for (const std::int32_t c : m_symbolic.Children(At(s))) size -= TriangleSize(SupernodeOf(c));
+      size += TriangleSize(SupernodeOf(s).rowCount);
+      for (const std::int32_t c : m_symbolic.Children(At(s)))
+        size -= TriangleSize(SupernodeOf(c).rowCount);
     }
     return most;
   }
 
   const Supernode& SupernodeOf(std::int32_t s) const { return m_symbolic.Supernodes()[At(s)]; }
   static std::size_t SquareSize(const Supernode& s) { return At(s.rowCount) * At(s.rowCount); }
-  static std::size_t TriangleSize(const Supernode& s) {
-    return At(ColumnOfTriangle(s.rowCount, s.rowCount));
-  }
 
   const SymbolicFactor& m_symbolic;
   const StoredEquations& m_matrix;

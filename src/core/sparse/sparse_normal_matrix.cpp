@@ -31,6 +31,10 @@ class SparseNormalMatrix : public NormalMatrix {
     m_isFactor = m_isInverse = false;
   }
 
+  void Reserve(std::size_t equations, std::size_t terms) override {
+    m_equations.Reserve(equations, terms);
+  }
+
   void Add(std::span<const Term> equation, double weight) override {
     m_equations.Add(m_symbolic, equation, weight);
   }

@@ -19,6 +19,13 @@ void StoredEquations::Clear(const SymbolicFactor& symbolic) {
   m_coefficients.clear();
 }
 
+void StoredEquations::Reserve(std::size_t equations, std::size_t terms) {
+  m_weights.reserve(equations);
+  m_end.reserve(equations);
+  m_places.reserve(terms);
+  m_coefficients.reserve(terms);
+}
+
 void StoredEquations::Release() {
   brenu::Release(m_weights);
   brenu::Release(m_end);

@@ -17,6 +17,7 @@ class StoredEquations {
  public:
   // Forgets the equations; all diagonal elements become zero.
   void Clear(const SymbolicFactor& symbolic);
+  void Reserve(std::size_t equations, std::size_t terms);
   // Adds a_k p a_m to the element of the unknowns of any two terms.
   void Add(const SymbolicFactor& symbolic, std::span<const Term> equation, double weight);
   // The element on the diagonal, by place, as the equations so far and the caller have made it.

@@ -30,7 +30,7 @@ bool IsWorthwhile(const Block& joined) {
     std::int64_t width;
     double zeroShare;
   };
-  constexpr Limit kLimits[] = {{16, 0.5}, {48, 0.2}, {1000000000, 0.05}};
+  constexpr Limit kLimits[] = {{16, 0.3}, {48, 0.1}, {1000000000, 0.02}};
   for (const Limit& limit : kLimits) {
     if (joined.width > limit.width) continue;
     return static_cast<double>(joined.zeros) <=
