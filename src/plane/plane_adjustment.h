@@ -158,6 +158,9 @@ class PlaneAdjustment {
   Outcome ExplainResult() const;
   Finding ExplainNotFinite() const;
 
+  // Of an observation, with the orientation unknown of its set; negative for none.
+  PlaneObsCheck CheckOf(PlaneKind kind, const PlaneObs& o, std::int32_t orientation) const;
+
   // Rules of textbooks.
   Outcome PlaceAndConverge(bool withoutGrossErrors);
   void TakeOutGrossErrors();

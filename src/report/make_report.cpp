@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "core/angles.h"
+#include "core/parallel.h"
 #include "report/closure_rows.h"
 #include "report/statistics.h"
 #include "report/verdict.h"
@@ -15,6 +16,7 @@ namespace brenu {
 
 namespace {
 
+constexpr std::size_t kRowsOfPart = 1024;  // that a thread makes at a time
 constexpr double kNone = std::numeric_limits<double>::quiet_NaN();
 
 double Degrees(double dms) { return DmsToRad(dms) / kPi * 180.0; }
@@ -43,6 +45,7 @@ class Maker {
   std::pair<std::string, std::string> NamesOf(const NetworkLayout& net, SightNo sight) const;
   ObservationName NameOf(const PlaneObsId& id) const;
   TakenOutRow Row(const TakenOut& out) const;
+  ObservationRow Row(const PlaneObsCheck& checked, const PlaneReport& report) const;
   void AddRelative(PlaneReport& report) const;
 
   const AdjustmentContext& m_context;
@@ -146,23 +149,48 @@ TakenOutRow Maker::Row(const TakenOut& out) const {
   return row;
 }
 
+ObservationRow Maker::Row(const PlaneObsCheck& checked, const PlaneReport& report) const {
+  const NetworkLayout& net = m_context.plane.results.Net().layout;
+  const auto kind = static_cast<ObsKind>(checked.id.kind);
+  ObservationRow row = CheckedRow(kind, checked.check, report.m0, report.isScaled);
+  std::tie(row.from, row.to) = NamesOf(net, checked.id.sight);
+  const ObsData& obs = net.At(checked.id.sight).obs;
+  if (kind == ObsKind::kDistance) {
+    row.observed = obs.distance;
+    row.adjusted = row.observed + row.residual;
+  } else {
+    row.observed = Degrees(kind == ObsKind::kDirection ? obs.direction : obs.azimuth);
+    row.adjusted = TurnedBy(row.observed, row.residual);
+  }
+  return row;
+}
+
 // Of every stored pair once, and of those asked for.
 void Maker::AddRelative(PlaneReport& report) const {
   const PlaneAdjustment& results = m_context.plane.results;
   const NetworkLayout& net = results.Net().layout;
-  const auto add = [&](Slot from, Slot to) {
-    const auto r = results.PrecisionBetween(from, to);
-    if (!r) return;
-    report.relative.push_back({ToUtf8(net.Names().NameAt(from)), ToUtf8(net.Names().NameAt(to)),
-                               EllipseOf(*r, report.factor95)});
-  };
+  std::vector<std::pair<Slot, Slot>> pairs;
   for (const SightNo k : net.Sights().Indices()) {
     const Sight& s = net.At(k);
     const SightNo back = net.FindSight(s.target, s.station);
-    if (back.IsNone() || k < back) add(s.station, s.target);
+    if (back.IsNone() || k < back) pairs.emplace_back(s.station, s.target);
   }
   for (const auto& [from, to] : results.Net().askedPairs) {
-    if (net.FindSight(from, to).IsNone() && net.FindSight(to, from).IsNone()) add(from, to);
+    const bool isNew = net.FindSight(from, to).IsNone() && net.FindSight(to, from).IsNone();
+    if (isNew) pairs.emplace_back(from, to);
+  }
+  std::vector<std::optional<RelativeEllipseRow>> rows(pairs.size());
+  ForEachPart(pairs.size(), kRowsOfPart, [&](std::size_t begin, std::size_t end) {
+    for (std::size_t k = begin; k < end; ++k) {
+      const auto [from, to] = pairs[k];
+      const auto r = results.PrecisionBetween(from, to);
+      if (!r) continue;
+      rows[k] = {ToUtf8(net.Names().NameAt(from)), ToUtf8(net.Names().NameAt(to)),
+                 EllipseOf(*r, report.factor95)};
+    }
+  });
+  for (auto& row : rows) {
+    if (row) report.relative.push_back(std::move(*row));
   }
 }
 
@@ -183,21 +211,10 @@ PlaneReport Maker::Plane() const {
     report.points.push_back(std::move(row));
   }
   const std::vector<PlaneObsCheck> checks = results.ObservationChecks();
-  report.observations.reserve(checks.size());
-  for (const auto& [id, check] : checks) {
-    const auto kind = static_cast<ObsKind>(id.kind);
-    ObservationRow row = CheckedRow(kind, check, report.m0, report.isScaled);
-    std::tie(row.from, row.to) = NamesOf(net, id.sight);
-    const ObsData& obs = net.At(id.sight).obs;
-    if (kind == ObsKind::kDistance) {
-      row.observed = obs.distance;
-      row.adjusted = row.observed + row.residual;
-    } else {
-      row.observed = Degrees(kind == ObsKind::kDirection ? obs.direction : obs.azimuth);
-      row.adjusted = TurnedBy(row.observed, row.residual);
-    }
-    report.observations.push_back(std::move(row));
-  }
+  report.observations.resize(checks.size());
+  ForEachPart(checks.size(), kRowsOfPart, [&](std::size_t begin, std::size_t end) {
+    for (std::size_t k = begin; k < end; ++k) report.observations[k] = Row(checks[k], report);
+  });
   for (const TakenOut& out : results.AllTakenOut()) report.takenOut.push_back(Row(out));
   for (const ControlFit& fit : results.ControlFits()) {
     const std::string name = ToUtf8(net.Names().NameAt(net.SlotOf(fit.point)));
@@ -218,6 +235,7 @@ Report MakeReport(const AdjustmentContext& context, std::string file, Findings f
   report.rules = context.rules;
   report.param = context.param;
   report.findings = std::move(found);
+  const ThreadTeam team;
   const Maker maker(context);
   if (context.adjusted.heights) report.heights = maker.Heights();
   if (context.adjusted.plane) report.plane = maker.Plane();

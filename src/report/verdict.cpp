@@ -4,6 +4,7 @@
 #include <cmath>
 #include <map>
 #include <string_view>
+#include <unordered_map>
 #include <utility>
 
 #include "core/distributions.h"
@@ -181,7 +182,7 @@ void Judgement::JudgeGroups(const NetworkReport& network) {
 template <typename PointRow>
 void Judgement::JudgePoints(const NetworkReport& network, const std::vector<PointRow>& points) {
   if (network.redundancy <= 0) return;  // said already
-  std::map<std::string_view, Checked> best;
+  std::unordered_map<std::string_view, Checked> best(points.size());
   for (const ObservationRow& row : network.observations) {
     if (row.removed) continue;
     for (const std::string* name : {&row.from, &row.to}) {
