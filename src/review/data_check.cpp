@@ -108,10 +108,10 @@ void CheckLineUnits(const Observations& observations, Findings& found) {
   }
 }
 
-// A decimal comma makes them.
+// A decimal comma makes them in a levelling network.
 void CheckAzimuths(const AdjustmentContext& context, const Observations& observations,
                    Findings& found) {
-  if (HasPlaneControl(context)) return;
+  if (HasPlaneControl(context) || !HasHeightControl(context)) return;
   const auto azimuth = std::find_if(observations.begin(), observations.end(),
                                     [](const Observation& o) { return HasAzimuth(o.data); });
   if (azimuth == observations.end()) return;
