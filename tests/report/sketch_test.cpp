@@ -1,6 +1,7 @@
 // The network as a picture and as a drawing for CAD.
 #include <gmock/gmock.h>
 
+#include <algorithm>
 #include <cmath>
 #include <numbers>
 #include <sstream>
@@ -293,6 +294,36 @@ TEST(Dxf, HasExactCoordinatesOnLayersByKind) {
   EXPECT_THAT(dxf, HasSubstr("\n1\n\\U+5317\\U+FFFD1\n"));
   EXPECT_EQ(CountOf(dxf, "\nTEXT\n8\nLABELS\n"), 50U);
   EXPECT_THAT(dxf, HasSubstr("error ellipse x "));
+}
+
+// Its corners, east and north of the point: the farthest one lies at the azimuth of the semi-axis
+// e.
+TEST(Dxf, HasTheEllipseAtItsAzimuth) {
+  Sketch sketch;
+  sketch.points = {Placed("A", 0.0, 0.0, kControl), Placed("P", 700.0, 500.0)};
+  sketch.points[1].ellipse = {0.02, 0.01, 30.0};
+  sketch.lines = {{0, 1, kBothWays}};
+  const std::string dxf = Dxf(sketch);
+  const auto note = dxf.find("error ellipse x ");
+  ASSERT_NE(note, std::string::npos);
+  const double exaggeration = std::stod(dxf.substr(note + 16));
+  double largest = 0.0;
+  double smallest = 1e9;
+  double azimuth = 0.0;
+  const std::string vertex = "VERTEX\n8\nELLIPSES\n10\n";
+  for (auto at = dxf.find(vertex); at != std::string::npos; at = dxf.find(vertex, at + 1)) {
+    const std::size_t north = dxf.find("\n20\n", at) + 4;
+    const double dy = std::stod(dxf.substr(at + vertex.size())) - 500.0;
+    const double dx = std::stod(dxf.substr(north)) - 700.0;
+    const double length = std::hypot(dx, dy);
+    smallest = std::min(smallest, length);
+    if (length <= largest) continue;
+    largest = length;
+    azimuth = std::atan2(dy, dx) * 180.0 / std::numbers::pi;
+  }
+  EXPECT_NEAR(largest, 0.02 * exaggeration, 1e-3);
+  EXPECT_NEAR(smallest, 0.01 * exaggeration, 1e-3);
+  EXPECT_NEAR(std::fmod(azimuth + 360.0, 180.0), 30.0, 1e-2);
 }
 
 }  // namespace

@@ -35,5 +35,27 @@ TEST_F(CheckCommand, NamesWhatIsNotDetermined) {
   EXPECT_THAT(run.out, ContainsRegex("points +5\n"));
 }
 
+// P comes to 100.5 from A; sqrt(1 km + 1 km) and sqrt(4 km) of 1 mm.
+TEST_F(CheckCommand, ComparesHeightDifferences) {
+  ExpectOutput(
+      "[PT]\nA,01,,,100\nB,01,,,102\nP,00,,,\n\n"
+      "[OBS]\nA,P,,1000,0.5,\nP,A,,1000,-0.503,\nP,B,,4000,1.496,\n",
+      {"levelling network\n", "height differences +3\n",
+       "There and back.*\n.*\n +height difference +A +P +0\\.5000 +-3\\.00 +mm +-2\\.1\n",
+       "Observed minus computed.*\n.*\n.* P +A +-0\\.5030 +-3\\.00 +mm +-3\\.0\n.* P +B +1\\.4960 "
+       "+-4\\.00 +mm +-2\\.0\n"},
+      "check");
+}
+
+// Legs of 30 m and 40 m at a right angle reach 50 m; A and B are 49.9920 m apart.
+TEST_F(CheckCommand, ShowsTraversesWithoutOrientation) {
+  ExpectOutput(
+      "[PARAM]\nMO:2\nMS:0.005\nMR:0\nformat:1\n\n[PT]\nA,10,1000,1000,\nB,10,1030,1039.99,\n"
+      "P,00,,,\n\n[OBS]\nA,P,0,30,,\nP,A,0,30,,\nP,B,270,40,,\nB,P,0,40,,\n",
+      {"Traverses without orientation\n", "control points of the plane +2\n",
+       "70\\.000 +0\\.0080 +1:87[45]. +A - P - B\n"},
+      "check");
+}
+
 }  // namespace
 }  // namespace brenu::testing
