@@ -3,11 +3,15 @@
 #include <gtest/gtest.h>
 
 #include <atomic>
+#include <cmath>
 #include <cstring>
 #include <stdexcept>
 #include <string>
+#include <tuple>
+#include <vector>
 
 #include "bench/grid_network.h"
+#include "core/sparse/dense_product.h"
 #include "io/text_pieces.h"
 #include "level/level_adjustment.h"
 #include "level/level_closures.h"
@@ -79,6 +83,41 @@ TEST_F(Parallel, ResultsDoNotDependOnTheNumberOfThreads) {
     }
     if (expected.empty()) expected = actual;
     EXPECT_TRUE(actual == expected) << threads << " threads";
+  }
+}
+
+// In strips by rows and by columns; of a lower part the rest is nobody's business.
+TEST_F(Parallel, ProductsDoNotDependOnTheirStrips) {
+  constexpr std::ptrdiff_t kDepth = 100;
+  const auto productOf = [](std::ptrdiff_t rows, std::ptrdiff_t columns, DenseProduct::Part part) {
+    const auto at = [](std::ptrdiff_t count) {
+      std::vector<double> values;
+      for (std::ptrdiff_t k = 0; k < count; ++k)
+        values.push_back(std::sin(static_cast<double>(k * k)));
+      return values;
+    };
+    const auto a = at(rows * kDepth);
+    const auto b = at(columns * kDepth);
+    std::vector<double> c(static_cast<std::size_t>(rows * columns), 1.0);
+    DenseProduct product;
+    const ThreadTeam team;
+    product.Add({{a.data(), 1, rows}, {b.data(), 1, columns}, nullptr, -1.0, rows, columns, kDepth},
+                c.data(), rows, part);
+    for (std::ptrdiff_t k = 0; part == DenseProduct::Part::kLower && k < rows * columns; ++k) {
+      if (k % rows < k / rows) c[static_cast<std::size_t>(k)] = 0.0;
+    }
+    return c;
+  };
+  using enum DenseProduct::Part;
+  for (const auto& [rows, columns, part] :
+       {std::tuple(405, 301, kWhole), std::tuple(301, 405, kWhole), std::tuple(401, 401, kLower),
+        std::tuple(501, 307, kLower)}) {
+    SetThreadCount(1);
+    const auto expected = productOf(rows, columns, part);
+    for (const std::size_t threads : {2U, 3U, 8U}) {
+      SetThreadCount(threads);
+      EXPECT_TRUE(productOf(rows, columns, part) == expected) << rows << " x " << columns;
+    }
   }
 }
 

@@ -55,6 +55,11 @@ TEST(Gsi, WordsUnitsAndTraps) {
        "110002+0000P012 21.324+01234567 22.324+09000000 31..01+00100000\n"
        "110003+00000000 21.324+01234568 22.324+09000000 31..06+00100000\n",
        "A07,0,12.345680,10.000000,,\nA07,P012,12.345670,30.480000,,\n", ""},
+      // Mils; feet and metres with more digits.
+      {"110001+0000000A 84..10+00000000 85..10+00100000\n"
+       "110002+0000000B 21.325+16000000 22.325+16000000 31..07+00100000\n"
+       "110003+0000000C 21.325+32000000 22.325+16000000 31..08+00100000\n",
+       "A,B,90.000000,3.048000,,\nA,C,180.000000,1.000000,,\n", ""},
       // The station by word 16; a distance of 0; the stored horizontal distance; one by dashes.
       {"*110001+000000000000000B 16....+000000000000000A 21.322+0000000010000000 "
        "22.322+0000000010000000 31..00+0000000000000000 32..00+0000000000012000\n"
@@ -71,15 +76,15 @@ TEST(Gsi, WordsUnitsAndTraps) {
        "110002+0000000A 84..40+00005000 85..40+00005000 88..10+00001500\n"
        "110003+0000000C 21.322+10000000\n110004+0000000B 21.322+39000000\n",
        "A,B,0.000000,10.000000,,\nA,C,90.000000,,,\n", ""}};
-  for (std::size_t i = 0; i < 3; ++i) EXPECT_EQ(Import({rows[i][0]}).observations, rows[i][1]);
-  const std::string findings = Import({rows[2][0]}).findings;
+  for (std::size_t i = 0; i < 4; ++i) EXPECT_EQ(Import({rows[i][0]}).observations, rows[i][1]);
+  const std::string findings = Import({rows[3][0]}).findings;
   for (const char* code :
        {"blocks-missing@3", "sight-of-station@3 A", "sight-without-setup@1 B", "word-not-used@4 99",
         "line-not-of-format@5", "sight-without-values@6 C", "record-not-used@7"}) {
     EXPECT_THAT(findings, ::testing::HasSubstr(code));
   }
   // Behind the free station the circle is another: B at 390 gon is B at 0, C 110.
-  EXPECT_EQ(Import({rows[3][0]}).observations, "A,B,0.000000,10.000000,,\nA,C,99.000000,,,\n");
+  EXPECT_EQ(Import({rows[4][0]}).observations, "A,B,0.000000,10.000000,,\nA,C,99.000000,,,\n");
 }
 
 // 89.99995 degrees are 89 59' 59.82".

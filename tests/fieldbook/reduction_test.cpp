@@ -112,6 +112,9 @@ TEST(Control, ListsAndConflicts) {
   EXPECT_EQ(job.points, "B,10,1.000000,2.000000,\nA,10,200.000000,101.000000,10.000000");
   EXPECT_EQ(job.findings, "control-conflict@6 A");
   EXPECT_THAT(Import({kSight}, {}, "A,1,2,3\nB,1\n").findings, HasSubstr("control-fields@2"));
+  // A height of its own for B; nobody asks for C.
+  EXPECT_EQ(Import({kSight}, {}, "[PT]\nA,10,200,100,\nB,11,300,400,5\nC,00,1,2,3\n").points,
+            "A,10,200.000000,100.000000,10.000000\nB,10,300.000000,400.000000,5.000000");
   const Imported listed =
       Import({kSight}, {}, "110001+0000000B 81..10+00100000 82..10+00200000 83..10+00010000\n");
   EXPECT_THAT(listed.points, HasSubstr("B,10,200.000000,100.000000,10.000000"));

@@ -91,6 +91,19 @@ TEST(M5, Stationing) {
             "sight-without-values@11 9");
 }
 
+// The header puts the code into the columns 1 to 7 and the point into 8 to 19; an information of
+// another width has the point last.
+TEST(M5, OtherColumns) {
+  const Imported job =
+      Import({Line("TI", "START") + Line("TI", "", "", "21 1 7", "22 8 19") + Line("TI", "END") +
+              Line("PI1", "S            12", "Y 1.000 m") + "no line\n" +
+              Line("PI1", F("") + "13", "SD 100.000 m", "Hz 50.0000 gon", "V1 90.0000 DMS") +
+              "For M5|Adr 00001|PI1 tree 14|HD 70.000 m|Hz 100.0000 gon|V1 90.0000 DMS| \n" +
+              Line("XX", "")});
+  EXPECT_EQ(job.observations, "12,13,45.000000,100.000000,,\n12,14,90.000000,70.000000,,\n");
+  EXPECT_EQ(job.findings, "line-not-of-format@5 M5; record-not-used@8 XX");
+}
+
 // 3 m in front of a point at 100 m; 1 m right of one at 10 m: its direction is atan 0.1 = 5 degrees
 // 42' 38.14" smaller, its distance the root of 101.
 TEST(M5, EccentricPrisms) {
