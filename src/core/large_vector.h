@@ -17,6 +17,7 @@ struct LargeAllocator {
   template <typename Other>
   explicit LargeAllocator(const LargeAllocator<Other>&) {}
 
+  // NOLINTBEGIN(readability-identifier-naming): names that the standard library asks for
   Value* allocate(std::size_t count) { return std::allocator<Value>().allocate(count); }
   void deallocate(Value* memory, std::size_t count) {
     std::allocator<Value>().deallocate(memory, count);
@@ -29,6 +30,7 @@ struct LargeAllocator {
   void construct(Other* place, Arguments&&... arguments) {
     ::new (static_cast<void*>(place)) Other(std::forward<Arguments>(arguments)...);
   }
+  // NOLINTEND(readability-identifier-naming)
   bool operator==(const LargeAllocator&) const = default;
 };
 
