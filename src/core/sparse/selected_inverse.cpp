@@ -32,7 +32,6 @@ class Inversion {
   void Run() {
     const Subtrees subtrees(m_symbolic, m_workers.size());
     for (std::size_t k = subtrees.above.size(); k-- > 0;) InvertAbove(subtrees.above[k]);
-
     ForEach(subtrees.ranges.size(), [&](std::size_t i, std::size_t worker) {
       Invert(subtrees.ranges[i], m_workers[worker]);
     });
