@@ -46,10 +46,13 @@ std::string NetworkText(const Report& report, const AdjustOptions& options) {
 }
 
 std::string TraverseText(const AdjustmentContext& context, const AdjustOptions& options) {
-  std::string text = "Traverses without orientation\n" + TraverseSummary(context);
+  const Language language = options.language;
+  std::string text = Words{"Traverses without orientation\n", "无定向导线\n"}.In(language) +
+                     TraverseSummary(context, language);
   if (options.summaryOnly) return text;
-  text += "\nCoordinates (* control point)\n" + CoordinateTable(context);
-  return text + TraverseTables(context);
+  text += Words{"\nCoordinates (* control point)\n", "\n坐标（* 已知点）\n"}.In(language) +
+          CoordinateTable(context, language);
+  return text + TraverseTables(context, language);
 }
 
 // Whether the format of the file allows the options; says so otherwise.
@@ -152,21 +155,22 @@ Ending Adjust(AdjustmentContext& context, const Findings& read, const AdjustOpti
   if (Findings found = TakePairs(context, options); !found.empty()) {
     return {kFileOrUsage, std::move(found)};
   }
-  progress.Enter("computing closure errors");
+  progress.Enter({"computing closure errors", "计算闭合差"});
   Ending ending = MakeClosures(context, options);
   if (ending.status != kDone) return ending;
-  progress.Enter(options.alpha ? "adjusting with data snooping" : "adjusting");
+  progress.Enter(options.alpha ? Words{"adjusting with data snooping", "平差并探测粗差"}
+                               : Words{"adjusting", "平差"});
   Outcome computed =
       Compute(context, options.alpha, [&](int round) { progress.EnterRound(round); });
   ending = {kDone, std::move(computed.findings)};
   if (computed.ok) {
-    progress.Enter("comparing with the classic rules");
+    progress.Enter({"comparing with the classic rules", "与经典规则比较"});
     Append(ending.findings, CompareWithRules(context));
   }
   if (computed.ok && !(options.resultFile.empty() && options.closureFile.empty())) {
     Append(ending.findings, CheckNamesForGbk(context));
   }
-  progress.Enter("making the tables");
+  progress.Enter({"making the tables", "编制表格"});
   Findings all = read;
   Append(all, ending.findings);
   const Report report = MakeReport(context, options.file, std::move(all));
@@ -175,7 +179,7 @@ Ending Adjust(AdjustmentContext& context, const Findings& read, const AdjustOpti
   if (options.outputs.json == "-") {
     progress.Stop();  // which would write between its lines
   } else {
-    progress.Enter("writing the reports");
+    progress.Enter({"writing the reports", "写报告"});
   }
   Ending written = Present(context, report, options, computed.ok, text);
   if (written.status == kDone) return ending;

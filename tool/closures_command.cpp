@@ -14,13 +14,15 @@ Ending Check(AdjustmentContext& context, const ClosureOptions& options, std::str
   if (IsUnoriented(context)) {
     Ending ending = Ending::Of(Compute(context), kComputationFailed);
     if (ending.status == kDone) {
-      text = "Traverses without orientation, no limits\n" + TraverseSummary(context);
+      text = Words{"Traverses without orientation, no limits\n", "无定向导线，无限差\n"}.In(
+                 options.language) +
+             TraverseSummary(context, options.language);
     }
     return ending;
   }
   Ending ending = Ending::Of(ComputeClosures(context), kComputationFailed);
   if (ending.status != kDone) return ending;
-  const ClosureTable table = MakeClosureTable(context, options.failedOnly);
+  const ClosureTable table = MakeClosureTable(context, options.failedOnly, options.language);
   text = table.text;
   if (table.failed > 0) {
     ending.status = kComputationFailed;
@@ -35,7 +37,7 @@ Ending Check(AdjustmentContext& context, const ClosureOptions& options, std::str
 ExitStatus RunClosures(const ClosureOptions& options) {
   return RunOnFile(options, [&](AdjustmentContext& context, const Findings&, Progress& progress,
                                 std::string& text) {
-    progress.Enter("computing closure errors");
+    progress.Enter({"computing closure errors", "计算闭合差"});
     return Check(context, options, text);
   });
 }

@@ -17,11 +17,11 @@ namespace {
 
 // Reading and the checks of the data.
 Findings Prepare(AdjustmentContext& context, const FileOptions& options, Progress& progress) {
-  progress.Enter("reading");
+  progress.Enter({"reading", "读取"});
   LineReader file(Utf8Path(options.file.c_str()));
   Outcome read = Load(context, file).outcome;
   if (!read.ok) return std::move(read.findings);
-  progress.Enter("checking the data");
+  progress.Enter({"checking the data", "检查数据"});
   for (Finding& finding : CheckData(context)) read.findings.push_back(std::move(finding));
   return std::move(read.findings);
 }
@@ -81,7 +81,7 @@ bool Print(const FileOptions& options, const TextSource& text) {
 
 ExitStatus RunOnFile(const FileOptions& options, const Work& work) {
   AdjustmentContext context;
-  Progress progress;
+  Progress progress(options.language);
   const Findings found = Prepare(context, options, progress);
   Say(options, found);
   if (Has(found, options.strict ? Severity::kWarning : Severity::kError)) {

@@ -83,8 +83,8 @@ ExitStatus RunImport(const FieldImportOptions& options) {
   paths.insert(paths.end(), {options.project, options.log});
   if (!options.project.empty()) paths.push_back(HeightsPath(options.project));
   if (!AreDistinct(About(options.files.books.front()), paths)) return kFileOrUsage;
-  Progress progress;
-  progress.Enter("reading field books");
+  Progress progress(LanguageOfEnvironment());
+  progress.Enter({"reading field books", "读取观测手簿"});
   FieldImport import(options.import);
   ImportedJob job;
   ImportedJob heights;

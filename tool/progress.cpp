@@ -2,6 +2,7 @@
 
 #include <cstdio>
 #include <system_error>
+#include <utility>
 
 #ifdef _WIN32
 #include <io.h>
@@ -31,7 +32,7 @@ const char* LineStart() {
   return IsTerminal() ? "\r                                                \r" : "";
 }
 
-Progress::Progress() {
+Progress::Progress(Language language) : m_language(language) {
   if (!IsTerminal()) return;
   try {
     m_thread = std::thread([this] { Show(); });
@@ -40,9 +41,13 @@ Progress::Progress() {
   }
 }
 
-void Progress::Enter(const std::string& stage) {
+void Progress::Put(std::string stage) {
   const std::lock_guard lock(m_mutex);
-  m_stage = stage;
+  m_stage = std::move(stage);
+}
+
+void Progress::EnterRound(int round) {
+  Put(Words{"data snooping, round ", "粗差探测，第几轮："}.In(m_language) + std::to_string(round));
 }
 
 void Progress::Stop() {

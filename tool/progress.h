@@ -6,6 +6,8 @@
 #include <string>
 #include <thread>
 
+#include "review/language.h"
+
 namespace brenu::tool {
 
 // Shows on the standard error what the program is doing and for how long it has been at work: one
@@ -13,21 +15,23 @@ namespace brenu::tool {
 // The line is gone when this object is.
 class Progress {
  public:
-  Progress();
+  explicit Progress(Language language);
   ~Progress() { Stop(); }
   Progress(const Progress&) = delete;
   Progress& operator=(const Progress&) = delete;
 
   // What comes next, such as "adjusting".
-  void Enter(const std::string& stage);
+  void Enter(const Words& stage) { Put(stage.In(m_language)); }
   // A round of data snooping.
-  void EnterRound(int round) { Enter("data snooping, round " + std::to_string(round)); }
+  void EnterRound(int round);
   // Takes the line off, before anything else is written; nothing is shown after it.
   void Stop();
 
  private:
+  void Put(std::string stage);
   void Show();
 
+  const Language m_language;
   std::chrono::steady_clock::time_point m_start = std::chrono::steady_clock::now();
   std::mutex m_mutex;  // guards the next two
   std::string m_stage;

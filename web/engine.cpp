@@ -283,8 +283,9 @@ std::string CsvNames() {
 // Traverses without orientation are a text of their own.
 std::string Traverses() {
   std::string html = "<pre class=\"traverses\">";
-  AppendEscaped(html, TraverseSummary(*g_context) + '\n' + CoordinateTable(*g_context) +
-                          TraverseTables(*g_context));
+  AppendEscaped(html, TraverseSummary(*g_context, g_language) + '\n' +
+                          CoordinateTable(*g_context, g_language) +
+                          TraverseTables(*g_context, g_language));
   return html + "</pre>\n";
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <initializer_list>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -7,6 +8,7 @@
 
 #include "core/parallel.h"
 #include "io/text_pieces.h"
+#include "review/language.h"
 
 namespace brenu {
 
@@ -29,6 +31,13 @@ class AlignedColumns {
   std::string m_letters;
   std::vector<std::size_t> m_widths;
 };
+
+// The first row.
+inline Cells HeadingsIn(Language language, std::initializer_list<Words> headings) {
+  Cells cells;
+  for (const Words& words : headings) cells.emplace_back(words.In(language));
+  return cells;
+}
 
 // Rows of text in aligned columns.
 class TextTable {

@@ -16,10 +16,19 @@ std::string RouteOf(const Traverse& traverse) {
   return route;
 }
 
-std::string PointRows(const Traverse& traverse) {
+std::string PointRows(const Traverse& traverse, Language language) {
   TextTable table("lrrrrrrrrrr");
-  table.AddRow({"Point", "Angle", "v (\")", "Azimuth", "Side (m)", "dx (m)", "dy (m)", "vx (mm)",
-                "vy (mm)", "X (m)", "Y (m)"});
+  table.AddRow(HeadingsIn(language, {{"Point", "点名"},
+                                     {"Angle", "转角"},
+                                     {"v (\")", "v (″)"},
+                                     {"Azimuth", "方位角"},
+                                     {"Side (m)", "边长 (m)"},
+                                     {"dx (m)", "Δx (m)"},
+                                     {"dy (m)", "Δy (m)"},
+                                     {"vx (mm)", "vx (mm)"},
+                                     {"vy (mm)", "vy (mm)"},
+                                     {"X (m)", "X (m)"},
+                                     {"Y (m)", "Y (m)"}}));
   const TraversePoint* const last = &traverse.points.back();
   for (const TraversePoint& p : traverse.points) {
     std::vector<std::string> row = {Printable(p.name), DegreesMinutesSeconds(p.angle),
@@ -39,9 +48,12 @@ std::string PointRows(const Traverse& traverse) {
 
 }  // namespace
 
-std::string TraverseSummary(const AdjustmentContext& context) {
+std::string TraverseSummary(const AdjustmentContext& context, Language language) {
   TextTable table("rrrl");
-  table.AddRow({"Length (m)", "Linear misclosure (m)", "Ratio", "Route"});
+  table.AddRow(HeadingsIn(language, {{"Length (m)", "长度 (m)"},
+                                     {"Linear misclosure (m)", "长度闭合差 (m)"},
+                                     {"Ratio", "相对闭合差"},
+                                     {"Route", "路线"}}));
   for (const Traverse& t : context.plane.traverses.Traverses()) {
     table.AddRow(
         {Fixed(t.length, 3), Fixed(t.lengthMisclosure, 4), Ratio(t.relativePrecision), RouteOf(t)});
@@ -49,9 +61,9 @@ std::string TraverseSummary(const AdjustmentContext& context) {
   return table.Text();
 }
 
-std::string CoordinateTable(const AdjustmentContext& context) {
+std::string CoordinateTable(const AdjustmentContext& context, Language language) {
   TextTable table("lrr");
-  table.AddRow({"Point", "X (m)", "Y (m)"});
+  table.AddRow(HeadingsIn(language, {{"Point", "点名"}, {"X (m)", "X (m)"}, {"Y (m)", "Y (m)"}}));
   for (const auto& [index, point] : context.store.Points()) {
     const auto r = context.plane.results.ResultOfPoint(NameOf(point));
     if (!r) continue;
@@ -61,13 +73,16 @@ std::string CoordinateTable(const AdjustmentContext& context) {
   return table.Text();
 }
 
-std::string TraverseTables(const AdjustmentContext& context) {
+std::string TraverseTables(const AdjustmentContext& context, Language language) {
   std::string text;
   for (const Traverse& t : context.plane.traverses.Traverses()) {
-    text += "\nTraverse " + Line(t.points.front().name, t.points.back().name) + '\n';
-    text += PointRows(t);
-    text += "  linear misclosure " + Fixed(t.lengthMisclosure, 4) + " m in " + Fixed(t.length, 3) +
-            " m, " + Ratio(t.relativePrecision) + '\n';
+    text += Words{"\nTraverse ", "\n导线 "}.In(language) +
+            Line(t.points.front().name, t.points.back().name) + '\n';
+    text += PointRows(t, language);
+    text += Words{"  linear misclosure ", "  长度闭合差 "}.In(language) +
+            Fixed(t.lengthMisclosure, 4) + Words{" m in ", " m，全长 "}.In(language) +
+            Fixed(t.length, 3) + Words{" m, ", " m，"}.In(language) + Ratio(t.relativePrecision) +
+            '\n';
   }
   return text;
 }

@@ -4,16 +4,17 @@
 #include <string>
 
 #include "job/adjustment_context.h"
+#include "review/language.h"
 
 namespace brenu {
 
 // A row a traverse: length, linear misclosure, relative precision, route.
-std::string TraverseSummary(const AdjustmentContext& context);
+std::string TraverseSummary(const AdjustmentContext& context, Language language);
 
 // The coordinates of all points, control points marked by a star.
-std::string CoordinateTable(const AdjustmentContext& context);
+std::string CoordinateTable(const AdjustmentContext& context, Language language);
 
 // The table of every traverse, each after an empty line and the names of its ends.
-std::string TraverseTables(const AdjustmentContext& context);
+std::string TraverseTables(const AdjustmentContext& context, Language language);
 
 }  // namespace brenu

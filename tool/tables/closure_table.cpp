@@ -16,11 +16,12 @@ bool LengthFails(const CloseError& record) {
 
 bool Fails(const CloseError& record) { return !record.mark || LengthFails(record); }
 
-const char* Verdict(const CloseError& record) {
-  if (!Fails(record)) return "passes";
-  if (!IsTraverse(record)) return "FAILS";
-  if (record.mark) return "FAILS: length";
-  return LengthFails(record) ? "FAILS: angles, length" : "FAILS: angles";
+Words Verdict(const CloseError& record) {
+  if (!Fails(record)) return {"passes", "合格"};
+  if (!IsTraverse(record)) return {"FAILS", "超限"};
+  if (record.mark) return {"FAILS: length", "超限：长度"};
+  if (LengthFails(record)) return {"FAILS: angles, length", "超限：角度、长度"};
+  return {"FAILS: angles", "超限：角度"};
 }
 
 // The field of the record cuts long routes.
@@ -29,32 +30,44 @@ std::string RouteOf(const CloseError& record) {
   return Printable(route) + (route.size() + 1 == sizeof(record.route) ? "..." : "");
 }
 
-void AddLevelling(TextTable& table, const CloseError& r) {
+void AddLevelling(TextTable& table, const CloseError& r, Language language) {
   table.AddRow({Fixed(r.heightMisclosure, 2), Fixed(r.heightLimit, 2),
-                Fixed(r.routeLength / 1000.0, 3), Verdict(r), RouteOf(r)});
+                Fixed(r.routeLength / 1000.0, 3), Verdict(r).In(language), RouteOf(r)});
 }
 
-void AddTraverse(TextTable& table, const CloseError& r) {
+void AddTraverse(TextTable& table, const CloseError& r, Language language) {
   const bool checksAngles = r.angleLimit != 0.0;
   table.AddRow({checksAngles ? Fixed(r.angleMisclosure, 1) : "-",
                 checksAngles ? Fixed(r.angleLimit, 1) : "-", Fixed(r.lengthMisclosure, 4),
                 Fixed(r.lengthLimit, 4), Ratio(r.relativePrecision), Fixed(r.routeLength, 3),
-                Verdict(r), RouteOf(r)});
+                Verdict(r).In(language), RouteOf(r)});
 }
 
-std::string Heading(const char* title, int count, int failed) {
-  return std::string(title) + ": " + std::to_string(count - failed) + " pass, " +
-         std::to_string(failed) + " fail\n";
+std::string Heading(const Words& title, int count, int failed, Language language) {
+  return title.In(language) + std::string(Words{": ", "："}.In(language)) +
+         std::to_string(count - failed) + Words{" pass, ", " 条合格，"}.In(language) +
+         std::to_string(failed) + Words{" fail\n", " 条超限\n"}.In(language);
 }
 
 }  // namespace
 
-ClosureTable MakeClosureTable(const AdjustmentContext& context, bool failedOnly) {
+ClosureTable MakeClosureTable(const AdjustmentContext& context, bool failedOnly,
+                              Language language) {
   TextTable levelling("rrrll");
   TextTable traverses("rrrrrrll");
-  levelling.AddRow({"Misclosure (mm)", "Limit (mm)", "Length (km)", "Result", "Route"});
-  traverses.AddRow({"Angles (\")", "Limit (\")", "Length (m)", "Limit (m)", "Ratio", "Sides (m)",
-                    "Result", "Route"});
+  levelling.AddRow(HeadingsIn(language, {{"Misclosure (mm)", "闭合差 (mm)"},
+                                         {"Limit (mm)", "限差 (mm)"},
+                                         {"Length (km)", "长度 (km)"},
+                                         {"Result", "结论"},
+                                         {"Route", "路线"}}));
+  traverses.AddRow(HeadingsIn(language, {{"Angles (\")", "角度 (″)"},
+                                         {"Limit (\")", "限差 (″)"},
+                                         {"Length (m)", "长度 (m)"},
+                                         {"Limit (m)", "限差 (m)"},
+                                         {"Ratio", "相对闭合差"},
+                                         {"Sides (m)", "边长和 (m)"},
+                                         {"Result", "结论"},
+                                         {"Route", "路线"}}));
   int counts[2] = {};  // levelling, traverses
   int failed[2] = {};
   for (const CloseError& record : context.closeErrors) {
@@ -63,9 +76,9 @@ ClosureTable MakeClosureTable(const AdjustmentContext& context, bool failedOnly)
     if (Fails(record)) ++failed[isTraverse ? 1 : 0];
     if (failedOnly && !Fails(record)) continue;
     if (isTraverse) {
-      AddTraverse(traverses, record);
+      AddTraverse(traverses, record, language);
     } else {
-      AddLevelling(levelling, record);
+      AddLevelling(levelling, record, language);
     }
   }
   const auto rows = [&](int kind, const TextTable& table) {
@@ -73,11 +86,14 @@ ClosureTable MakeClosureTable(const AdjustmentContext& context, bool failedOnly)
   };
   ClosureTable result{"", counts[0] + counts[1], failed[0] + failed[1]};
   if (counts[0] > 0) {
-    result.text += Heading("Levelling lines and loops", counts[0], failed[0]) + rows(0, levelling);
+    result.text +=
+        Heading({"Levelling lines and loops", "水准路线和闭合环"}, counts[0], failed[0], language) +
+        rows(0, levelling);
   }
   if (counts[1] > 0) {
     if (!result.text.empty()) result.text += '\n';
-    result.text += Heading("Traverses", counts[1], failed[1]) + rows(1, traverses);
+    result.text +=
+        Heading({"Traverses", "导线"}, counts[1], failed[1], language) + rows(1, traverses);
   }
   return result;
 }

@@ -3,6 +3,7 @@
 #include <string>
 
 #include "job/adjustment_context.h"
+#include "review/language.h"
 
 namespace brenu::tool {
 
@@ -12,6 +13,6 @@ struct ClosureTable {
 };
 
 // The closure errors last calculated: all, or only those beyond their limits.
-ClosureTable MakeClosureTable(const AdjustmentContext& context, bool failedOnly);
+ClosureTable MakeClosureTable(const AdjustmentContext& context, bool failedOnly, Language language);
 
 }  // namespace brenu::tool
