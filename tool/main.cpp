@@ -47,7 +47,7 @@ void AddFile(CLI::App& command, brenu::tool::FileOptions& options) {
             options.language =
                 language == "zh" ? brenu::Language::kChinese : brenu::Language::kEnglish;
           },
-          "language of findings, verdict and reports: en or zh (that of the environment)")
+          "language of findings, tables, verdict and reports: en or zh (that of the environment)")
       ->check(CLI::IsMember({"en", "zh"}))
       ->type_name("LANG");
 }
