@@ -47,7 +47,7 @@ std::string NetworkText(const Report& report, const AdjustOptions& options) {
 
 std::string TraverseText(const AdjustmentContext& context, const AdjustOptions& options) {
   const Language language = options.language;
-  std::string text = Words{"Traverses without orientation\n", "无定向导线\n"}.In(language) +
+  std::string text = std::string(kTraversesWithoutOrientation.In(language)) + '\n' +
                      TraverseSummary(context, language);
   if (options.summaryOnly) return text;
   text += Words{"\nCoordinates (* control point)\n", "\n坐标（* 已知点）\n"}.In(language) +

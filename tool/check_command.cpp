@@ -85,8 +85,8 @@ Ending Check(AdjustmentContext& context, const CheckOptions& options, std::strin
   context.rules = options.rules;
   if (IsUnoriented(context)) {
     Ending ending = Ending::Of(Compute(context), kComputationFailed);
-    text = Words{"Traverses without orientation\n", "无定向导线\n"}.In(language) +
-           Contents(context, language);
+    text =
+        std::string(kTraversesWithoutOrientation.In(language)) + '\n' + Contents(context, language);
     if (ending.status == kDone) text += '\n' + TraverseSummary(context, language);
     return ending;
   }

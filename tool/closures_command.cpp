@@ -14,8 +14,8 @@ Ending Check(AdjustmentContext& context, const ClosureOptions& options, std::str
   if (IsUnoriented(context)) {
     Ending ending = Ending::Of(Compute(context), kComputationFailed);
     if (ending.status == kDone) {
-      text = Words{"Traverses without orientation, no limits\n", "无定向导线，无限差\n"}.In(
-                 options.language) +
+      text = kTraversesWithoutOrientation.In(options.language) +
+             std::string(Words{", no limits\n", "，无限差\n"}.In(options.language)) +
              TraverseSummary(context, options.language);
     }
     return ending;

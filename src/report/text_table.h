@@ -32,7 +32,7 @@ class AlignedColumns {
   std::vector<std::size_t> m_widths;
 };
 
-// The first row.
+// The first row of a table.
 inline Cells HeadingsIn(Language language, std::initializer_list<Words> headings) {
   Cells cells;
   for (const Words& words : headings) cells.emplace_back(words.In(language));

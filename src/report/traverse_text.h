@@ -8,6 +8,9 @@
 
 namespace brenu {
 
+inline constexpr Words kTraversesWithoutOrientation = {"Traverses without orientation",
+                                                       "无定向导线"};
+
 // A row a traverse: length, linear misclosure, relative precision, route.
 std::string TraverseSummary(const AdjustmentContext& context, Language language);
 

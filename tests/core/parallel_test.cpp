@@ -86,7 +86,7 @@ TEST_F(Parallel, ResultsDoNotDependOnTheNumberOfThreads) {
   }
 }
 
-// In strips by rows and by columns; of a lower part the rest is nobody's business.
+// In strips by rows and by columns; of a lower part nothing is said above the diagonal.
 TEST_F(Parallel, ProductsDoNotDependOnTheirStrips) {
   constexpr std::ptrdiff_t kDepth = 100;
   const auto productOf = [](std::ptrdiff_t rows, std::ptrdiff_t columns, DenseProduct::Part part) {

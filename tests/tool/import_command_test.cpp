@@ -65,8 +65,7 @@ TEST_F(ImportCommand, OptionsAreSteps) {
   EXPECT_THAT(Read(Folder() + "/job-heights.txt"), HasSubstr(",499.800000,"));
 }
 
-// Two faces, two sets, two setups and an eccentric prism: what is left of each when it is not
-// joined.
+// Two faces, two sets and two setups: what is left of each when they are not joined.
 TEST_F(ImportCommand, StepsCanBeSwitchedOff) {
   const std::string setup =
       "110001+0000000A 84..10+00100000 85..10+00200000\n"
@@ -114,7 +113,7 @@ TEST_F(ImportCommand, Reductions) {
               HasSubstr("4799.397485391 m"));
   EXPECT_THAT(Execute("reduce CentreCorrect .3 60 .2 30 1000 0").out,
               HasSubstr("direction 0.0114239"));  // 74.2396"
-  // Arguments that differ, so that no two may be exchanged.
+  // Arguments that differ wherever an example allows it, so that none may be exchanged.
   const std::string ellipsoid = "6378137 6356752.3141 ";
   const std::vector<std::pair<std::string, double>> rows = {
       {"HeightMarkCorrect " + ellipsoid + "2000 30 45", 0.163053025},
