@@ -16,6 +16,7 @@ Outcome PlaneAdjustment::AdjustDistances(const AdjParam& param) {
       return Error(BRENU_POINT_NOT_PLACED, {net.Names().NameAt(net.SlotOf(i))});
     }
   }
+  m_isPlacedOnly = false;
   m_param = param;
   m_turnedDirection = SightNo();
   m_firstUnknownPoint = PointNo(net.ControlCount());

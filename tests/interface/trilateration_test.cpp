@@ -82,6 +82,14 @@ TEST(DistanceAdjustment, HasOnlyTheNewPointsAsUnknownsAndTakesTheNetworkAsItStan
   EXPECT_NEAR(line.azimuthError, 0.03 / 100 * 206264.806, 1e-3);
   EXPECT_FALSE(ReadLine(job, "NE", "SW"));
 
+  // Data snooping counts all points as unknowns again, also right after such an adjustment.
+  ASSERT_TRUE(DataSnooping(job, 2, 0.001, 0.001));
+  const std::string snooped = Export(ExportResultFile, job).text;
+  ASSERT_TRUE(ApproxCalc(job));
+  ASSERT_TRUE(LeastSquareAdj(job));
+  ASSERT_TRUE(DataSnooping(job, 2, 0.001, 0.001));
+  EXPECT_EQ(Export(ExportResultFile, job).text, snooped);
+
   // The renaming is refused, but NW's distance has a name now that no point has.
   EXPECT_EQ(SetPoint(job, 2, MakePoint("SW", 10, c, -c)), -1);
   ASSERT_TRUE(ApproxCalc(job));

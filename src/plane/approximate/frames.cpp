@@ -50,9 +50,8 @@ namespace {
 
 // A vector between two common points, as both frames have it.
 struct CommonVector {
-  double length;  // metres, mean
-  double turn;    // radians
-  double sigma;   // of the turn, radians
+  double turn;   // radians
+  double sigma;  // of the turn, radians; positive, so that a vector agrees with itself
 };
 
 // How far a place in a frame may be off, metres.
@@ -72,13 +71,15 @@ std::vector<CommonVector> CommonVectors(std::span<const Position> first,
     for (std::size_t j = i + 1; j < std::min(first.size(), i + 1 + kSpan); ++j) {
       const Position a = first[j] - first[i];
       const Position b = second[j] - second[i];
+      const double mismatch = std::fabs(LengthOf(a) - LengthOf(b));
       const double length = (LengthOf(a) + LengthOf(b)) / 2.0;
       const double error =
           std::hypot(std::hypot(PlaceError(first[i], accuracy), PlaceError(first[j], accuracy)),
                      std::hypot(PlaceError(second[i], accuracy), PlaceError(second[j], accuracy)));
-      if (std::fabs(LengthOf(a) - LengthOf(b)) > kTolerance * error) continue;
-      if (length < kTolerance * error) continue;
-      vectors.push_back({length, HalfCircle(AngleOf(a) - AngleOf(b)), error / length});
+      const double sigma = error / length;
+      // Asked so that what is no number fails: coordinates may be infinite, lengths overflow.
+      if (!(mismatch <= kTolerance * error && sigma <= 1.0 / kTolerance)) continue;
+      vectors.push_back({HalfCircle(AngleOf(a) - AngleOf(b)), sigma});
     }
   }
   return vectors;
