@@ -117,5 +117,24 @@ TEST(NormalEquations, UnknownWithoutEquationIsSingularWhereverItStands) {
   }
 }
 
+// Neighbours differ by 1 and the first is 1; nothing is known of the last.
+TEST(NormalEquations, WhatIsDeterminedDoesNotDependOnTheUnitOfWeights) {
+  NormalEquations normal(kAlwaysSparse);
+  constexpr std::int32_t kCount = 70;
+  normal.SetPattern(PatternOfShape("path", kCount));
+  for (const double weight : {1.0, 1e-25, 1e25}) {
+    normal.Reset();
+    const Term first[] = {{0, 1.0}};
+    normal.Add(first, weight, -1.0);
+    for (std::int32_t u = 1; u < kCount - 1; ++u) {
+      const Term step[] = {{u, 1.0}, {u - 1, -1.0}};
+      normal.Add(step, weight, -1.0);
+    }
+    EXPECT_EQ(normal.SolveDetermined(), std::vector{kCount - 1}) << weight;
+    EXPECT_NEAR(normal.Solution()[kCount - 2], kCount - 1, 1e-9) << weight;
+    EXPECT_NEAR(normal.Cofactor(5, 5) * weight, 6.0, 1e-9) << weight;
+  }
+}
+
 }  // namespace
 }  // namespace brenu::testing

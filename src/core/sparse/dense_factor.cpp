@@ -35,10 +35,12 @@ bool FactorNarrowPanel(double* panel, std::ptrdiff_t stride, std::ptrdiff_t heig
     for (std::ptrdiff_t q = 0; q < j; ++q) c[q] = panel[q * stride + q] * panel[q * stride + j];
     double* column = panel + j * stride;
     SubtractColumns(column + j, panel + j, stride, height - j, c, j);
-    if (check != nullptr) column[j] = check->Checked(place + j, column[j]);
-    const double pivot = column[j];
-    if (1.0 + pivot == 1.0) return false;
-    const double reciprocal = 1.0 / pivot;
+    if (check != nullptr) {
+      column[j] = check->Checked(place + j, column[j]);
+    } else if (1.0 + column[j] == 1.0) {
+      return false;
+    }
+    const double reciprocal = 1.0 / column[j];
     for (std::ptrdiff_t i = j + 1; i < height; ++i) column[i] *= reciprocal;
   }
   return true;
