@@ -204,7 +204,10 @@ constexpr Call kCalls[] = {
     },
     [](Session& s) { brenu::fuzz::ReadResults(s.job); },
     // What goes beyond them.
-    [](Session& s) { brenu::fuzz::ReadFindings(s.job); },
+    [](Session& s) {
+      brenu::fuzz::ReadFindings(s.job);
+      brenu::fuzz::ReadReports(s.job);
+    },
     [](Session& s) {
       if (!s.IsFull()) brenu_read_file(s.job, s.Path());
     },

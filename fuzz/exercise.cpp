@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <cstdlib>
 #include <cstring>
+#include <nlohmann/json.hpp>
 
 #include "scratch_file.h"
 
@@ -63,6 +64,7 @@ void ExerciseTextbook(AdjustmentContext* context, const char* scratch) {
     brenu_adjust(context, &options);
     Report(context, scratch);
   }
+  ReadReports(context);
 }
 
 // Places what can be placed, on alternating sides.
@@ -153,6 +155,17 @@ void ReadResults(AdjustmentContext* context) {
   }
 }
 
+void ReadReports(AdjustmentContext* context) {
+  for (const std::int32_t language : {BRENU_ENGLISH, BRENU_CHINESE}) {
+    for (const std::int32_t form : {BRENU_REPORT_JSON, BRENU_REPORT_HTML, BRENU_REPORT_SVG,
+                                    BRENU_REPORT_DXF, BRENU_REPORT_TEXT}) {
+      const char* const text = brenu_report(context, form, language, "<any> \"title\"");
+      if (text == nullptr) std::abort();
+      if (form == BRENU_REPORT_JSON && !nlohmann::json::accept(text)) std::abort();
+    }
+  }
+}
+
 void Exercise(AdjustmentContext* context, const char* scratch) {
   CheckStore(context);
   SaveBrenuAdjustFile(context, scratch);
@@ -177,6 +190,7 @@ void Exercise(AdjustmentContext* context, const char* scratch) {
   const brenu_options usual{};
   brenu_adjust(context, &usual);
   Report(context, scratch);
+  ReadReports(context);
   Trilaterate(context);
   LeastSquareAdj(context);
   Report(context, scratch);

@@ -22,6 +22,9 @@ void ExerciseFile(bool (*open)(AdjustmentContext*, const char*), const std::uint
 // Every getter for every point and every pair of points with indices close to each other.
 void ReadResults(AdjustmentContext* context);
 
+// The report in every form and language; ends the program when one is missing or no JSON.
+void ReadReports(AdjustmentContext* context);
+
 // Every finding with all its parts; ends the program when its text is cut wrongly.
 void ReadFindings(AdjustmentContext* context);
 

@@ -202,9 +202,11 @@ Outcome RunTextbook(AdjustmentContext& context, const std::optional<OutlierTest>
 }
 
 Outcome RunTextbookApprox(AdjustmentContext& context) {
-  return RunEach(
+  Outcome outcome = RunEach(
       context, [](LevelAdjustment& level) { return level.ApproximateAsTextbook(); },
       [](PlaneAdjustment& plane) { return plane.ApproximateAsTextbook(); });
+  context.adjusted = {};
+  return outcome;
 }
 
 Outcome PreparePlane(AdjustmentContext& context) {

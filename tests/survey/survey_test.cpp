@@ -38,6 +38,18 @@ TEST(Survey, FiguresAreThoseOfTheLastComputation) {
   EXPECT_FALSE(brenu_get_figures(job, BRENU_HEIGHTS, &figures));
 }
 
+// Nor has it precisions to report.
+TEST(Survey, ApproximateCoordinatesAreNoAdjustment) {
+  const Job job({{"A", 10, 100, 100, 0}, {"B", 10, 200, 100, 0}, {"P"}},
+                {{"P", {{"A", Distance(100)}, {"B", Distance(100)}}},
+                 {"A", {{"B", Direction(0)}, {"P", Direction(60)}}}});
+  const brenu_options options{};
+  ASSERT_TRUE(brenu_approximate(job, &options));
+  brenu_figures figures{};
+  EXPECT_FALSE(brenu_get_figures(job, BRENU_PLANE, &figures));
+  EXPECT_NE(brenu_report(job, BRENU_REPORT_JSON, BRENU_ENGLISH, nullptr), nullptr);
+}
+
 TEST(Survey, PointsAreWalkedInTheOrderOfIndices) {
   const Job job;
   for (const std::int32_t index : {7, 0, 2147483647, 3}) {
