@@ -97,7 +97,7 @@ def marks(run):
     ])
 
 
-def parts(run, name, columns):
+def parts(run, name, columns, size="points"):
     """A row for every size of a benchmark; last the growth, fitted to sizes from 1 000 on."""
     sizes = sorted(int(key.split("/")[1]) for key in run.rows if key.startswith(name + "/"))
     sizes = [n for n in sizes if run.get(f"{name}/{n}") is not None]
@@ -107,7 +107,7 @@ def parts(run, name, columns):
     if len(fitted) > 1:
         exponents = [exponent([(n, run.get(f"{name}/{n}", c)) for n in fitted]) for c in columns]
         rows.append(["growth"] + [f"n^{e:.2f}" for e in exponents])
-    return table(["points"] + columns, rows)
+    return table([size] + columns, rows)
 
 
 def exponent(pairs):
@@ -143,6 +143,7 @@ def figures(run):
             ("Files of the plane network", "Files", ["open", "save", "report"]),
             ("Sparse solver alone, one of each", "Solver", solver)]:
         out += f"{title}:\n\n" + parts(run, name, columns)
+    out += "Import of a field book in GSI-16:\n\n" + parts(run, "Import", ["read", "reduce", "MB"], "lines")
     out += speed(run)
     if run.get("OnDemandPlaneMillion/1000000"):
         out += "A million points:\n\n" + parts(run, "OnDemandPlaneMillion", job)

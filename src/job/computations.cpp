@@ -211,6 +211,7 @@ Outcome RunTextbookApprox(AdjustmentContext& context) {
 
 Outcome PreparePlane(AdjustmentContext& context) {
   if (!HasPlane(context.netType)) return Error(BRENU_FORMAT_NEEDS_PLANE);
+  context.adjusted.plane = false;
   return BeginPlane(context.plane);
 }
 

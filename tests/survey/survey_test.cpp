@@ -44,10 +44,13 @@ TEST(Survey, ApproximateCoordinatesAreNoAdjustment) {
                 {{"P", {{"A", Distance(100)}, {"B", Distance(100)}}},
                  {"A", {{"B", Direction(0)}, {"P", Direction(60)}}}});
   const brenu_options options{};
-  ASSERT_TRUE(brenu_approximate(job, &options));
   brenu_figures figures{};
+  ASSERT_TRUE(brenu_approximate(job, &options));
   EXPECT_FALSE(brenu_get_figures(job, BRENU_PLANE, &figures));
   EXPECT_NE(brenu_report(job, BRENU_REPORT_JSON, BRENU_ENGLISH, nullptr), nullptr);
+  ASSERT_TRUE(LeastSquareAdj(job));
+  ASSERT_TRUE(InitializeDataTrilateration(job));  // begins anew
+  EXPECT_FALSE(brenu_get_figures(job, BRENU_PLANE, &figures));
 }
 
 TEST(Survey, PointsAreWalkedInTheOrderOfIndices) {
