@@ -22,13 +22,13 @@ void Import(std::string_view text, const brenu::ImportOptions& options) {
   brenu::ImportedJob job;
   brenu::ImportedJob heights;
   import.Finish(job, heights, findings);
-  brenu::ImportLog(import);
+  brenu::ImportLog(import, brenu::Language::kChinese);
   for (const brenu::ImportedJob* one : {&job, &heights}) {
     brenu::ProjectText(one->param, one->store);
     brenu::StationFileText(one->param, one->store, findings);
     brenu::GkfText(one->param, one->store);
   }
-  brenu::GroupedSentences(findings);
+  brenu::GroupedSentences(findings, brenu::Language::kEnglish);
 }
 
 }  // namespace

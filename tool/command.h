@@ -38,9 +38,10 @@ struct FileOptions {
 };
 
 // A file to say something about.
-inline FileOptions About(std::string file) {
+inline FileOptions About(std::string file, Language language = LanguageOfEnvironment()) {
   FileOptions options;
   options.file = std::move(file);
+  options.language = language;
   return options;
 }
 

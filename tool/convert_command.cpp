@@ -9,6 +9,7 @@
 #include "io/project_file.h"
 #include "io/station_file.h"
 #include "io/whole_file.h"
+#include "language_option.h"
 #include "report_files.h"
 #include "review/field_import.h"
 #include "review/load.h"
@@ -20,7 +21,8 @@ namespace {
 enum class Format { kProject, kStation, kGkf };
 
 // A gama-local file is read like a field book, which leaves its means and weights alone.
-bool ReadJob(const std::string& path, ImportedJob& job, ImportedJob& heights, Format& format) {
+bool ReadJob(const std::string& path, Language language, ImportedJob& job, ImportedJob& heights,
+             Format& format) {
   std::string text;
   Outcome read = ReadWholeFile(Utf8Path(path.c_str()), text);
   if (read.ok && FormatOfBook(text) == BookFormat::kGkf) {
@@ -28,7 +30,7 @@ bool ReadJob(const std::string& path, ImportedJob& job, ImportedJob& heights, Fo
     FieldImport import(options);
     std::vector<FileFindings> found;
     const bool isRead = ImportFiles({{path}, {}}, false, import, job, heights, found);
-    for (const FileFindings& about : found) SayGrouped(path, about.findings);
+    for (const FileFindings& about : found) SayGrouped(path, about.findings, language);
     format = Format::kGkf;
     return isRead;
   }
@@ -40,7 +42,7 @@ bool ReadJob(const std::string& path, ImportedJob& job, ImportedJob& heights, Fo
     job = {context.param, std::move(context.store)};
     read = std::move(result.outcome);
   }
-  Say(About(path), read.findings);
+  Say(About(path, language), read.findings);
   return read.ok;
 }
 
@@ -64,18 +66,18 @@ bool WriteJob(const ConvertOptions& options, const std::string& path, Format for
                            : format == Format::kStation
                                ? StationFileText(job.param, job.store, left)
                                : ProjectText(job.param, job.store);
-  SayGrouped(options.in, left);
-  return WriteText(path, text);
+  SayGrouped(options.in, left, options.language);
+  return WriteText(path, text, options.language);
 }
 
 }  // namespace
 
 ExitStatus RunConvert(const ConvertOptions& options) {
-  if (!AreDistinct(About(options.in), {options.out})) return kFileOrUsage;
+  if (!AreDistinct(About(options.in, options.language), {options.out})) return kFileOrUsage;
   ImportedJob job;
   ImportedJob heights;
   Format in = Format::kProject;
-  if (!ReadJob(options.in, job, heights, in)) return kFileOrUsage;
+  if (!ReadJob(options.in, options.language, job, heights, in)) return kFileOrUsage;
   const Format format = Wanted(options, in);
   if (!WriteJob(options, options.out, format, job)) return kFileOrUsage;
   if (heights.store.Points().empty()) return kDone;
@@ -93,6 +95,7 @@ CLI::App& AddConvert(CLI::App& app, ConvertOptions& options) {
   command.add_option("--to", options.to, "the format of OUT: project, station or gkf")
       ->check(CLI::IsMember({"project", "station", "gkf"}))
       ->type_name("FORMAT");
+  AddLanguage(command, options.language);
   command.footer(
       "What the other format cannot keep is told of.  Heights that share no lines with the plane "
       "go to a second file with -heights in its name.\n"

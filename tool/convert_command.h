@@ -13,6 +13,7 @@ namespace brenu::tool {
 struct ConvertOptions {
   std::string in, out;
   std::string to;  // "project", "station" or "gkf"; empty: by `in` and the ending of `out`
+  Language language = LanguageOfEnvironment();
 };
 
 // Adds the command and its options, which are set when it is given.

@@ -17,22 +17,21 @@ std::string HeightsPath(const std::string& path) {
   return path.substr(0, end) + "-heights" + path.substr(end);
 }
 
-void SayGrouped(const std::string& file, const Findings& findings) {
-  const FileOptions about = About(file);
-  for (const Sentence& sentence : GroupedSentences(findings, about.language)) {
-    SayText(about, sentence.severity, sentence.text);
+void SayGrouped(const std::string& file, const Findings& findings, Language language) {
+  for (const Sentence& sentence : GroupedSentences(findings, language)) {
+    SayText(About(file, language), sentence.severity, sentence.text);
   }
 }
 
-bool WriteText(const std::string& path, const std::string& text) {
+bool WriteText(const std::string& path, const std::string& text, Language language) {
   if (ReplaceFile(Utf8Path(path.c_str()), text) == Replaced::kDone) return true;
-  Say(About(path), {Error(BRENU_FILE_NOT_WRITTEN, {path})});
+  Say(About(path, language), {Error(BRENU_FILE_NOT_WRITTEN, {path})});
   return false;
 }
 
 namespace {
 
-std::string JobSummary(const std::string& path, const ImportedJob& job) {
+std::string JobSummary(const std::string& path, const ImportedJob& job, Language language) {
   std::size_t directions = 0;
   std::size_t distances = 0;
   std::size_t heights = 0;
@@ -43,12 +42,18 @@ std::string JobSummary(const std::string& path, const ImportedJob& job) {
       distances += HasDistance(obs) && !IsLevelled(obs) ? 1 : 0;
     }
   }
-  const auto count = [](std::size_t number, const char* what) {
-    return number == 0 ? "" : ", " + std::to_string(number) + ' ' + what;
+  std::string text = Printable(path);
+  std::string separator = ": ";
+  const auto append = [&](std::size_t count, const Words& one, const char* several) {
+    if (count == 0) return;
+    text += separator + Counted(count, language, one, several);
+    separator = ", ";
   };
-  return Printable(path) + ": " + std::to_string(job.store.Points().size()) + " points" +
-         count(directions, "directions") + count(distances, "distances") +
-         count(heights, "height differences") + '\n';
+  append(job.store.Points().size(), {"point", "个点"}, "points");
+  append(directions, {"direction", "个方向"}, "directions");
+  append(distances, {"distance", "条边长"}, "distances");
+  append(heights, {"height difference", "个高差"}, "height differences");
+  return text + '\n';
 }
 
 bool WriteJobs(const FieldImportOptions& options, const FieldImport& import, const ImportedJob& job,
@@ -58,19 +63,23 @@ bool WriteJobs(const FieldImportOptions& options, const FieldImport& import, con
   if (options.project.empty()) {
     std::fputs(project.c_str(), stdout);
     if (hasHeights) {
-      SayText(About(options.files.books.front()), Severity::kWarning,
-              "the heights need -o to be written");
+      const Words needed = {"the heights need -o to be written", "高差需用 -o 指定输出文件"};
+      SayText(About(options.files.books.front(), options.language), Severity::kWarning,
+              needed.In(options.language));
     }
     return true;
   }
   std::string summary;
-  for (const ImportedBook& book : import.Books()) summary += BookSummary(book, import.Names());
-  if (!WriteText(options.project, project)) return false;
-  summary += JobSummary(options.project, job);
+  for (const ImportedBook& book : import.Books()) {
+    summary += BookSummary(book, import.Names(), options.language);
+  }
+  if (!WriteText(options.project, project, options.language)) return false;
+  summary += JobSummary(options.project, job, options.language);
   if (hasHeights) {
     const std::string path = HeightsPath(options.project);
-    if (!WriteText(path, ProjectText(heights.param, heights.store))) return false;
-    summary += JobSummary(path, heights);
+    const std::string text = ProjectText(heights.param, heights.store);
+    if (!WriteText(path, text, options.language)) return false;
+    summary += JobSummary(path, heights, options.language);
   }
   std::fputs(summary.c_str(), stdout);
   return true;
@@ -82,8 +91,9 @@ ExitStatus RunImport(const FieldImportOptions& options) {
   std::vector<std::string> paths(options.files.books.begin() + 1, options.files.books.end());
   paths.insert(paths.end(), {options.project, options.log});
   if (!options.project.empty()) paths.push_back(HeightsPath(options.project));
-  if (!AreDistinct(About(options.files.books.front()), paths)) return kFileOrUsage;
-  Progress progress(LanguageOfEnvironment());
+  const std::string& first = options.files.books.front();
+  if (!AreDistinct(About(first, options.language), paths)) return kFileOrUsage;
+  Progress progress(options.language);
   progress.Enter({"reading field books", "读取观测手簿"});
   FieldImport import(options.import);
   ImportedJob job;
@@ -92,11 +102,13 @@ ExitStatus RunImport(const FieldImportOptions& options) {
   const bool isDone = ImportFiles(options.files, !options.log.empty(), import, job, heights, found);
   progress.Stop();
   for (const FileFindings& about : found) {
-    const std::string& file = about.file.empty() ? options.files.books.front() : about.file;
-    SayGrouped(file, about.findings);
+    SayGrouped(about.file.empty() ? first : about.file, about.findings, options.language);
   }
   if (!isDone) return kFileOrUsage;
-  if (!options.log.empty() && !WriteText(options.log, ImportLog(import))) return kFileOrUsage;
+  if (!options.log.empty()) {
+    const std::string log = ImportLog(import, options.language);
+    if (!WriteText(options.log, log, options.language)) return kFileOrUsage;
+  }
   return WriteJobs(options, import, job, heights) ? kDone : kFileOrUsage;
 }
 

@@ -2,6 +2,7 @@
 #include <CLI/CLI.hpp>
 
 #include "import_command.h"
+#include "language_option.h"
 
 namespace brenu::tool {
 
@@ -117,6 +118,7 @@ CLI::App& AddImport(CLI::App& app, FieldImportOptions& options) {
       ->delimiter(',')
       ->allow_extra_args(false)
       ->type_name("CODES");
+  AddLanguage(command, options.language);
   AddSteps(command, options.import.reduction);
   AddCorrections(command, options.import.reduction);
   command.footer(

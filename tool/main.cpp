@@ -13,6 +13,7 @@
 #include "convert_command.h"
 #include "core/parallel.h"
 #include "import_command.h"
+#include "language_option.h"
 #include "reduce_command.h"
 #include "review/text.h"
 
@@ -40,16 +41,7 @@ void AddFile(CLI::App& command, brenu::tool::FileOptions& options) {
       ->required();
   command.add_flag("--strict", options.strict,
                    "treat a doubt about a value of the file as an error");
-  command
-      .add_option_function<std::string>(
-          "--lang",
-          [&options](const std::string& language) {
-            options.language =
-                language == "zh" ? brenu::Language::kChinese : brenu::Language::kEnglish;
-          },
-          "language of findings, tables, verdict and reports: en or zh (that of the environment)")
-      ->check(CLI::IsMember({"en", "zh"}))
-      ->type_name("LANG");
+  brenu::tool::AddLanguage(command, options.language);
 }
 
 void AddOutputs(CLI::App& command, brenu::tool::OutputOptions& outputs) {

@@ -128,7 +128,8 @@ Outcome Import(Context* context, Context* heights, const brenu::FieldFiles& file
   }
   if (!outcome.ok) return outcome;
   if (log != nullptr &&
-      brenu::ReplaceFile(brenu::Utf8Path(log), ImportLog(import)) != brenu::Replaced::kDone) {
+      brenu::ReplaceFile(brenu::Utf8Path(log), ImportLog(import, brenu::Language::kEnglish)) !=
+          brenu::Replaced::kDone) {
     return brenu::Error(BRENU_FILE_NOT_WRITTEN, {log});
   }
   Enter(job, context);

@@ -2,23 +2,9 @@
 
 #include <algorithm>
 
+#include "review/text.h"
+
 namespace brenu {
-
-namespace {
-
-// Places on the terminal of UTF-8 text: continuation bytes take none, and the characters of the
-// East Asian scripts, which begin with these bytes, take two.
-std::size_t WidthOf(std::string_view text) {
-  std::size_t width = 0;
-  for (const char c : text) {
-    const auto byte = static_cast<unsigned char>(c);
-    if ((byte & 0xC0) == 0x80) continue;
-    width += byte >= 0xE3 && byte <= 0xED ? 2 : 1;
-  }
-  return width;
-}
-
-}  // namespace
 
 void AlignedColumns::MakeRoomFor(const Cells& cells) {
   for (std::size_t i = 0; i < cells.size(); ++i) {

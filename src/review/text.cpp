@@ -43,6 +43,16 @@ std::string Ratio(std::int32_t n) {
   return n == std::numeric_limits<std::int32_t>::max() ? "-" : "1:" + std::to_string(n);
 }
 
+std::size_t WidthOf(std::string_view text) {
+  std::size_t width = 0;
+  for (const char c : text) {
+    const auto byte = static_cast<unsigned char>(c);
+    if ((byte & 0xC0) == 0x80) continue;  // in the middle of a character
+    width += byte >= 0xE3 && byte <= 0xED ? 2 : 1;
+  }
+  return width;
+}
+
 std::string Printable(std::string_view text) {
   std::string shown = ToUtf8(text);
   std::replace_if(
@@ -60,6 +70,11 @@ std::string Quoted(std::string_view text) {
   };
   while (end > 0 && continues(end)) --end;
   return '"' + shown.substr(0, end) + "...\"";
+}
+
+std::string Counted(std::size_t count, Language language, const Words& one, const char* several) {
+  const bool isPlural = language == Language::kEnglish && count != 1;
+  return std::to_string(count) + ' ' + (isPlural ? several : one.In(language));
 }
 
 std::string Line(std::string_view station, std::string_view target) {

@@ -75,7 +75,7 @@ inline Imported Import(const std::vector<std::string>& texts, const ImportOption
   }
   ImportedJob heights;
   import.Finish(result.job, heights, whole);
-  EXPECT_FALSE(ImportLog(import).empty());
+  EXPECT_FALSE(ImportLog(import, Language::kEnglish).empty());
   std::erase_if(whole, [](const Finding& f) { return f.code == BRENU_IMPORT_WITHOUT_CONTROL; });
   if (!whole.empty()) result.findings += (result.findings.empty() ? "" : "; ") + Told(whole);
   result.points = Section(result.job, "[PT]");

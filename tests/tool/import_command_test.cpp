@@ -33,6 +33,15 @@ TEST_F(ImportCommand, ProjectGoesThroughTheAdjustment) {
   EXPECT_THAT(adjusted.out, ContainsRegex("C +150\\.000. +86\\.602"));
 }
 
+TEST_F(ImportCommand, SpeaksChinese) {
+  const Outcome run =
+      On(kBook, "import --lang zh -o \"" + Folder() + "/job.txt\" --log \"" + Folder() + "/log\"");
+  EXPECT_THAT(run.err, HasSubstr("警告：第 4 行："));
+  EXPECT_THAT(run.out, HasSubstr("GSI-8, 7 行; 测站 2, 照准 4, 舍去 1\n"));
+  EXPECT_THAT(run.out, HasSubstr("3 个点, 4 个方向, 4 条边长"));
+  EXPECT_THAT(Read(Folder() + "/log"), HasSubstr("第 4 行: 舍去 (sight-of-station)"));
+}
+
 TEST_F(ImportCommand, FailuresWriteNothing) {
   ExpectFailure("what?\n", 2, "no field book of a known format", "import");
   const std::string project = Folder() + "/job.txt";
@@ -61,7 +70,7 @@ TEST_F(ImportCommand, OptionsAreSteps) {
   }
   const std::string project = Folder() + "/job.txt";
   EXPECT_THAT(On(sight, "import --trig-heights -o \"" + project + '"').out,
-              HasSubstr("1 height differences"));
+              HasSubstr("1 height difference\n"));
   EXPECT_THAT(Read(Folder() + "/job-heights.txt"), HasSubstr(",499.800000,"));
 }
 
