@@ -1,5 +1,6 @@
 #include "job/name_index.h"
 
+#include <algorithm>
 #include <functional>
 #include <utility>
 
@@ -10,6 +11,12 @@ std::uint32_t HashOf(std::string_view name) {
   return static_cast<std::uint32_t>(std::hash<std::string_view>{}(name));
 }
 }  // namespace
+
+NameIndex::Head NameIndex::HeadOf(std::string_view name) noexcept {
+  Head head{};
+  std::copy_n(name.begin(), std::min(name.size(), head.size()), head.begin());
+  return head;
+}
 
 void NameIndex::MakeRoom() {
   constexpr std::size_t kFewest = 16;
@@ -28,7 +35,7 @@ void NameIndex::Put(const Cell& cell) noexcept {
 }
 
 void NameIndex::Add(std::string_view name, std::int32_t index, const PointData& point) noexcept {
-  Put({&point, HashOf(name), index});
+  Put({&point, HashOf(name), index, HeadOf(name)});
   ++m_count;
 }
 
@@ -64,11 +71,14 @@ void NameIndex::Move(std::string_view name, std::int32_t from, std::int32_t to,
 std::int32_t NameIndex::First(std::string_view name) const {
   if (m_cells.empty()) return -1;
   const std::uint32_t hash = HashOf(name);
+  const Head head = HeadOf(name);
+  const bool endsInHead = name.size() < head.size() && !name.ends_with('\0');
   std::int32_t first = -1;
   for (std::size_t place = HomeOf(hash); m_cells[place].point != nullptr; place = Next(place)) {
     const Cell& cell = m_cells[place];
     const bool isLower = first < 0 || cell.index < first;
-    if (cell.hash == hash && isLower && NameOf(*cell.point) == name) first = cell.index;
+    if (cell.hash != hash || !isLower || cell.head != head) continue;
+    if (endsInHead || NameOf(*cell.point) == name) first = cell.index;
   }
   return first;
 }

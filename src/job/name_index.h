@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <string_view>
@@ -30,12 +31,17 @@ class NameIndex {
   std::int32_t First(std::string_view name) const;
 
  private:
+  // The beginning of a name, filled up with NULs: most names end in it, and need not be looked for
+  // where the point stands.
+  using Head = std::array<char, 16>;
   struct Cell {
     const PointData* point = nullptr;  // null for a free cell
     std::uint32_t hash = 0;
     std::int32_t index = 0;
+    Head head{};
   };
 
+  static Head HeadOf(std::string_view name) noexcept;
   std::size_t Next(std::size_t cell) const { return (cell + 1) & (m_cells.size() - 1); }
   std::size_t HomeOf(std::uint32_t hash) const { return hash & (m_cells.size() - 1); }
   void Put(const Cell& cell) noexcept;

@@ -77,8 +77,9 @@ std::vector<CommonVector> CommonVectors(std::span<const Position> first,
           std::hypot(std::hypot(PlaceError(first[i], accuracy), PlaceError(first[j], accuracy)),
                      std::hypot(PlaceError(second[i], accuracy), PlaceError(second[j], accuracy)));
       const double sigma = error / length;
-      // Asked so that what is no number fails: coordinates may be infinite, lengths overflow.
-      if (!(mismatch <= kTolerance * error && sigma <= 1.0 / kTolerance)) continue;
+      // Asked so that what is no number fails: coordinates may be infinite, and an infinite mean of
+      // enormous lengths has no error.
+      if (!(mismatch <= kTolerance * error && sigma > 0.0 && sigma <= 1.0 / kTolerance)) continue;
       vectors.push_back({HalfCircle(AngleOf(a) - AngleOf(b)), sigma});
     }
   }
