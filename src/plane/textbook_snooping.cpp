@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "core/angles.h"
+#include "core/median.h"
 #include "core/parallel.h"
 #include "core/snooping.h"
 #include "plane/approximate/candidates.h"
@@ -79,11 +80,7 @@ class PlaneAdjustment::GrossErrors {
   double Scale() const {
     std::vector<double> ratios;
     for (const Rated& r : m_rated) ratios.push_back(r.ratio);
-    if (ratios.empty()) return 1.0;
-    const auto middle = ratios.begin() + static_cast<std::ptrdiff_t>(ratios.size() / 2);
-    std::nth_element(ratios.begin(), middle, ratios.end());
-    constexpr double kOfNormal = 0.6745;  // the median of the amounts of a normal distribution
-    return std::max(1.0, *middle / kOfNormal);
+    return RobustScale(std::move(ratios));
   }
 
   void Count(const PlaneObs& o, bool isSuspect) {

@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <utility>
 
+#include "core/median.h"
 #include "report/sketch_graph.h"
 #include "report/sketch_separation.h"
 #include "report/sketch_stress.h"
@@ -112,11 +113,8 @@ class Layout {
     }
     const double extent = std::max(m_map.Height(), m_map.Width());
     double spacing = extent / std::sqrt(static_cast<double>(m_places.size()));
-    if (!lengths.empty()) {
-      const auto middle = lengths.begin() + static_cast<std::ptrdiff_t>(lengths.size() / 2);
-      std::nth_element(lengths.begin(), middle, lengths.end());
-      spacing = std::clamp(*middle, 0.1 * spacing, 5.0 * spacing);
-    }
+    const double usual = Median(std::move(lengths));
+    if (!std::isnan(usual)) spacing = std::clamp(usual, 0.1 * spacing, 5.0 * spacing);
     return spacing > 0.0 ? spacing : 1.0;
   }
 

@@ -5,7 +5,9 @@
 #include <cstddef>
 #include <numeric>
 #include <string_view>
+#include <utility>
 
+#include "core/median.h"
 #include "report/sketch_scale.h"
 
 namespace brenu {
@@ -41,10 +43,7 @@ double UsualLine(const Sketch& sketch, const SketchScene& scene) {
     const PagePoint& b = scene.points[static_cast<std::size_t>(line.b)];
     lengths.push_back(std::hypot(b.x - a.x, b.y - a.y));
   }
-  if (lengths.empty()) return 0.0;
-  const auto middle = lengths.begin() + static_cast<std::ptrdiff_t>(lengths.size() / 2);
-  std::nth_element(lengths.begin(), middle, lengths.end());
-  return *middle;
+  return lengths.empty() ? 0.0 : Median(std::move(lengths));
 }
 
 // Three of four ellipses come out at most as large as suits the lines, and the largest one stays on

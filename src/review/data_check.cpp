@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "core/angles.h"
+#include "core/median.h"
 #include "review/encoding.h"
 #include "review/network_view.h"
 
@@ -100,11 +101,10 @@ void CheckLineUnits(const Observations& observations, Findings& found) {
   }
   constexpr std::size_t kFewest = 3;
   if (lengths.size() < kFewest) return;
-  const auto middle = lengths.begin() + static_cast<std::ptrdiff_t>(lengths.size() / 2);
-  std::nth_element(lengths.begin(), middle, lengths.end());
+  const double usual = Median(std::move(lengths));
   constexpr double kShort = 10.0;
-  if (*middle < kShort) {
-    found.push_back(Warning(BRENU_LINE_LENGTHS_IN_KILOMETRES, {}, {*middle}));
+  if (usual < kShort) {
+    found.push_back(Warning(BRENU_LINE_LENGTHS_IN_KILOMETRES, {}, {usual}));
   }
 }
 
@@ -172,6 +172,7 @@ using Coordinate = std::pair<double, std::string_view>;
 void CheckSpread(std::vector<Coordinate> values, const char* what, Findings& found) {
   constexpr std::size_t kFewest = 4;
   constexpr double kTimes = 10.0;
+  std::erase_if(values, [](const Coordinate& c) { return !std::isfinite(c.first); });
   if (values.size() < kFewest) return;
   std::sort(values.begin(), values.end());
   const std::size_t last = values.size() - 1;

@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "core/angles.h"
+#include "core/median.h"
 #include "review/network_view.h"
 
 namespace brenu {
@@ -65,13 +66,12 @@ void Comparison::AddSet(const ObservationTables& tables, const DirectionSet& set
   }
   if (turns.size() < 2) return;  // nothing to compare with
   turns.front().second = 0.0;
-  std::vector<double> sorted;
-  for (const auto& [o, turn] : turns) sorted.push_back(turn);
-  const auto middle = sorted.begin() + static_cast<std::ptrdiff_t>(sorted.size() / 2);
-  std::nth_element(sorted.begin(), middle, sorted.end());
+  std::vector<double> all;
+  for (const auto& [o, turn] : turns) all.push_back(turn);
+  const double middle = Median(std::move(all));
   const NetworkLayout& net = m_context.plane.results.Net().layout;
   for (const auto& [o, turn] : turns) {
-    Add(ObsKind::kDirection, net, net.At(o->sight), o->observed, HalfCircle(*middle - turn) * kRho,
+    Add(ObsKind::kDirection, net, net.At(o->sight), o->observed, HalfCircle(middle - turn) * kRho,
         m_context.param.MO);
   }
 }

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "core/median.h"
 #include "plane/approximate/candidates.h"
 
 namespace brenu::approximate {
@@ -48,15 +49,6 @@ std::vector<Settling::Equation> Settling::MakeEquations() const {
 }
 
 namespace {
-
-// The spread of the misfits in units of their standard errors, whatever a part of them does.
-double RobustScale(std::vector<double> ratios) {
-  if (ratios.empty()) return 1.0;
-  const auto middle = ratios.begin() + static_cast<std::ptrdiff_t>(ratios.size() / 2);
-  std::nth_element(ratios.begin(), middle, ratios.end());
-  constexpr double kOfNormal = 0.6745;  // the median of the amounts of a normal distribution
-  return std::max(1.0, *middle / kOfNormal);
-}
 
 // Places that contradict nothing by much are good enough to begin an adjustment with, which costs
 // no more from there; what else there is the weights have to find.
