@@ -26,9 +26,10 @@ void AddSteps(CLI::App& command, ReductionOptions& steps) {
 
 void AddCorrections(CLI::App& command, ReductionOptions& steps) {
   const std::string group = "Further steps";
-  const auto option = [&](const char* name, std::function<void(const std::vector<double>&)> set,
-                          int values, const char* type, const char* help) {
-    command.add_option_function<std::vector<double>>(name, std::move(set), help)
+  const auto option = [&](const char* name,
+                          const std::function<void(const std::vector<double>&)>& set, int values,
+                          const char* type, const char* help) {
+    command.add_option_function<std::vector<double>>(name, set, help)
         ->expected(values)
         ->delimiter(',')
         ->type_name(type)

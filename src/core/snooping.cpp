@@ -254,6 +254,7 @@ class Snooping {
     if (tried.empty() || !(LeastOf(tried) < limit())) return false;
 
     std::vector<std::vector<Term>> functions;
+    functions.reserve(tried.size());
     for (const std::size_t i : tried) functions.push_back(m_equations.Terms(i));
     const std::vector<double> cofactors = m_network.Normal().CofactorsBetween(functions);
     std::vector<Change> changes;  // g by number in `tried`

@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <utility>
 
 #include "core/text_number.h"
 #include "io/grammar.h"
@@ -37,12 +38,13 @@ std::string StationFileText(const AdjParam& param, const Store& store, Findings&
   out += '\n';
   for (const auto& [station, targets] : store.Observations()) {
     for (const auto& [target, obs] : targets) {
-      const std::string pair = station + " - " + target;
-      if (HasAzimuth(obs)) left.push_back(Warning(BRENU_CANNOT_BE_KEPT, {"the azimuth " + pair}));
+      const auto leave = [&](std::string what, const char* how) {
+        what.append(station).append(" - ").append(target).append(how);
+        left.push_back(Warning(BRENU_CANNOT_BE_KEPT, {std::move(what)}));
+      };
+      if (HasAzimuth(obs)) leave("the azimuth ", "");
       if (isPlane && !HasDirection(obs)) {
-        if (HasDistance(obs)) {
-          left.push_back(Warning(BRENU_CANNOT_BE_KEPT, {pair + " without a direction"}));
-        }
+        if (HasDistance(obs)) leave("", " without a direction");
         continue;
       }
       out += station;

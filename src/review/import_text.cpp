@@ -99,8 +99,8 @@ std::string LineRanges(std::vector<std::int32_t> lines, Language language) {
     while (end < lines.size() && lines[end] == lines[end - 1] + 1) ++end;
     if (ranges++ == kMost) {
       const std::string rest = std::to_string(lines.size() - i);
-      return text + (language == Language::kEnglish ? " and " + rest + " more"
-                                                    : " 行，另有 " + rest + " 行");
+      text += Words{" and ", " 行，另有 "}.In(language) + rest;
+      return text + Words{" more", " 行"}.In(language);
     }
     text += (i == 0 ? "" : ", ") + std::to_string(lines[i]);
     if (end > i + 1) text += '-' + std::to_string(lines[end - 1]);

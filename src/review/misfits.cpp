@@ -67,6 +67,7 @@ void Comparison::AddSet(const ObservationTables& tables, const DirectionSet& set
   if (turns.size() < 2) return;  // nothing to compare with
   turns.front().second = 0.0;
   std::vector<double> all;
+  all.reserve(turns.size());
   for (const auto& [o, turn] : turns) all.push_back(turn);
   const double middle = Median(std::move(all));
   const NetworkLayout& net = m_context.plane.results.Net().layout;

@@ -55,7 +55,7 @@ Similarity Refined(const Similarity& s, const std::vector<CommonPlace>& common, 
     own = own + c.own;
     known = known + c.known;
   }
-  const double count = static_cast<double>(agreeing.size());
+  const auto count = static_cast<double>(agreeing.size());
   own = (1.0 / count) * own;
   known = (1.0 / count) * known;
   double along = 0.0;

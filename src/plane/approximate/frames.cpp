@@ -97,7 +97,7 @@ bool FindTurn(std::span<const Position> first, std::span<const Position> second,
               const Accuracy& accuracy, FrameTurn& found) {
   const std::vector<CommonVector> vectors = CommonVectors(first, second, accuracy);
   if (vectors.empty()) return false;
-  const CommonVector* best = nullptr;
+  const CommonVector* best = &vectors.front();
   std::ptrdiff_t most = 0;
   for (const CommonVector& candidate : vectors) {
     const auto votes = std::count_if(vectors.begin(), vectors.end(),

@@ -33,7 +33,10 @@ Growth::Growth(const PlaneNet& net, const Rays& rays, const Accuracy& accuracy, 
 }
 
 void Growth::Clear() {
-  for (const Slot slot : m_touched) m_offers[slot] = m_waits[slot] = 0;
+  for (const Slot slot : m_touched) {
+    m_offers[slot] = 0;
+    m_waits[slot] = 0;
+  }
   m_touched.clear();
   m_fresh.clear();
   m_weak.clear();

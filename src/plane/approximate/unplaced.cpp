@@ -45,12 +45,14 @@ class GroupFinder {
         group.push_back(other);
       }
     };
+    // NOLINTNEXTLINE(modernize-loop-convert): the group grows meanwhile
     for (std::size_t n = 0; n < group.size(); ++n) {
       const Slot slot = group[n];
       for (const SightNo k : m_layout.SightsFrom(slot)) look(k, m_layout.At(k).target);
       for (const SightNo k : m_layout.SightsTo(slot)) look(k, m_layout.At(k).station);
     }
     std::vector<std::string> names;
+    names.reserve(group.size());
     for (const Slot slot : group) names.push_back(m_layout.Names().NameAt(slot));
     const Code code = names.size() == 1 ? BRENU_POINT_LEFT_OUT : BRENU_GROUP_LEFT_OUT;
     return Warning(code, std::move(names), {directions, distances});
