@@ -14,6 +14,12 @@ void AppendNumber(std::string& out, double value) {
   AppendFixed(out, value, 6);
 }
 
+Finding CannotKeep(std::string before, const std::string& station, const std::string& target,
+                   const char* after) {
+  before.append(station).append(" - ").append(target).append(after);
+  return Warning(BRENU_CANNOT_BE_KEPT, {std::move(before)});
+}
+
 }  // namespace
 
 std::string StationFileText(const AdjParam& param, const Store& store, Findings& left) {
@@ -38,13 +44,11 @@ std::string StationFileText(const AdjParam& param, const Store& store, Findings&
   out += '\n';
   for (const auto& [station, targets] : store.Observations()) {
     for (const auto& [target, obs] : targets) {
-      const auto leave = [&](std::string what, const char* how) {
-        what.append(station).append(" - ").append(target).append(how);
-        left.push_back(Warning(BRENU_CANNOT_BE_KEPT, {std::move(what)}));
-      };
-      if (HasAzimuth(obs)) leave("the azimuth ", "");
+      if (HasAzimuth(obs)) left.push_back(CannotKeep("the azimuth ", station, target, ""));
       if (isPlane && !HasDirection(obs)) {
-        if (HasDistance(obs)) leave("", " without a direction");
+        if (HasDistance(obs)) {
+          left.push_back(CannotKeep("", station, target, " without a direction"));
+        }
         continue;
       }
       out += station;
