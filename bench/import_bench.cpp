@@ -19,19 +19,17 @@ class TraverseBook {
  public:
   explicit TraverseBook(std::size_t lines) {
     for (int station = 1; m_lines < lines; ++station) {
-      const double east = 100.0 * station;
-      const double own[][2] = {{east - 100, 0}, {east + 100, 0}};
-      const double beside[][2] = {{east + 10, 40}, {east - 30, 25}, {east, -55}};
+      constexpr double kBeside[][2] = {{10, 40}, {-30, 25}, {0, -55}};
       Begin(station);
-      Word("84..16", east * 1e4);
+      Word("84..16", 100e4 * station);
       Word("85..16", 0.0);
       Word("88..16", 15000.0);
       m_text += '\n';
       for (const bool second : {false, true}) {
-        int name = station - 1;
-        for (const auto& target : own) Sight(name, target[0] - east, target[1], second), name += 2;
-        name = 1000000 + 3 * station;
-        for (const auto& target : beside) Sight(name++, target[0] - east, target[1], second);
+        Sight(station - 1, -100.0, 0.0, second);
+        Sight(station + 1, 100.0, 0.0, second);
+        int name = 1000000 + 3 * station;
+        for (const auto& [along, across] : kBeside) Sight(name++, along, across, second);
       }
     }
   }

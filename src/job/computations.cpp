@@ -164,14 +164,14 @@ Outcome RunEach(AdjustmentContext& context, Level level, Plane plane) {
   context.plane.results = {};
   if (HasLevelling(context.netType) && !distancesOnly) {
     context.level.results = LevelAdjustment(context.level.net, context.rules.levelSigma);
-    take(Noted(level(context.level.results), context.adjusted.heights));
+    take(level(context.level.results));
     if (!context.level.results.ApproximateHeights().IsEmpty()) {
       context.level.heights = context.level.results.ApproximateHeights();
     }
   }
   if (HasPlane(context.netType)) {
     context.plane.results = PlaneAdjustment(context.plane.net, RuleSet::kTextbook);
-    take(Noted(plane(context.plane.results), context.adjusted.plane));
+    take(plane(context.plane.results));
     context.plane.points.SetPositions(context.plane.results.ApproximateCoordinates());
   }
   const bool isAstray =
@@ -192,21 +192,21 @@ Outcome RunTextbook(AdjustmentContext& context, const std::optional<OutlierTest>
   return RunEach(
       context,
       [&](LevelAdjustment& level) {
-        return snooping ? level.SnoopAsTextbook(*snooping, announceRound)
-                        : level.AdjustAsTextbook();
+        return Noted(
+            snooping ? level.SnoopAsTextbook(*snooping, announceRound) : level.AdjustAsTextbook(),
+            context.adjusted.heights);
       },
       [&](PlaneAdjustment& plane) {
-        return snooping ? plane.SnoopAsTextbook(*snooping, announceRound)
-                        : plane.AdjustAsTextbook();
+        return Noted(
+            snooping ? plane.SnoopAsTextbook(*snooping, announceRound) : plane.AdjustAsTextbook(),
+            context.adjusted.plane);
       });
 }
 
 Outcome RunTextbookApprox(AdjustmentContext& context) {
-  Outcome outcome = RunEach(
+  return RunEach(
       context, [](LevelAdjustment& level) { return level.ApproximateAsTextbook(); },
       [](PlaneAdjustment& plane) { return plane.ApproximateAsTextbook(); });
-  context.adjusted = {};
-  return outcome;
 }
 
 Outcome PreparePlane(AdjustmentContext& context) {

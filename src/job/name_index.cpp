@@ -72,6 +72,7 @@ std::int32_t NameIndex::First(std::string_view name) const {
   if (m_cells.empty()) return -1;
   const std::uint32_t hash = HashOf(name);
   const Head head = HeadOf(name);
+  // No name ends with a NUL, which a head could not tell from its filling.
   const bool endsInHead = name.size() < head.size() && !name.ends_with('\0');
   std::int32_t first = -1;
   for (std::size_t place = HomeOf(hash); m_cells[place].point != nullptr; place = Next(place)) {

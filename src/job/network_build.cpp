@@ -47,8 +47,7 @@ std::shared_ptr<const PlaneNet> BuildPlane(const AdjustmentContext& context) {
 
 bool IsSame(const BuildInput& a, const BuildInput& b) {
   static_assert(sizeof(AdjParam) == 48, "no padding to compare");
-  // NOLINTNEXTLINE(bugprone-suspicious-memory-comparison): the same bits, not numbers, are asked
-  // for
+  // NOLINTNEXTLINE(bugprone-suspicious-memory-comparison): the same bits are meant, not numbers
   return a.store == b.store && std::memcmp(&a.param, &b.param, sizeof(AdjParam)) == 0 &&
          a.askedPairs == b.askedPairs;
 }

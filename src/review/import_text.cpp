@@ -85,14 +85,20 @@ void AppendPadded(std::string& out, std::string_view text, std::size_t width) {
   out += "  ";
 }
 
+constexpr Words kAfterLine = {"", " 行"};
+
+// "line 5", "第 5 行"
+std::string LineText(std::int32_t line, Language language) {
+  return Words{"line ", "第 "}.In(language) + std::to_string(line) + kAfterLine.In(language);
+}
+
 // "line 5", "lines 5, 7-9", "第 5, 7-9 行"; of many ranges the first ones.
 std::string LineRanges(std::vector<std::int32_t> lines, Language language) {
   constexpr int kMost = 100;
   std::sort(lines.begin(), lines.end());
   lines.erase(std::unique(lines.begin(), lines.end()), lines.end());
-  const Words before = {lines.size() == 1 ? "line " : "lines ", "第 "};
-  const Words after = {"", " 行"};
-  std::string text = before.In(language);
+  if (lines.size() == 1) return LineText(lines.front(), language);
+  std::string text = Words{"lines ", "第 "}.In(language);
   int ranges = 0;
   for (std::size_t i = 0; i < lines.size();) {
     std::size_t end = i + 1;
@@ -106,12 +112,12 @@ std::string LineRanges(std::vector<std::int32_t> lines, Language language) {
     if (end > i + 1) text += '-' + std::to_string(lines[end - 1]);
     i = end;
   }
-  return text + after.In(language);
+  return text + kAfterLine.In(language);
 }
 
 void AppendLines(std::string& out, const ImportedBook& imported, Language language) {
   for (const LineNote& note : imported.book.notes) {
-    out += "  " + LineRanges({note.line}, language) + ": ";
+    out += "  " + LineText(note.line, language) + ": ";
     out += RoleText(note.role, language);
     if (note.why != BRENU_NOTHING) {
       out += " (";
@@ -125,7 +131,7 @@ void AppendLines(std::string& out, const ImportedBook& imported, Language langua
 void AppendStep(std::string& out, const LogEntry& entry, const PointNames& names,
                 Language language) {
   const StepText& step = kSteps[static_cast<std::size_t>(entry.step)];
-  AppendPadded(out, "  " + LineRanges({entry.line}, language), 13);
+  AppendPadded(out, "  " + LineText(entry.line, language), 13);
   AppendPadded(out, Line(names[entry.station], names[entry.target]), 16);
   const Words set = {"set ", "测回 "};
   AppendPadded(out, entry.set == 0 ? "" : set.In(language) + std::to_string(entry.set), 7);
